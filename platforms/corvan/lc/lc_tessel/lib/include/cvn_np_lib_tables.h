@@ -1,0 +1,113 @@
+/*
+ * cvn_np_lib_tables.h - the families' tables and records, by name.
+ *
+ * Programs that check the library against its own wiring (the self-test)
+ * read these directly.  Everything here is owned by the library: the tables
+ * are read-only, the current-record pointers and run-time records are
+ * written by the family's init and only read afterwards.
+ */
+#ifndef CVN_NP_LIB_TABLES_H
+#define CVN_NP_LIB_TABLES_H
+
+#include <stdint.h>
+
+#include "cvn_np_lib.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* ---- brisca: eight cages, four NPs; cages 2n and 2n+1 belong to NP n ---- */
+
+extern const np_info np_info_brisca;
+extern const port_info port_info_brisca_10g[2];
+extern const port_info port_info_brisca_40g[2];
+extern const port_info port_info_brisca_100g[2];
+extern const port_info brisca_dummy_port_info[1];
+extern const port_info *const port_info_brisca[6];
+extern const port_mapping_entry cvn_np_port_mapping_brisca_10g[81];
+extern const port_mapping_entry cvn_np_port_mapping_brisca_40g[17];
+extern const port_mapping_entry cvn_np_port_mapping_brisca_100g[9];
+extern const port_mapping_entry *const np_local_port_map_brisca_10g[80];
+extern const port_mapping_entry *const np_local_port_map_brisca_40g[16];
+extern const port_mapping_entry *const np_local_port_map_brisca_100g[8];
+extern const port_mapping_entry *const fplate_port_map_brisca_10g[80];
+extern const port_mapping_entry *const fplate_port_map_brisca_40g[16];
+extern const port_mapping_entry *const fplate_port_map_brisca_100g[8];
+extern const port_mapping_entry *const phys_front_port_map_brisca_10g[80];
+extern const port_mapping_entry *const phys_front_port_map_brisca_40g[16];
+extern const port_mapping_entry *const phys_front_port_map_brisca_100g[8];
+extern const int32_t brisca_phys_2_fplate_cage_10GE[128];
+extern const int32_t brisca_phys_2_fplate_cage_40GE[128];
+extern const int32_t brisca_phys_2_fplate_cage_100GE[128];
+
+extern const np_info *brisca_card_np_info;
+extern const port_info *const *brisca_card_port_info;
+extern const port_mapping_entry *const *brisca_card_phys_map_100ge;
+extern const port_mapping_entry *const *brisca_card_fplate_map_100ge;
+extern const port_mapping_entry *const *brisca_card_np_port_map_100ge;
+extern const port_mapping_entry *const *brisca_card_phys_map_40ge;
+extern const port_mapping_entry *const *brisca_card_fplate_map_40ge;
+extern const port_mapping_entry *const *brisca_card_np_port_map_40ge;
+extern const port_mapping_entry *const *brisca_card_phys_map_10ge;
+extern const port_mapping_entry *const *brisca_card_fplate_map_10ge;
+extern const port_mapping_entry *const *brisca_card_np_port_map_10ge;
+extern card_version brisca_card_version;
+extern subslot_info brisca_card_subslot_info;
+
+void cvn_np_brisca_init(void);
+void cvn_np_brisca_api_fill(cvn_np_api *table);
+
+/* ---- fenna: six cages, three NPs; cages 2n and 2n+1 belong to NP n ------ */
+
+extern const np_info np_info_fenna;
+extern const port_info port_info_fenna_10g[2];
+extern const port_info port_info_fenna_40g[2];
+extern const port_info port_info_fenna_100g[2];
+extern const port_info fenna_dummy_port_info[1];
+extern const port_info *const port_info_fenna[6];
+extern const port_mapping_entry cvn_np_port_mapping_fenna_10g[61];
+extern const port_mapping_entry cvn_np_port_mapping_fenna_40g[13];
+extern const port_mapping_entry cvn_np_port_mapping_fenna_100g[7];
+extern const port_mapping_entry *const np_local_port_map_fenna_10g[60];
+extern const port_mapping_entry *const np_local_port_map_fenna_40g[12];
+extern const port_mapping_entry *const np_local_port_map_fenna_100g[6];
+extern const port_mapping_entry *const fplate_port_map_fenna_10g[60];
+extern const port_mapping_entry *const fplate_port_map_fenna_40g[12];
+extern const port_mapping_entry *const fplate_port_map_fenna_100g[6];
+extern const port_mapping_entry *const phys_front_port_map_fenna_10g[60];
+extern const port_mapping_entry *const phys_front_port_map_fenna_40g[12];
+extern const port_mapping_entry *const phys_front_port_map_fenna_100g[6];
+extern const int32_t fenna_phys_2_fplate_cage_10GE[96];
+extern const int32_t fenna_phys_2_fplate_cage_40GE[96];
+extern const int32_t fenna_phys_2_fplate_cage_100GE[96];
+
+extern const np_info *fenna_card_np_info;
+extern const port_info *const *fenna_card_port_info;
+extern const port_mapping_entry *const *fenna_card_phys_map_100ge;
+extern const port_mapping_entry *const *fenna_card_fplate_map_100ge;
+extern const port_mapping_entry *const *fenna_card_np_port_map_100ge;
+extern const port_mapping_entry *const *fenna_card_phys_map_40ge;
+extern const port_mapping_entry *const *fenna_card_fplate_map_40ge;
+extern const port_mapping_entry *const *fenna_card_np_port_map_40ge;
+extern const port_mapping_entry *const *fenna_card_phys_map_10ge;
+extern const port_mapping_entry *const *fenna_card_fplate_map_10ge;
+extern const port_mapping_entry *const *fenna_card_np_port_map_10ge;
+extern card_version fenna_card_version;
+extern subslot_info fenna_card_subslot_info;
+
+void cvn_np_fenna_init(void);
+void cvn_np_fenna_api_fill(cvn_np_api *table);
+/* fenna's slot 41 and slot 44, exported under their own names. */
+void aux_cvn_np_info_to_mapping_info_fenna(uint32_t np_num, uint32_t np_port, uint32_t ifsub_type,
+                                           uint32_t *front, uint32_t *fplate_port,
+                                           uint32_t *port_type);
+void aux_np_port_to_mapping_info_fenna(const port_mapping_entry *const *entries, uint32_t np_port,
+                                       uint32_t count, uint32_t *front, uint32_t *fplate_port,
+                                       uint32_t *port_type);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif /* CVN_NP_LIB_TABLES_H */

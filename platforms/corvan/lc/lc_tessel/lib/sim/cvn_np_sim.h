@@ -1,0 +1,77 @@
+/*
+ * cvn_np_sim.h - the platform substitute: platform_get_my_card_type and
+ * rva_ifsubsys_get_info for machines without the card's platform library.
+ *
+ * It answers from a table of (subslot, ifsubsys) -> interface-subsystem
+ * type and a card type.  Both start from the environment, read once on the
+ * first call of anything here:
+ *
+ *   CVN_NP_SIM_CARD_TYPE  the card type, a C integer literal (0x.. or
+ *                         decimal); 0x3D0274 when unset.
+ *   CVN_NP_SIM_IFSUBSYS   a comma-separated list of SUBSLOT:IFSUBSYS=TYPE,
+ *                         e.g. "0:3=0x10002,1:any=574,1:0=0x10000"; IFSUBSYS
+ *                         may be "any" (the subslot-level query), every
+ *                         number is a C integer literal.
+ *
+ * A malformed value prints one line on stderr naming the variable and the
+ * offending item and exits with status 2.  A key not in the table answers
+ * status 0 with type CVN_NP_IFSUB_TYPE_NONE (nothing installed).
+ *
+ * The functions below let tests and tools script the same table.  Reads
+ * (the two platform calls) are safe from many threads at once; scripting
+ * is not meant to race with them.
+ */
+#ifndef CVN_NP_SIM_H
+#define CVN_NP_SIM_H
+
+#include <stdint.h>
+
+#include "cvn_np_platform.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+#define CVN_NP_SIM_DEFAULT_CARD_TYPE 0x3D0274u
+#define CVN_NP_SIM_ANY CVN_NP_IFSUB_ANY /* ifsubsys key of the subslot level */
+#define CVN_NP_SIM_MAX_ENTRIES 64       /* scripted (subslot, ifsubsys) keys */
+
+/* Forget every scripted answer and failure, set the card type back to the
+ * default and zero the query counters.  The environment is not read again. */
+void cvn_np_sim_reset(void);
+
+/* Read CVN_NP_SIM_CARD_TYPE and CVN_NP_SIM_IFSUBSYS now (again), on top of
+ * what is scripted; a malformed value exits with status 2 as above.  The
+ * first call of anything here does this once by itself. */
+void cvn_np_sim_load_environment(void);
+
+/* The card type platform_get_my_card_type answers. */
+void cvn_np_sim_set_card_type(uint32_t card_type);
+
+/* Answer status 0 with `type` for (subslot, ifsubsys); ifsubsys may be
+ * CVN_NP_SIM_ANY.  Replaces an earlier answer or failure for the key.
+ * Returns 0, or -1 when the table is full. */
+int cvn_np_sim_set_ifsubsys(uint32_t subslot, uint32_t ifsubsys, uint32_t type);
+
+/* Make the query for (subslot, ifsubsys) fail with `status` (non-zero).
+ * Returns 0, or -1 when the table is full or status is 0. */
+int cvn_np_sim_fail_ifsubsys(uint32_t subslot, uint32_t ifsubsys, uint32_t status);
+
+/* Make every query fail with `status` (0 turns this off again). */
+void cvn_np_sim_fail_all(uint32_t status);
+
+/* Parse a CVN_NP_SIM_IFSUBSYS-style list and add its items to the table.
+ * Returns 0; on a malformed item returns -1, adds nothing, and, when
+ * `error` is non-NULL, writes a one-line description (NUL-terminated, at
+ * most error_size bytes) naming the item. */
+int cvn_np_sim_load_ifsubsys(const char *list, char *error, unsigned error_size);
+
+/* How often each platform call has been made since the last reset. */
+uint32_t cvn_np_sim_card_type_queries(void);
+uint32_t cvn_np_sim_ifsubsys_queries(void);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif /* CVN_NP_SIM_H */
