@@ -1,0 +1,716 @@
+// cvn_np_cage_engine.h - the operations of the cage card families.
+//
+// A cage card has optical-module cages on one subslot, `cage_per_complex`
+// cages per NP; a cage holds one module whose type the platform reports
+// (100GE: one port, 40GE: two, 10GE: ten).  Front ports are 8 bits: the cage
+// in bits 7..4, the port within the cage in bits 3..0.  Every cage family
+// runs the same 46 operations over its own tables; a family file describes
+// its tables, its texts and its few differences in one `cage::family`
+// record, and engine<family> provides the slot functions.
+//
+// The operations reach other operations only through the public functions,
+// so every inner step goes through the selected operation table again; the
+// two direct calls are slot 13's per-cage count and slot 45's cage decode.
+#ifndef CVN_NP_CAGE_ENGINE_H
+#define CVN_NP_CAGE_ENGINE_H
+
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+
+#include "cvn_np_lib.h"
+#include "cvn_np_platform.h"
+#include "cvn_np_report.h"
+
+namespace cvn_np::cage {
+
+// ---- Wiring rules, from which the families' tables are generated --------
+
+inline constexpr port_mapping_entry k_end_entry = {0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
+
+// The ports of one speed: cage c, port p sits at entry c * ports_per_cage + p
+// (its faceplate index), with front port = faceplate port = 16c + p and NP
+// c / cages_per_np.  The first cage of an NP numbers its NP-local ports from
+// first_cage_np_port, the others from other_cage_np_port.
+struct wiring {
+    uint32_t cages;
+    uint32_t cages_per_np;
+    uint32_t ports_per_cage;
+    uint16_t first_cage_np_port;
+    uint16_t other_cage_np_port;
+    uint32_t port_type;
+
+    constexpr uint32_t ports() const { return cages * ports_per_cage; }
+};
+
+constexpr bool same_entry(const port_mapping_entry &a, const port_mapping_entry &b)
+{
+    return a.phys_front_port == b.phys_front_port && a.np == b.np && a.np_port == b.np_port &&
+           a.fplate_port == b.fplate_port && a.port_type == b.port_type;
+}
+
+// Entry i of the speed's mapping table; entry ports() is the end entry.
+template <const wiring &w> constexpr port_mapping_entry entry_of(std::size_t i)
+{
+    if (i >= w.ports())
+        return k_end_entry;
+    const auto cage = static_cast<uint16_t>(i / w.ports_per_cage);
+    const auto port = static_cast<uint16_t>(i % w.ports_per_cage);
+    const auto front = static_cast<uint16_t>(16 * cage + port);
+    const uint16_t base = cage % w.cages_per_np == 0 ? w.first_cage_np_port : w.other_cage_np_port;
+    return {front, static_cast<uint16_t>(cage / w.cages_per_np),
+            static_cast<uint16_t>(base + port), front, w.port_type};
+}
+
+// Element f of the speed's faceplate-index table: the faceplate index of
+// front port f, or CVN_NP_NO_PORT where f has no port of this speed.
+template <const wiring &w> constexpr int32_t fplate_index_of(std::size_t f)
+{
+    const uint32_t cage = static_cast<uint32_t>(f >> 4);
+    const uint32_t port = static_cast<uint32_t>(f & 0x0F);
+    if (cage >= w.cages || port >= w.ports_per_cage)
+        return CVN_NP_NO_PORT;
+    return static_cast<int32_t>(cage * w.ports_per_cage + port);
+}
+
+// Element i of an index map: entry i of `table`, NULL past its `count`
+// entries.
+template <const auto &table, std::size_t count>
+constexpr const port_mapping_entry *pointer_to(std::size_t i)
+{
+    return i < count ? &table[i] : nullptr;
+}
+
+// ---- Family description ------------------------------------------------
+
+enum speed : uint8_t { k_100ge, k_40ge, k_10ge, k_speeds };
+
+// One speed of a family: the tables its init installs, the current-record
+// pointers it installs them in, and what the operations need beside them.
+struct speed_tables {
+    const port_mapping_entry *const *phys_map;
+    const port_mapping_entry *const *fplate_map;
+    const port_mapping_entry *const *np_port_map;
+    const port_mapping_entry *const **card_phys_map;
+    const port_mapping_entry *const **card_fplate_map;
+    const port_mapping_entry *const **card_np_port_map;
+    const int32_t *fplate_index; // by front port; NULL: the family has no such speed
+    uint32_t fplate_index_size;
+    uint16_t np_info::*port_subslot; // bound of a faceplate index
+    uint16_t np_info::*port_cage;    // ports of one cage
+    uint32_t port_type;              // port-type code of the speed's ports
+    check index_bound;               // "index < <family>_card_np_info->port_subslot_<speed>"
+};
+
+// The speed_tables of family F at speed S (100, 40 or 10) under the names
+// every cage family uses; `index_check` is its faceplate-index condition.
+#define CVN_NP_CAGE_SPEED(F, S, index_size, index_check)                                          \
+    {phys_front_port_map_##F##_##S##g, fplate_port_map_##F##_##S##g,                              \
+     np_local_port_map_##F##_##S##g, &F##_card_phys_map_##S##ge, &F##_card_fplate_map_##S##ge,    \
+     &F##_card_np_port_map_##S##ge, F##_phys_2_fplate_cage_##S##GE, index_size,                  \
+     &np_info::port_subslot_##S##g, &np_info::port_cage_##S##g, CVN_NP_PORT_TYPE_##S##GE,         \
+     index_check}
+
+// An interface-subsystem type the family knows: its speed and the ports one
+// cage of it carries.
+struct ifsub_type {
+    uint32_t code;
+    speed tables;
+    uint16_t np_info::*ports_per_cage;
+};
+
+// The family's condition texts, one per distinct condition.
+struct texts {
+    check subslot;          // slots 6, 7
+    check ifsubinst;        // slot 7
+    check cage_id;          // slot 37
+    check subslot_num;      // slots 38, 40
+    check ifsubsys_num;     // slots 38, 39, 43
+    check np_num;           // slots 40, 41
+    check np_id;            // slots 13, 16, 18
+    check np_complex;       // slots 23, 24, 25
+    check front_needed;     // slot 16
+    check port_type_needed; // slot 18
+    check fplate_needed;    // slot 18
+    check unknown;          // "0": a type or port type the family does not know
+};
+
+// What slot 4 answers.
+enum class slot4_answer : uint8_t {
+    first_populated_cage, // the list of the first cage holding a module
+    cage_list,            // the COMBO list, without asking the platform
+    first_type,           // the list of the family's first ifsub type
+};
+
+struct family {
+    const char *path; // the family's source, for the assertion report
+    texts text;
+
+    // Tables the init installs, and the current-record pointers.
+    const np_info *np_info_table;
+    const port_info *const *port_info_table;
+    const np_info **card_np_info;
+    const port_info *const **card_port_info;
+    card_version *card_version_record;
+    subslot_info *card_subslot_info;
+    const port_info *dummy_port_info;
+    speed_tables speeds[k_speeds];
+    const ifsub_type *types;
+    std::size_t type_count;
+
+    // The family's differences.
+    slot4_answer port_info_answer;
+    bool local_ports_per_np;           // slot 40 counts an NP's cages, not one cage
+    bool query_status_returned;        // slots 11, 12, 16, 18 return a failed query
+    bool failed_query_skips_mapping;   // slots 8-10 answer 0 on a failed query
+    uint32_t max_np_port;              // slot 15 rejects a larger NP-local port
+    uint32_t ifsubinst_cages;          // slot 45's cage bound; 0: slot left empty
+    uint32_t (*np_port_ifsub_type)(uint32_t np_port); // slot 15's type of an NP-local port
+};
+
+// ---- The operations ------------------------------------------------------
+
+template <const family &F> struct engine {
+    enum output : uint8_t { out_np, out_np_port, out_fplate, out_port_type, out_front };
+
+    static const np_info &info() { return **F.card_np_info; }
+    static void require(bool ok, const check &c) { cvn_np::require(ok, F.path, c); }
+
+    static const ifsub_type *find_type(uint32_t code)
+    {
+        for (std::size_t i = 0; i < F.type_count; ++i)
+            if (F.types[i].code == code)
+                return &F.types[i];
+        return nullptr;
+    }
+    static const ifsub_type &known_type(uint32_t code)
+    {
+        const ifsub_type *t = find_type(code);
+        require(t != nullptr, F.text.unknown);
+        return *t;
+    }
+    // The speed whose ports carry a port-type code, if the family has it.
+    static const speed_tables *speed_of_port_type(uint32_t port_type)
+    {
+        for (const speed_tables &s : F.speeds)
+            if (s.fplate_index != nullptr && s.port_type == port_type)
+                return &s;
+        return nullptr;
+    }
+    static const port_info *speed_list(const speed_tables &s)
+    {
+        return (*F.card_port_info)[s.port_type];
+    }
+    // Entries of one NP at a speed: the stride of the NP-local map.
+    static uint32_t np_block(const speed_tables &s)
+    {
+        return uint32_t{info().*s.port_cage} * info().cage_per_complex;
+    }
+    // The faceplate index of `key` at speed s, checked against the speed's
+    // bound; a key past the table counts as CVN_NP_NO_PORT.
+    static uint32_t checked_fplate_index(const speed_tables &s, uint32_t key)
+    {
+        const int32_t index = key < s.fplate_index_size ? s.fplate_index[key] : CVN_NP_NO_PORT;
+        require(index >= 0 && index < int32_t{info().*s.port_subslot}, s.index_bound);
+        return static_cast<uint32_t>(index);
+    }
+
+    template <class T> static void put(T *out, uint32_t value)
+    {
+        if (out != nullptr)
+            *out = value;
+    }
+
+    // What the platform reports in the cage of a front port.  The type
+    // stays NONE (and subslot and cage 0) when the query fails.
+    struct cage_answer {
+        uint32_t status;
+        uint32_t subslot;
+        uint32_t ifsubsys;
+        uint32_t type;
+    };
+    static cage_answer query(uint32_t front)
+    {
+        cage_answer a{0, 0, 0, CVN_NP_IFSUB_TYPE_NONE};
+        a.status = aux_cvn_np_front_port_to_ifsubsys(front, &a.subslot, &a.ifsubsys, &a.type);
+        return a;
+    }
+    static cage_answer query_cage(uint32_t subslot, uint32_t cage)
+    {
+        return query(cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port(
+            static_cast<uint16_t>(subslot), cage, 0));
+    }
+
+    // The cages of NP n: `cage_per_complex` of them from its first cage.
+    struct np_cages {
+        uint32_t subslot;
+        uint32_t first;
+        uint32_t count;
+    };
+    static np_cages cages_of(uint32_t np_id)
+    {
+        const np_info &i = info();
+        return {np_id / (i.num_complex / i.num_subslot), (i.num_cage / i.num_complex) * np_id,
+                i.cage_per_complex};
+    }
+
+    // ---- slots 0-7: card summary ----
+
+    static const card_version *version_get() { return F.card_version_record; }
+    static uint32_t max_mtu() { return info().max_mtu; }
+    static uint32_t how_many() { return info().num_complex; }
+    static uint32_t chip_how_many() { return info().num_np; }
+    static const subslot_info *subslot_info_get() { return F.card_subslot_info; }
+
+    static const port_info *port_info_get()
+    {
+        if (F.port_info_answer == slot4_answer::cage_list)
+            return (*F.card_port_info)[CVN_NP_PORT_TYPE_COMBO];
+        if (F.port_info_answer == slot4_answer::first_type)
+            return aux_cvn_np_port_info_get(0, 0, F.types[0].code);
+        cage_answer last{0, 0, 0, CVN_NP_IFSUB_TYPE_NONE};
+        const np_info &i = info();
+        const uint32_t cages_per_subslot = i.num_cage / i.num_subslot;
+        for (uint32_t subslot = 0; subslot < i.num_subslot; ++subslot) {
+            for (uint32_t cage = 0; cage < cages_per_subslot; ++cage) {
+                last = query_cage(subslot, cage);
+                if (last.type != CVN_NP_IFSUB_TYPE_NONE)
+                    break;
+            }
+        }
+        return aux_cvn_np_port_info_get(last.subslot, last.ifsubsys, last.type);
+    }
+
+    static const port_info *port_info_subslot(uint16_t subslot)
+    {
+        require(subslot < info().num_subslot, F.text.subslot);
+        return (*F.card_port_info)[CVN_NP_PORT_TYPE_COMBO];
+    }
+
+    static const port_info *port_info_from_subslot_ifsubinst(uint16_t subslot, uint16_t ifsubinst)
+    {
+        require(subslot < info().num_subslot, F.text.subslot);
+        require(ifsubinst < info().num_cage, F.text.ifsubinst);
+        const cage_answer a = query_cage(subslot, ifsubinst);
+        return aux_cvn_np_port_info_get(subslot, ifsubinst, a.type);
+    }
+
+    // ---- slots 8-12: front port to NP ----
+
+    // Slots 8-10: one field of the front port's mapping (0 when none is
+    // written).
+    template <output field> static uint32_t front_port_field(uint32_t front)
+    {
+        const cage_answer a = query(front);
+        uint32_t value = 0;
+        if (a.status != 0 && F.failed_query_skips_mapping)
+            return value;
+        aux_cvn_np_front_port_to_mapping_info(
+            a.ifsubsys, cvn_np_lib_get_port(front), a.type, field == out_np ? &value : nullptr,
+            field == out_np_port ? &value : nullptr, nullptr,
+            field == out_port_type ? &value : nullptr);
+        return value;
+    }
+
+    static uint32_t front_port_to_face_plate_port(uint32_t front, uint32_t *fplate_port,
+                                                  uint32_t *port_type)
+    {
+        if (fplate_port == nullptr || port_type == nullptr)
+            return CVN_NP_ERR_INVALID;
+        const cage_answer a = query(front);
+        if (a.status != 0 && F.query_status_returned)
+            return a.status;
+        uint32_t fplate = 0;
+        uint32_t type = 0;
+        aux_cvn_np_front_port_to_mapping_info(a.ifsubsys, cvn_np_lib_get_port(front), a.type,
+                                              nullptr, nullptr, &fplate, &type);
+        *fplate_port = fplate;
+        *port_type = type;
+        return 0;
+    }
+
+    static uint32_t front_port_mapping_info(uint32_t front, uint32_t *np, uint32_t *np_port,
+                                            uint32_t *fplate_port, uint32_t *port_type)
+    {
+        const cage_answer a = query(front);
+        if (a.status != 0 && F.query_status_returned)
+            return a.status;
+        aux_cvn_np_front_port_to_mapping_info(a.ifsubsys, cvn_np_lib_get_port(front), a.type, np,
+                                              np_port, fplate_port, port_type);
+        return 0;
+    }
+
+    // ---- slots 13-18: NP to front port ----
+
+    static uint32_t info_num_local_ports(uint32_t np_id)
+    {
+        require(np_id < cvn_np_how_many(), F.text.np_id);
+        const np_cages cages = cages_of(np_id);
+        uint32_t ports = 0;
+        for (uint32_t cage = cages.first; cage < cages.first + cages.count; ++cage) {
+            const cage_answer a = query_cage(cages.subslot, cage);
+            if (a.type != CVN_NP_IFSUB_TYPE_NONE)
+                ports += ports_of_one_cage(a.subslot, np_id, a.type);
+        }
+        return ports;
+    }
+
+    static uint32_t info_to_front_port(uint32_t np_id, uint32_t np_port, uint32_t *front)
+    {
+        uint32_t discarded_type = 0;
+        return cvn_np_info_to_fplate_porttype(np_id, np_port, front, &discarded_type);
+    }
+
+    static uint32_t info_to_fplate_porttype(uint32_t np_id, uint32_t np_port,
+                                            uint32_t *fplate_port, uint32_t *port_type)
+    {
+        if (np_id >= cvn_np_how_many() || np_port > F.max_np_port)
+            return CVN_NP_ERR_INVALID;
+        aux_cvn_np_info_to_mapping_info(np_id, np_port, F.np_port_ifsub_type(np_port),
+                                        fplate_port, nullptr, port_type);
+        return 0;
+    }
+
+    // Slots 16 and 18: the first entry of the NP at the type of the first
+    // of its cages that holds a module.
+    static uint32_t first_port_of_np(uint32_t np_id, uint32_t *front, uint32_t *fplate_port,
+                                     uint32_t *port_type)
+    {
+        const np_cages cages = cages_of(np_id);
+        cage_answer found{0, 0, 0, CVN_NP_IFSUB_TYPE_NONE};
+        for (uint32_t cage = cages.first; cage < cages.first + cages.count; ++cage) {
+            found = query_cage(cages.subslot, cage);
+            if (found.status != 0 && F.query_status_returned)
+                return found.status;
+            if (found.type != CVN_NP_IFSUB_TYPE_NONE)
+                break;
+        }
+        const uint32_t status = aux_cvn_np_first_port_on_np(np_id, found.ifsubsys, found.type,
+                                                            front, fplate_port, port_type);
+        return F.query_status_returned ? status : 0;
+    }
+
+    static uint32_t first_front_port_on_np(uint32_t np_id, uint32_t *phys_front_port)
+    {
+        require(phys_front_port != nullptr, F.text.front_needed);
+        require(np_id < cvn_np_how_many(), F.text.np_id);
+        return first_port_of_np(np_id, phys_front_port, nullptr, nullptr);
+    }
+
+    static uint32_t first_phys_port_on_np(uint32_t, uint32_t *) { return CVN_NP_ERR_INVALID; }
+
+    static uint32_t first_fplate_porttype_on_np(uint32_t np_id, uint32_t *port_type,
+                                                uint32_t *fplate_port)
+    {
+        require(port_type != nullptr, F.text.port_type_needed);
+        require(fplate_port != nullptr, F.text.fplate_needed);
+        require(np_id < cvn_np_how_many(), F.text.np_id);
+        return first_port_of_np(np_id, nullptr, fplate_port, port_type);
+    }
+
+    // ---- slots 19-22: faceplate port to NP ----
+
+    template <output field> static uint32_t faceplate_field(uint32_t port_type, uint32_t fplate)
+    {
+        uint32_t value = 0;
+        aux_cvn_faceplate_to_mapping_info(cvn_np_lib_get_ifsubinst(fplate),
+                                          cvn_np_lib_get_port(fplate), port_type,
+                                          field == out_np ? &value : nullptr,
+                                          field == out_np_port ? &value : nullptr,
+                                          field == out_front ? &value : nullptr);
+        return value;
+    }
+
+    static uint32_t faceplate_porttype_mapping_info(uint32_t port_type, uint32_t fplate,
+                                                    uint32_t *np, uint32_t *np_port,
+                                                    uint32_t *front)
+    {
+        aux_cvn_faceplate_to_mapping_info(cvn_np_lib_get_ifsubinst(fplate),
+                                          cvn_np_lib_get_port(fplate), port_type, np, np_port,
+                                          front);
+        return 0;
+    }
+
+    // ---- slots 23-28: complexes and subslots ----
+
+    static uint32_t complex_to_subslot(uint8_t np_complex)
+    {
+        require(np_complex < cvn_np_how_many(), F.text.np_complex);
+        return 0;
+    }
+
+    static uint32_t complex_to_subslot_list(uint8_t np_complex, uint32_t *count,
+                                            uint32_t *first_subslot)
+    {
+        require(np_complex < cvn_np_how_many(), F.text.np_complex);
+        if (count == nullptr)
+            return 0;
+        *count = 1;
+        if (first_subslot == nullptr)
+            return 0;
+        *first_subslot = cvn_np_complex_to_subslot(np_complex);
+        return 0;
+    }
+
+    static uint32_t complex_to_np(uint8_t np_complex, uint32_t second)
+    {
+        require(np_complex < cvn_np_how_many(), F.text.np_complex);
+        const uint32_t per_complex = info().np_per_complex;
+        const uint32_t first = np_complex * per_complex;
+        if (per_complex == 1)
+            return first;
+        return second != 0 ? first + 1 : first;
+    }
+
+    static uint32_t set_if_subsys_type(uint32_t, uint16_t) { return 0; }
+
+    static uint32_t subslot_to_np_list(uint8_t, uint32_t *count, uint32_t *first_np)
+    {
+        if (count == nullptr || first_np == nullptr)
+            return CVN_NP_ERR_INVALID;
+        *count = cvn_np_chip_how_many();
+        *first_np = 0;
+        return 0;
+    }
+
+    static uint32_t to_cpu_port_map(uint16_t) { return 3; }
+
+    // ---- slots 29-36: front-port encoding ----
+
+    static uint32_t set_subslot_phy_port(uint16_t, uint32_t phy_port) { return phy_port & 0xFF; }
+    static uint32_t set_subslot_ifsubinst_ifsubinst_port(uint16_t, uint32_t ifsubinst,
+                                                         uint32_t ifsubinst_port)
+    {
+        return ((ifsubinst << 4) & 0xFF) | (ifsubinst_port & 0x0F);
+    }
+    static uint32_t get_subslot(uint32_t) { return 0; }
+    static uint32_t get_port(uint32_t front) { return front & 0xFF; }
+    static uint32_t get_ifsubinst(uint32_t front) { return (front & 0xF0) >> 4; }
+    static uint32_t get_ifsubinst_port(uint32_t front) { return front & 0x0F; }
+
+    // A port of a 10GE or 40GE module is (cage << 4) + port, unmasked; a
+    // 100GE module has port 0 only.
+    static uint32_t get_phys_port_tuple45(uint32_t port_type, uint16_t, uint16_t ifsubinst,
+                                          uint16_t ifsubinst_port)
+    {
+        const speed_tables *s = speed_of_port_type(port_type);
+        if (s == nullptr)
+            return CVN_NP_NO_PORT;
+        if (port_type == CVN_NP_PORT_TYPE_100GE)
+            return uint32_t{ifsubinst} << 4;
+        return (uint32_t{ifsubinst} << 4) + ifsubinst_port;
+    }
+
+    // ---- slots 37-45: auxiliary layer ----
+
+    static uint32_t front_port_to_ifsubsys(uint32_t front, uint32_t *subslot, uint32_t *ifsubsys,
+                                           uint32_t *type)
+    {
+        const ifsubsys_id cage_id = {0, cvn_np_lib_get_subslot(front),
+                                     cvn_np_lib_get_ifsubinst(front)};
+        require(cage_id.ifsubsys < info().num_cage, F.text.cage_id);
+        ifsubsys_info answer{};
+        const uint32_t status = rva_ifsubsys_get_info(&cage_id, &answer);
+        if (status != 0)
+            return status;
+        put(subslot, cage_id.subslot);
+        put(ifsubsys, cage_id.ifsubsys);
+        put(type, answer.type);
+        return 0;
+    }
+
+    static const port_info *port_info_of_type(uint32_t subslot_num, uint32_t ifsubsys_num,
+                                              uint32_t type)
+    {
+        require(subslot_num < info().num_subslot, F.text.subslot_num);
+        require(ifsubsys_num < info().num_cage, F.text.ifsubsys_num);
+        const ifsub_type *t = find_type(type);
+        return t != nullptr ? speed_list(F.speeds[t->tables]) : F.dummy_port_info;
+    }
+
+    // 100GE modules index the faceplate-index table with the port value
+    // itself, the others with its low 8 bits.
+    static void front_port_to_mapping_info(uint32_t ifsubsys_num, uint32_t port, uint32_t type,
+                                           uint32_t *np, uint32_t *np_port, uint32_t *fplate_port,
+                                           uint32_t *port_type)
+    {
+        require(ifsubsys_num < info().num_cage, F.text.ifsubsys_num);
+        const ifsub_type &t = known_type(type);
+        const speed_tables &s = F.speeds[t.tables];
+        const uint32_t key = t.tables == k_100ge ? port : port & 0xFF;
+        const port_mapping_entry &e = *(*s.card_phys_map)[checked_fplate_index(s, key)];
+        put(np, e.np);
+        put(np_port, e.np_port);
+        put(fplate_port, e.fplate_port);
+        put(port_type, e.port_type);
+    }
+
+    // The ports one cage of `type` carries (slot 40's checks and count).
+    static uint32_t ports_of_one_cage(uint32_t subslot_num, uint32_t np_num, uint32_t type)
+    {
+        require(subslot_num < info().num_subslot, F.text.subslot_num);
+        require(np_num < info().num_complex, F.text.np_num);
+        return info().*known_type(type).ports_per_cage;
+    }
+
+    static uint32_t aux_num_local_ports(uint32_t subslot_num, uint32_t np_num, uint32_t type)
+    {
+        const uint32_t per_cage = ports_of_one_cage(subslot_num, np_num, type);
+        return F.local_ports_per_np ? per_cage * info().cage_per_complex : per_cage;
+    }
+
+    static void info_to_mapping_info(uint32_t np_num, uint32_t np_port, uint32_t type,
+                                     uint32_t *front, uint32_t *fplate_port, uint32_t *port_type)
+    {
+        require(np_num < info().num_complex, F.text.np_num);
+        const speed_tables &s = F.speeds[known_type(type).tables];
+        const uint32_t block = np_block(s);
+        aux_np_port_to_mapping_info(*s.card_np_port_map + np_num * block, np_port, block, front,
+                                    fplate_port, port_type);
+    }
+
+    static uint32_t first_port_on_np(uint32_t np_num, uint32_t, uint32_t type, uint32_t *front,
+                                     uint32_t *fplate_port, uint32_t *port_type)
+    {
+        const ifsub_type *t = find_type(type);
+        if (t == nullptr || np_num >= info().num_complex)
+            return CVN_NP_ERR_INVALID;
+        const speed_tables &s = F.speeds[t->tables];
+        const port_mapping_entry &e = *(*s.card_np_port_map)[np_num * np_block(s)];
+        put(front, e.phys_front_port);
+        put(fplate_port, e.fplate_port);
+        put(port_type, e.port_type);
+        return 0;
+    }
+
+    static uint32_t faceplate_to_mapping_info(uint32_t ifsubsys_num, uint32_t port,
+                                              uint32_t port_type, uint32_t *np, uint32_t *np_port,
+                                              uint32_t *front)
+    {
+        require(ifsubsys_num < info().num_cage, F.text.ifsubsys_num);
+        const speed_tables *s = speed_of_port_type(port_type);
+        require(s != nullptr, F.text.unknown);
+        const port_mapping_entry &e = *(*s->card_fplate_map)[checked_fplate_index(*s, port & 0xFF)];
+        put(np, e.np);
+        put(np_port, e.np_port);
+        put(front, e.phys_front_port);
+        return 0;
+    }
+
+    static void np_port_to_mapping_info(const port_mapping_entry *const *entries, uint32_t np_port,
+                                        uint32_t count, uint32_t *front, uint32_t *fplate_port,
+                                        uint32_t *port_type)
+    {
+        if (entries == nullptr)
+            return;
+        for (uint32_t i = 0; i < count; ++i) {
+            const port_mapping_entry *e = entries[i];
+            if (e != nullptr && e->np_port == np_port) {
+                put(front, e->phys_front_port);
+                put(fplate_port, e->fplate_port);
+                put(port_type, e->port_type);
+                return;
+            }
+        }
+    }
+
+    static uint32_t front_port_to_ifsubinst(uint32_t front, uint32_t *ifsubinst)
+    {
+        if (ifsubinst == nullptr)
+            return CVN_NP_EINVAL;
+        *ifsubinst = get_ifsubinst(front);
+        return *ifsubinst < F.ifsubinst_cages ? 0 : CVN_NP_EINVAL;
+    }
+
+    // ---- init and the operation table ----
+
+    static void fill(cvn_np_api *t)
+    {
+        t->cvn_np_version_get = version_get;
+        t->cvn_max_mtu = max_mtu;
+        t->cvn_np_how_many = how_many;
+        t->cvn_np_chip_how_many = chip_how_many;
+        t->cvn_np_port_info_get = port_info_get;
+        t->cvn_np_subslot_info_get = subslot_info_get;
+        t->cvn_np_port_info_subslot = port_info_subslot;
+        t->cvn_np_port_info_from_subslot_ifsubinst = port_info_from_subslot_ifsubinst;
+        t->cvn_np_front_port_to_np = front_port_field<out_np>;
+        t->cvn_np_front_port_to_np_port = front_port_field<out_np_port>;
+        t->cvn_np_front_port_to_port_type = front_port_field<out_port_type>;
+        t->cvn_np_front_port_to_face_plate_port = front_port_to_face_plate_port;
+        t->cvn_np_front_port_mapping_info = front_port_mapping_info;
+        t->cvn_np_info_num_local_ports = info_num_local_ports;
+        t->cvn_np_info_to_front_port = info_to_front_port;
+        t->cvn_np_info_to_fplate_porttype = info_to_fplate_porttype;
+        t->cvn_np_first_front_port_on_np = first_front_port_on_np;
+        t->cvn_np_first_phys_port_on_np = first_phys_port_on_np;
+        t->cvn_np_first_fplate_porttype_on_np = first_fplate_porttype_on_np;
+        t->cvn_faceplate_porttype_to_np = faceplate_field<out_np>;
+        t->cvn_faceplate_porttype_to_np_port = faceplate_field<out_np_port>;
+        t->cvn_faceplate_porttype_to_phys_port = faceplate_field<out_front>;
+        t->cvn_faceplate_porttype_mapping_info = faceplate_porttype_mapping_info;
+        t->cvn_np_complex_to_subslot = complex_to_subslot;
+        t->cvn_np_complex_to_subslot_list = complex_to_subslot_list;
+        t->cvn_np_complex_to_np = complex_to_np;
+        t->cvn_np_set_if_subsys_type = set_if_subsys_type;
+        t->cvn_np_subslot_to_np_list = subslot_to_np_list;
+        t->cvn_np_to_cpu_port_map = to_cpu_port_map;
+        t->cvn_np_lib_set_subslot_phy_port = set_subslot_phy_port;
+        t->cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port = set_subslot_ifsubinst_ifsubinst_port;
+        t->cvn_np_lib_get_subslot = get_subslot;
+        t->cvn_np_lib_get_subslot_port = get_port;
+        t->cvn_np_lib_get_port = get_port;
+        t->cvn_np_lib_get_ifsubinst = get_ifsubinst;
+        t->cvn_np_lib_get_ifsubinst_port = get_ifsubinst_port;
+        t->cvn_np_lib_get_phys_port_tuple45 = get_phys_port_tuple45;
+        t->aux_cvn_np_front_port_to_ifsubsys = front_port_to_ifsubsys;
+        t->aux_cvn_np_port_info_get = port_info_of_type;
+        t->aux_cvn_np_front_port_to_mapping_info = front_port_to_mapping_info;
+        t->aux_cvn_np_info_num_local_ports = aux_num_local_ports;
+        t->aux_cvn_np_info_to_mapping_info = info_to_mapping_info;
+        t->aux_cvn_np_first_port_on_np = first_port_on_np;
+        t->aux_cvn_faceplate_to_mapping_info = faceplate_to_mapping_info;
+        t->aux_np_port_to_mapping_info = np_port_to_mapping_info;
+        t->aux_cvn_np_front_port_to_ifsubinst =
+            F.ifsubinst_cages != 0 ? front_port_to_ifsubinst : nullptr;
+    }
+
+    // Points the current-record pointers at the family's tables (np_info
+    // and port info, then per speed 100GE, 40GE, 10GE the phys, faceplate
+    // and NP-local maps), fills the version and subslot records from the
+    // np_info, and fills the operation table.
+    static void init(cvn_np_api *table)
+    {
+        *F.card_np_info = F.np_info_table;
+        *F.card_port_info = F.port_info_table;
+        for (const speed_tables &s : F.speeds) {
+            if (s.card_phys_map == nullptr)
+                continue; // a speed the family's cards never carry
+            *s.card_phys_map = s.phys_map;
+            *s.card_fplate_map = s.fplate_map;
+            *s.card_np_port_map = s.np_port_map;
+        }
+        const np_info &i = info();
+        *F.card_version_record = {i.ver_major, i.ver_minor};
+        // max_ports_per_subslot: the ports of the widest module, one cage.
+        uint16_t widest = 0;
+        for (const speed_tables &s : F.speeds)
+            widest = i.*s.port_cage > widest ? i.*s.port_cage : widest;
+        *F.card_subslot_info = {i.num_subslot, widest, i.num_cage, 255};
+        fill(table);
+    }
+};
+
+// brisca-style slot 15: an NP-local port's type from its number.
+constexpr uint32_t np_port_ifsub_type_by_range(uint32_t np_port)
+{
+    if (np_port >= 192)
+        return CVN_NP_IFSUB_TYPE_10GE;
+    if (np_port > 100)
+        return CVN_NP_IFSUB_TYPE_100GE;
+    return CVN_NP_IFSUB_TYPE_40GE;
+}
+
+} // namespace cvn_np::cage
+
+#endif // CVN_NP_CAGE_ENGINE_H

@@ -1,0 +1,158 @@
+// cvn_np_lib_brisca.cpp - the brisca cards: eight cages on four NPs, one NP
+// per complex, one subslot.  Cages 2n and 2n+1 belong to NP n; each cage
+// takes a 100GE module (one port), a 40GE module (two ports) or a 10GE
+// module (ten ports), as the platform reports.
+
+#include "cvn_np_cage_engine.h"
+#include "cvn_np_lib_tables.h"
+#include "cvn_np_table_rows.h"
+
+namespace cage = cvn_np::cage;
+
+namespace {
+
+// The first cage of an NP numbers its ports from the higher base.
+constexpr cage::wiring k_10g = {8, 2, 10, 204, 192, CVN_NP_PORT_TYPE_10GE};
+constexpr cage::wiring k_40g = {8, 2, 2, 99, 96, CVN_NP_PORT_TYPE_40GE};
+constexpr cage::wiring k_100g = {8, 2, 1, 117, 116, CVN_NP_PORT_TYPE_100GE};
+
+} // namespace
+
+extern "C" {
+
+constexpr np_info np_info_brisca = {
+    .sw_version = 1, .sw_status = 0, .num_np = 4, .num_complex = 4, .np_per_complex = 1,
+    .num_cage = 8, .cage_per_complex = 2, .ver_major = 5, .ver_minor = 99, .max_mtu = 9216,
+    .max_fpport_100g = 8, .max_fpport_40g = 16, .max_fpport_10g = 80, .num_subslot = 1,
+    .max_port_cage = 8, .port_subslot_100g = 8, .port_subslot_40g = 16, .port_subslot_10g = 80,
+    .port_cage_100g = 1, .port_cage_40g = 2, .port_cage_40g_alt = 1, .port_cage_10g = 10,
+    .num_info_types = 0,
+};
+
+constexpr port_info port_info_brisca_10g[2] = {{10, CVN_NP_PORT_TYPE_10GE}, {0, CVN_NP_PORT_TYPE_END}};
+constexpr port_info port_info_brisca_40g[2] = {{2, CVN_NP_PORT_TYPE_40GE}, {0, CVN_NP_PORT_TYPE_END}};
+constexpr port_info port_info_brisca_100g[2] = {{1, CVN_NP_PORT_TYPE_100GE}, {0, CVN_NP_PORT_TYPE_END}};
+constexpr port_info brisca_dummy_port_info[1] = {{0, CVN_NP_PORT_TYPE_END}};
+static constexpr port_info port_info_brisca_none[2] = {{0, CVN_NP_PORT_TYPE_NONE}, {0, CVN_NP_PORT_TYPE_END}};
+static constexpr port_info port_info_brisca_combo[2] = {{8, CVN_NP_PORT_TYPE_COMBO}, {0, CVN_NP_PORT_TYPE_END}};
+constexpr const port_info *port_info_brisca[6] = {
+    port_info_brisca_none, port_info_brisca_10g, port_info_brisca_combo,
+    port_info_brisca_40g,  port_info_brisca_100g, nullptr,
+};
+
+constexpr port_mapping_entry cvn_np_port_mapping_brisca_10g[81] = {CVN_NP_ROWS(cage::entry_of<k_10g>, 8, 1)};
+constexpr port_mapping_entry cvn_np_port_mapping_brisca_40g[17] = {CVN_NP_ROWS(cage::entry_of<k_40g>, 1, 7)};
+constexpr port_mapping_entry cvn_np_port_mapping_brisca_100g[9] = {CVN_NP_ROWS(cage::entry_of<k_100g>, 0, 9)};
+
+// The entries already run NP by NP, so all three maps of a speed are the
+// table in order.
+#define BRISCA_MAP(speed, tens, ones) \
+    {CVN_NP_ROWS((cage::pointer_to<cvn_np_port_mapping_brisca_##speed, k_##speed.ports()>), tens, ones)}
+constexpr const port_mapping_entry *np_local_port_map_brisca_10g[80] = BRISCA_MAP(10g, 8, 0);
+constexpr const port_mapping_entry *np_local_port_map_brisca_40g[16] = BRISCA_MAP(40g, 1, 6);
+constexpr const port_mapping_entry *np_local_port_map_brisca_100g[8] = BRISCA_MAP(100g, 0, 8);
+constexpr const port_mapping_entry *fplate_port_map_brisca_10g[80] = BRISCA_MAP(10g, 8, 0);
+constexpr const port_mapping_entry *fplate_port_map_brisca_40g[16] = BRISCA_MAP(40g, 1, 6);
+constexpr const port_mapping_entry *fplate_port_map_brisca_100g[8] = BRISCA_MAP(100g, 0, 8);
+constexpr const port_mapping_entry *phys_front_port_map_brisca_10g[80] = BRISCA_MAP(10g, 8, 0);
+constexpr const port_mapping_entry *phys_front_port_map_brisca_40g[16] = BRISCA_MAP(40g, 1, 6);
+constexpr const port_mapping_entry *phys_front_port_map_brisca_100g[8] = BRISCA_MAP(100g, 0, 8);
+#undef BRISCA_MAP
+
+constexpr int32_t brisca_phys_2_fplate_cage_10GE[128] = {CVN_NP_ROWS(cage::fplate_index_of<k_10g>, 12, 8)};
+constexpr int32_t brisca_phys_2_fplate_cage_40GE[128] = {CVN_NP_ROWS(cage::fplate_index_of<k_40g>, 12, 8)};
+constexpr int32_t brisca_phys_2_fplate_cage_100GE[128] = {CVN_NP_ROWS(cage::fplate_index_of<k_100g>, 12, 8)};
+
+const np_info *brisca_card_np_info;
+const port_info *const *brisca_card_port_info;
+const port_mapping_entry *const *brisca_card_phys_map_100ge;
+const port_mapping_entry *const *brisca_card_fplate_map_100ge;
+const port_mapping_entry *const *brisca_card_np_port_map_100ge;
+const port_mapping_entry *const *brisca_card_phys_map_40ge;
+const port_mapping_entry *const *brisca_card_fplate_map_40ge;
+const port_mapping_entry *const *brisca_card_np_port_map_40ge;
+const port_mapping_entry *const *brisca_card_phys_map_10ge;
+const port_mapping_entry *const *brisca_card_fplate_map_10ge;
+const port_mapping_entry *const *brisca_card_np_port_map_10ge;
+card_version brisca_card_version;
+subslot_info brisca_card_subslot_info;
+cvn_np_api cvn_np_api_brisca;
+
+} // extern "C"
+
+// Telling rows: (phys_front_port, np, np_port, fplate_port, port_type).
+static_assert(cage::same_entry(cvn_np_port_mapping_brisca_10g[0], {0x00, 0, 204, 0x00, 1}));
+static_assert(cage::same_entry(cvn_np_port_mapping_brisca_10g[10], {0x10, 0, 192, 0x10, 1}));
+static_assert(cage::same_entry(cvn_np_port_mapping_brisca_10g[79], {0x79, 3, 201, 0x79, 1}));
+static_assert(cage::same_entry(cvn_np_port_mapping_brisca_10g[80], cage::k_end_entry));
+static_assert(cage::same_entry(cvn_np_port_mapping_brisca_40g[3], {0x11, 0, 97, 0x11, 3}));
+static_assert(cage::same_entry(cvn_np_port_mapping_brisca_40g[15], {0x71, 3, 97, 0x71, 3}));
+static_assert(cage::same_entry(cvn_np_port_mapping_brisca_40g[16], cage::k_end_entry));
+static_assert(cage::same_entry(cvn_np_port_mapping_brisca_100g[1], {0x10, 0, 116, 0x10, 4}));
+static_assert(cage::same_entry(cvn_np_port_mapping_brisca_100g[6], {0x60, 3, 117, 0x60, 4}));
+static_assert(cage::same_entry(cvn_np_port_mapping_brisca_100g[8], cage::k_end_entry));
+static_assert(brisca_phys_2_fplate_cage_10GE[0x0A] == CVN_NP_NO_PORT);
+static_assert(brisca_phys_2_fplate_cage_10GE[0x79] == 79);
+static_assert(brisca_phys_2_fplate_cage_40GE[0x71] == 15 && brisca_phys_2_fplate_cage_40GE[0x72] == 255);
+static_assert(brisca_phys_2_fplate_cage_100GE[0x70] == 7 && brisca_phys_2_fplate_cage_100GE[0x7F] == 255);
+static_assert(np_local_port_map_brisca_10g[79] == &cvn_np_port_mapping_brisca_10g[79]);
+
+namespace {
+
+constexpr cage::ifsub_type k_types[] = {
+    {CVN_NP_IFSUB_TYPE_100GE, cage::k_100ge, &np_info::port_cage_100g},
+    {CVN_NP_IFSUB_TYPE_40GE, cage::k_40ge, &np_info::port_cage_40g},
+    {CVN_NP_IFSUB_TYPE_10GE, cage::k_10ge, &np_info::port_cage_10g},
+    {CVN_NP_IFSUB_TYPE_40GE_ALT, cage::k_40ge, &np_info::port_cage_40g_alt},
+};
+
+constexpr cage::family k_brisca = {
+    .path = "platforms/corvan/lc/lc_tessel/lib/src/cvn_np_lib_brisca.cpp",
+    .text = {
+        .subslot = CVN_NP_CHECK("subslot < brisca_card_np_info->num_subslot"),
+        .ifsubinst = CVN_NP_CHECK("ifsubinst < brisca_card_np_info->num_cage"),
+        .cage_id = CVN_NP_CHECK("cage_id.ifsubsys < brisca_card_np_info->num_cage"),
+        .subslot_num = CVN_NP_CHECK("subslot_num < brisca_card_np_info->num_subslot"),
+        .ifsubsys_num = CVN_NP_CHECK("ifsubsys_num < brisca_card_np_info->num_cage"),
+        .np_num = CVN_NP_CHECK("np_num < brisca_card_np_info->num_complex"),
+        .np_id = CVN_NP_CHECK("np_id < cvn_np_how_many()"),
+        .np_complex = CVN_NP_CHECK("np_complex < cvn_np_how_many()"),
+        .front_needed = CVN_NP_CHECK("phys_front_port != NULL"),
+        .port_type_needed = CVN_NP_CHECK("port_type != NULL"),
+        .fplate_needed = CVN_NP_CHECK("fplate_port != NULL"),
+        .unknown = CVN_NP_CHECK("0"),
+    },
+    .np_info_table = &np_info_brisca,
+    .port_info_table = port_info_brisca,
+    .card_np_info = &brisca_card_np_info,
+    .card_port_info = &brisca_card_port_info,
+    .card_version_record = &brisca_card_version,
+    .card_subslot_info = &brisca_card_subslot_info,
+    .dummy_port_info = brisca_dummy_port_info,
+    .speeds = {
+        CVN_NP_CAGE_SPEED(brisca, 100, 128, CVN_NP_CHECK("index < brisca_card_np_info->port_subslot_100g")),
+        CVN_NP_CAGE_SPEED(brisca, 40, 128, CVN_NP_CHECK("index < brisca_card_np_info->port_subslot_40g")),
+        CVN_NP_CAGE_SPEED(brisca, 10, 128, CVN_NP_CHECK("index < brisca_card_np_info->port_subslot_10g")),
+    },
+    .types = k_types,
+    .type_count = std::size(k_types),
+    .port_info_answer = cage::slot4_answer::first_populated_cage,
+    .local_ports_per_np = false, // brisca counts slot 40 per cage
+    .query_status_returned = true,
+    .failed_query_skips_mapping = false,
+    .max_np_port = UINT32_MAX,
+    .ifsubinst_cages = 8,
+    .np_port_ifsub_type = cage::np_port_ifsub_type_by_range,
+};
+
+using brisca = cage::engine<k_brisca>;
+
+} // namespace
+
+extern "C" {
+
+void cvn_np_brisca_api_fill(cvn_np_api *table) { brisca::fill(table); }
+
+void cvn_np_brisca_init(void) { brisca::init(&cvn_np_api_brisca); }
+
+} // extern "C"

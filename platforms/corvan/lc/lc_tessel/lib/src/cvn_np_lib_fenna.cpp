@@ -1,0 +1,166 @@
+// cvn_np_lib_fenna.cpp - the fenna cards: the six-cage sister of brisca,
+// three NPs, one NP per complex, one subslot; cages 2n and 2n+1 belong to
+// NP n.  It runs brisca's operations with these differences: no 40GE_ALT
+// modules, slot 40 counts an NP's ports rather than one cage's, slot 15
+// rejects NP-local ports above 254, and slot 45 is left empty.
+
+#include "cvn_np_cage_engine.h"
+#include "cvn_np_lib_tables.h"
+#include "cvn_np_table_rows.h"
+
+namespace cage = cvn_np::cage;
+
+namespace {
+
+constexpr cage::wiring k_10g = {6, 2, 10, 204, 192, CVN_NP_PORT_TYPE_10GE};
+constexpr cage::wiring k_40g = {6, 2, 2, 99, 96, CVN_NP_PORT_TYPE_40GE};
+constexpr cage::wiring k_100g = {6, 2, 1, 117, 116, CVN_NP_PORT_TYPE_100GE};
+
+} // namespace
+
+extern "C" {
+
+constexpr np_info np_info_fenna = {
+    .sw_version = 1, .sw_status = 0, .num_np = 3, .num_complex = 3, .np_per_complex = 1,
+    .num_cage = 6, .cage_per_complex = 2, .ver_major = 5, .ver_minor = 99, .max_mtu = 9216,
+    .max_fpport_100g = 6, .max_fpport_40g = 12, .max_fpport_10g = 60, .num_subslot = 1,
+    .max_port_cage = 8, .port_subslot_100g = 6, .port_subslot_40g = 12, .port_subslot_10g = 60,
+    .port_cage_100g = 1, .port_cage_40g = 2, .port_cage_40g_alt = 0, .port_cage_10g = 10,
+    .num_info_types = 0,
+};
+
+constexpr port_info port_info_fenna_10g[2] = {{10, CVN_NP_PORT_TYPE_10GE}, {0, CVN_NP_PORT_TYPE_END}};
+constexpr port_info port_info_fenna_40g[2] = {{2, CVN_NP_PORT_TYPE_40GE}, {0, CVN_NP_PORT_TYPE_END}};
+constexpr port_info port_info_fenna_100g[2] = {{1, CVN_NP_PORT_TYPE_100GE}, {0, CVN_NP_PORT_TYPE_END}};
+constexpr port_info fenna_dummy_port_info[1] = {{0, CVN_NP_PORT_TYPE_END}};
+static constexpr port_info port_info_fenna_none[2] = {{0, CVN_NP_PORT_TYPE_NONE}, {0, CVN_NP_PORT_TYPE_END}};
+static constexpr port_info port_info_fenna_combo[2] = {{6, CVN_NP_PORT_TYPE_COMBO}, {0, CVN_NP_PORT_TYPE_END}};
+constexpr const port_info *port_info_fenna[6] = {
+    port_info_fenna_none, port_info_fenna_10g,  port_info_fenna_combo,
+    port_info_fenna_40g,  port_info_fenna_100g, nullptr,
+};
+
+constexpr port_mapping_entry cvn_np_port_mapping_fenna_10g[61] = {CVN_NP_ROWS(cage::entry_of<k_10g>, 6, 1)};
+constexpr port_mapping_entry cvn_np_port_mapping_fenna_40g[13] = {CVN_NP_ROWS(cage::entry_of<k_40g>, 1, 3)};
+constexpr port_mapping_entry cvn_np_port_mapping_fenna_100g[7] = {CVN_NP_ROWS(cage::entry_of<k_100g>, 0, 7)};
+
+// As on brisca, the entries run NP by NP: every map of a speed is its
+// table in order.
+#define FENNA_MAP(speed, tens, ones) \
+    {CVN_NP_ROWS((cage::pointer_to<cvn_np_port_mapping_fenna_##speed, k_##speed.ports()>), tens, ones)}
+constexpr const port_mapping_entry *np_local_port_map_fenna_10g[60] = FENNA_MAP(10g, 6, 0);
+constexpr const port_mapping_entry *np_local_port_map_fenna_40g[12] = FENNA_MAP(40g, 1, 2);
+constexpr const port_mapping_entry *np_local_port_map_fenna_100g[6] = FENNA_MAP(100g, 0, 6);
+constexpr const port_mapping_entry *fplate_port_map_fenna_10g[60] = FENNA_MAP(10g, 6, 0);
+constexpr const port_mapping_entry *fplate_port_map_fenna_40g[12] = FENNA_MAP(40g, 1, 2);
+constexpr const port_mapping_entry *fplate_port_map_fenna_100g[6] = FENNA_MAP(100g, 0, 6);
+constexpr const port_mapping_entry *phys_front_port_map_fenna_10g[60] = FENNA_MAP(10g, 6, 0);
+constexpr const port_mapping_entry *phys_front_port_map_fenna_40g[12] = FENNA_MAP(40g, 1, 2);
+constexpr const port_mapping_entry *phys_front_port_map_fenna_100g[6] = FENNA_MAP(100g, 0, 6);
+#undef FENNA_MAP
+
+constexpr int32_t fenna_phys_2_fplate_cage_10GE[96] = {CVN_NP_ROWS(cage::fplate_index_of<k_10g>, 9, 6)};
+constexpr int32_t fenna_phys_2_fplate_cage_40GE[96] = {CVN_NP_ROWS(cage::fplate_index_of<k_40g>, 9, 6)};
+constexpr int32_t fenna_phys_2_fplate_cage_100GE[96] = {CVN_NP_ROWS(cage::fplate_index_of<k_100g>, 9, 6)};
+
+const np_info *fenna_card_np_info;
+const port_info *const *fenna_card_port_info;
+const port_mapping_entry *const *fenna_card_phys_map_100ge;
+const port_mapping_entry *const *fenna_card_fplate_map_100ge;
+const port_mapping_entry *const *fenna_card_np_port_map_100ge;
+const port_mapping_entry *const *fenna_card_phys_map_40ge;
+const port_mapping_entry *const *fenna_card_fplate_map_40ge;
+const port_mapping_entry *const *fenna_card_np_port_map_40ge;
+const port_mapping_entry *const *fenna_card_phys_map_10ge;
+const port_mapping_entry *const *fenna_card_fplate_map_10ge;
+const port_mapping_entry *const *fenna_card_np_port_map_10ge;
+card_version fenna_card_version;
+subslot_info fenna_card_subslot_info;
+cvn_np_api cvn_np_api_fenna;
+
+} // extern "C"
+
+// Telling rows: (phys_front_port, np, np_port, fplate_port, port_type).
+static_assert(cage::same_entry(cvn_np_port_mapping_fenna_100g[1], {16, 0, 116, 16, 4}));
+static_assert(cage::same_entry(cvn_np_port_mapping_fenna_100g[6], cage::k_end_entry));
+static_assert(cage::same_entry(cvn_np_port_mapping_fenna_40g[3], {17, 0, 97, 17, 3}));
+static_assert(cage::same_entry(cvn_np_port_mapping_fenna_40g[12], cage::k_end_entry));
+static_assert(cage::same_entry(cvn_np_port_mapping_fenna_10g[10], {16, 0, 192, 16, 1}));
+static_assert(cage::same_entry(cvn_np_port_mapping_fenna_10g[59], {89, 2, 201, 89, 1}));
+static_assert(cage::same_entry(cvn_np_port_mapping_fenna_10g[60], cage::k_end_entry));
+static_assert(fenna_phys_2_fplate_cage_10GE[0x59] == 59 && fenna_phys_2_fplate_cage_10GE[0x5A] == 255);
+static_assert(fenna_phys_2_fplate_cage_40GE[0x51] == 11 && fenna_phys_2_fplate_cage_40GE[0x52] == 255);
+static_assert(fenna_phys_2_fplate_cage_100GE[0x50] == 5 && fenna_phys_2_fplate_cage_100GE[0x51] == 255);
+
+namespace {
+
+constexpr cage::ifsub_type k_types[] = {
+    {CVN_NP_IFSUB_TYPE_100GE, cage::k_100ge, &np_info::port_cage_100g},
+    {CVN_NP_IFSUB_TYPE_40GE, cage::k_40ge, &np_info::port_cage_40g},
+    {CVN_NP_IFSUB_TYPE_10GE, cage::k_10ge, &np_info::port_cage_10g},
+};
+
+constexpr cage::family k_fenna = {
+    .path = "platforms/corvan/lc/lc_tessel/lib/src/cvn_np_lib_fenna.cpp",
+    .text = {
+        .subslot = CVN_NP_CHECK("subslot < fenna_card_np_info->num_subslot"),
+        .ifsubinst = CVN_NP_CHECK("ifsubinst < fenna_card_np_info->num_cage"),
+        .cage_id = CVN_NP_CHECK("cage_id.ifsubsys < fenna_card_np_info->num_cage"),
+        .subslot_num = CVN_NP_CHECK("subslot_num < fenna_card_np_info->num_subslot"),
+        .ifsubsys_num = CVN_NP_CHECK("ifsubsys_num < fenna_card_np_info->num_cage"),
+        .np_num = CVN_NP_CHECK("np_num < fenna_card_np_info->num_complex"),
+        .np_id = CVN_NP_CHECK("np_id < cvn_np_how_many()"),
+        .np_complex = CVN_NP_CHECK("np_complex < cvn_np_how_many()"),
+        .front_needed = CVN_NP_CHECK("phys_front_port != NULL"),
+        .port_type_needed = CVN_NP_CHECK("port_type != NULL"),
+        .fplate_needed = CVN_NP_CHECK("fplate_port != NULL"),
+        .unknown = CVN_NP_CHECK("0"),
+    },
+    .np_info_table = &np_info_fenna,
+    .port_info_table = port_info_fenna,
+    .card_np_info = &fenna_card_np_info,
+    .card_port_info = &fenna_card_port_info,
+    .card_version_record = &fenna_card_version,
+    .card_subslot_info = &fenna_card_subslot_info,
+    .dummy_port_info = fenna_dummy_port_info,
+    .speeds = {
+        CVN_NP_CAGE_SPEED(fenna, 100, 96, CVN_NP_CHECK("index < fenna_card_np_info->port_subslot_100g")),
+        CVN_NP_CAGE_SPEED(fenna, 40, 96, CVN_NP_CHECK("index < fenna_card_np_info->port_subslot_40g")),
+        CVN_NP_CAGE_SPEED(fenna, 10, 96, CVN_NP_CHECK("index < fenna_card_np_info->port_subslot_10g")),
+    },
+    .types = k_types,
+    .type_count = std::size(k_types),
+    .port_info_answer = cage::slot4_answer::first_populated_cage,
+    .local_ports_per_np = true,
+    .query_status_returned = true,
+    .failed_query_skips_mapping = false,
+    .max_np_port = 254,
+    .ifsubinst_cages = 0, // slot 45 left empty
+    .np_port_ifsub_type = cage::np_port_ifsub_type_by_range,
+};
+
+using fenna = cage::engine<k_fenna>;
+
+} // namespace
+
+extern "C" {
+
+void cvn_np_fenna_api_fill(cvn_np_api *table) { fenna::fill(table); }
+
+void cvn_np_fenna_init(void) { fenna::init(&cvn_np_api_fenna); }
+
+void aux_cvn_np_info_to_mapping_info_fenna(uint32_t np_num, uint32_t np_port, uint32_t ifsub_type,
+                                           uint32_t *front, uint32_t *fplate_port,
+                                           uint32_t *port_type)
+{
+    fenna::info_to_mapping_info(np_num, np_port, ifsub_type, front, fplate_port, port_type);
+}
+
+void aux_np_port_to_mapping_info_fenna(const port_mapping_entry *const *entries, uint32_t np_port,
+                                       uint32_t count, uint32_t *front, uint32_t *fplate_port,
+                                       uint32_t *port_type)
+{
+    fenna::np_port_to_mapping_info(entries, np_port, count, front, fplate_port, port_type);
+}
+
+} // extern "C"
