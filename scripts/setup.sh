@@ -1,0 +1,23 @@
+#!/usr/bin/env bash
+# Installs what the build and the tests need, from Debian's archive, when a
+# piece is missing.  Safe to run again: it does nothing on a ready machine.
+set -euo pipefail
+
+need=()
+command -v cmake >/dev/null || need+=(cmake)
+command -v ninja >/dev/null || need+=(ninja-build)
+command -v g++ >/dev/null || need+=(g++)
+for pkg in libgtest-dev libgmock-dev; do
+    dpkg -s "$pkg" >/dev/null 2>&1 || need+=("$pkg")
+done
+if [ "${CVN_NP_NEED_CLANG:-0}" = 1 ]; then
+    command -v clang++ >/dev/null || need+=(clang)
+fi
+
+if [ ${#need[@]} -gt 0 ]; then
+    echo "setup: installing ${need[*]}"
+    sudo=""
+    [ "$(id -u)" -eq 0 ] || sudo=sudo
+    $sudo apt-get update -qq
+    DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq "${need[@]}" >/dev/null
+fi
