@@ -1,0 +1,112 @@
+/*
+ * test_groups_card.c - the card summary and the port-information group.
+ */
+#include <stdint.h>
+#include <stdio.h>
+
+#include "cvn_np_lib.h"
+#include "cvn_np_selftest.h"
+
+/* Prints the expected np_info record field by field. */
+static void test_print_np_info(const np_info *n)
+{
+    printf("  board np info:\n");
+    printf("    sw_version        = %d\n", n->sw_version);
+    printf("    sw_status         = %d\n", n->sw_status);
+    printf("    num_np            = %d\n", n->num_np);
+    printf("    num_complex       = %d\n", n->num_complex);
+    printf("    np_per_complex    = %d\n", n->np_per_complex);
+    printf("    num_cage          = %d\n", n->num_cage);
+    printf("    cage_per_complex  = %d\n", n->cage_per_complex);
+    printf("    ver_major         = %d\n", n->ver_major);
+    printf("    ver_minor         = %c\n", n->ver_minor);
+    printf("    max_mtu           = %d\n", n->max_mtu);
+    printf("    max_fpport_100g   = %d\n", n->max_fpport_100g);
+    printf("    max_fpport_40g    = %d\n", n->max_fpport_40g);
+    printf("    max_fpport_10g    = %d\n", n->max_fpport_10g);
+    printf("    num_subslot       = %d\n", n->num_subslot);
+    printf("    max_port_cage     = %d\n", n->max_port_cage);
+    printf("    port_subslot_100g = %d\n", n->port_subslot_100g);
+    printf("    port_subslot_40g  = %d\n", n->port_subslot_40g);
+    printf("    port_subslot_10g  = %d\n", n->port_subslot_10g);
+    printf("    port_cage_100g    = %d\n", n->port_cage_100g);
+    printf("    port_cage_40g     = %d\n", n->port_cage_40g);
+    printf("    port_cage_10g     = %d\n\n", n->port_cage_10g);
+}
+
+/* The card summary: its checks print ok!/ERROR! and count nothing. */
+void test_nplib_card_info(void)
+{
+    uint32_t how_many = cvn_np_how_many();
+    uint32_t chips = cvn_np_chip_how_many();
+    const card_version *version = cvn_np_version_get();
+
+    test_group_begin("test_nplib_card_info");
+    test_print_np_info(test_np_info);
+
+    printf("\n  board subslot info:\n");
+    printf("    num_of_subslots       = %d\n", test_subslot_info.num_of_subslots);
+    printf("    max_of_ifsubsys_per_subslot = %d\n",
+           test_subslot_info.max_of_ifsubsys_per_subslot);
+    printf("    max_ports_per_subslot = %d\n", test_subslot_info.max_ports_per_subslot);
+
+    if (how_many == test_np_info->num_complex) {
+        printf("  testing cvn_np_how_many: %d = %d, ok!\n", test_np_info->num_complex,
+               test_np_info->num_complex);
+    } else {
+        printf("  testing cvn_np_how_many: %d != %d, ERROR!\n", how_many,
+               test_np_info->num_complex);
+    }
+
+    if (chips == test_np_info->num_np) {
+        printf("  testing cvn_np_chip_how_many: %d = %d, ok!\n", chips, test_np_info->num_np);
+    } else {
+        printf("  testing cvn_np_chip_how_many: %d != %d, ERROR!\n", chips,
+               test_np_info->num_np);
+    }
+
+    if (version == NULL) {
+        printf("  testing cvn_np_version_get: cant get NP version. ERROR!\n");
+    } else if (version->ver_major == test_version.ver_major &&
+               version->ver_minor == test_version.ver_minor) {
+        printf("  testing cvn_np_version_get: %d.%c = %d.%c ok!\n", version->ver_major,
+               version->ver_minor, version->ver_major, version->ver_minor);
+    } else {
+        printf("  testing cvn_np_version_get: %d.%c != %d.%c ERROR!\n", version->ver_major,
+               version->ver_minor, test_version.ver_major, test_version.ver_minor);
+    }
+}
+
+/* Every cage is expected to report the family's one record for the speed. */
+uint32_t test_cvn_np_port_info_get(void)
+{
+    static const char name[] = "test_cvn_np_port_info_get";
+    uint32_t failed = 0;
+    uint32_t s, c;
+    int i;
+
+    test_group_begin(name);
+    for (i = 0; i < TEST_SPEEDS; i++) {
+        test_speed sp = test_speed_get(i);
+
+        for (s = 0; s < test_np_info->num_subslot; s++) {
+            for (c = 0; c < test_np_info->num_cage; c++) {
+                const port_info *got = aux_cvn_np_port_info_get(s, c, sp.ifsub_type);
+                uint16_t got_ports = (uint16_t)got->num_ports;
+                uint16_t exp_ports = (uint16_t)sp.port_info->num_ports;
+
+                if (got_ports == exp_ports && got->port_type == sp.port_info->port_type) {
+                    printf("  %s subslot, cage (%d, %d) port info (%d, %d) = (%d, %d) ok.\n",
+                           sp.short_word, s, c, got_ports, got->port_type, got_ports,
+                           got->port_type);
+                } else {
+                    printf("  %s subslot, cage (%d, %d) port info (%d, %d) != (%d, %d) ERROR.\n",
+                           sp.short_word, s, c, got_ports, got->port_type, exp_ports,
+                           sp.port_info->port_type);
+                    failed++;
+                }
+            }
+        }
+    }
+    return test_group_end(name, failed);
+}
