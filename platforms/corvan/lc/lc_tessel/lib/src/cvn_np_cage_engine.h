@@ -21,6 +21,7 @@
 #include "cvn_np_lib.h"
 #include "cvn_np_platform.h"
 #include "cvn_np_report.h"
+#include "cvn_np_table_rows.h"
 
 namespace cvn_np::cage {
 
@@ -80,6 +81,37 @@ constexpr const port_mapping_entry *pointer_to(std::size_t i)
 {
     return i < count ? &table[i] : nullptr;
 }
+
+// Defines the three index maps of family F at speed S (10g, 40g, 100g) for
+// tables whose entries already run NP by NP: pointer i to entry i of
+// cvn_np_port_mapping_F_S, `ports` pointers in all (ports = tens * 10 + ones,
+// given as digits for CVN_NP_ROWS).
+#define CVN_NP_CAGE_IDENTITY_MAPS(F, S, ports, tens, ones)                                        \
+    constexpr const port_mapping_entry *np_local_port_map_##F##_##S[ports] = {                   \
+        CVN_NP_ROWS((cvn_np::cage::pointer_to<cvn_np_port_mapping_##F##_##S, ports>), tens, ones)}; \
+    constexpr const port_mapping_entry *fplate_port_map_##F##_##S[ports] = {                     \
+        CVN_NP_ROWS((cvn_np::cage::pointer_to<cvn_np_port_mapping_##F##_##S, ports>), tens, ones)}; \
+    constexpr const port_mapping_entry *phys_front_port_map_##F##_##S[ports] = {                 \
+        CVN_NP_ROWS((cvn_np::cage::pointer_to<cvn_np_port_mapping_##F##_##S, ports>), tens, ones)}
+
+// Defines family F's current-record pointers (written by its init), its two
+// run-time records and its operation table, under the names every cage
+// family uses.
+#define CVN_NP_CAGE_CARD_RECORDS(F)                                                               \
+    const np_info *F##_card_np_info;                                                              \
+    const port_info *const *F##_card_port_info;                                                   \
+    const port_mapping_entry *const *F##_card_phys_map_100ge;                                     \
+    const port_mapping_entry *const *F##_card_fplate_map_100ge;                                   \
+    const port_mapping_entry *const *F##_card_np_port_map_100ge;                                  \
+    const port_mapping_entry *const *F##_card_phys_map_40ge;                                      \
+    const port_mapping_entry *const *F##_card_fplate_map_40ge;                                    \
+    const port_mapping_entry *const *F##_card_np_port_map_40ge;                                   \
+    const port_mapping_entry *const *F##_card_phys_map_10ge;                                      \
+    const port_mapping_entry *const *F##_card_fplate_map_10ge;                                    \
+    const port_mapping_entry *const *F##_card_np_port_map_10ge;                                   \
+    card_version F##_card_version;                                                                \
+    subslot_info F##_card_subslot_info;                                                           \
+    cvn_np_api cvn_np_api_##F
 
 // ---- Family description ------------------------------------------------
 

@@ -5,7 +5,6 @@
 
 #include "cvn_np_cage_engine.h"
 #include "cvn_np_lib_tables.h"
-#include "cvn_np_table_rows.h"
 
 namespace cage = cvn_np::cage;
 
@@ -46,37 +45,15 @@ constexpr port_mapping_entry cvn_np_port_mapping_brisca_100g[9] = {CVN_NP_ROWS(c
 
 // The entries already run NP by NP, so all three maps of a speed are the
 // table in order.
-#define BRISCA_MAP(speed, tens, ones) \
-    {CVN_NP_ROWS((cage::pointer_to<cvn_np_port_mapping_brisca_##speed, k_##speed.ports()>), tens, ones)}
-constexpr const port_mapping_entry *np_local_port_map_brisca_10g[80] = BRISCA_MAP(10g, 8, 0);
-constexpr const port_mapping_entry *np_local_port_map_brisca_40g[16] = BRISCA_MAP(40g, 1, 6);
-constexpr const port_mapping_entry *np_local_port_map_brisca_100g[8] = BRISCA_MAP(100g, 0, 8);
-constexpr const port_mapping_entry *fplate_port_map_brisca_10g[80] = BRISCA_MAP(10g, 8, 0);
-constexpr const port_mapping_entry *fplate_port_map_brisca_40g[16] = BRISCA_MAP(40g, 1, 6);
-constexpr const port_mapping_entry *fplate_port_map_brisca_100g[8] = BRISCA_MAP(100g, 0, 8);
-constexpr const port_mapping_entry *phys_front_port_map_brisca_10g[80] = BRISCA_MAP(10g, 8, 0);
-constexpr const port_mapping_entry *phys_front_port_map_brisca_40g[16] = BRISCA_MAP(40g, 1, 6);
-constexpr const port_mapping_entry *phys_front_port_map_brisca_100g[8] = BRISCA_MAP(100g, 0, 8);
-#undef BRISCA_MAP
+CVN_NP_CAGE_IDENTITY_MAPS(brisca, 10g, 80, 8, 0);
+CVN_NP_CAGE_IDENTITY_MAPS(brisca, 40g, 16, 1, 6);
+CVN_NP_CAGE_IDENTITY_MAPS(brisca, 100g, 8, 0, 8);
 
 constexpr int32_t brisca_phys_2_fplate_cage_10GE[128] = {CVN_NP_ROWS(cage::fplate_index_of<k_10g>, 12, 8)};
 constexpr int32_t brisca_phys_2_fplate_cage_40GE[128] = {CVN_NP_ROWS(cage::fplate_index_of<k_40g>, 12, 8)};
 constexpr int32_t brisca_phys_2_fplate_cage_100GE[128] = {CVN_NP_ROWS(cage::fplate_index_of<k_100g>, 12, 8)};
 
-const np_info *brisca_card_np_info;
-const port_info *const *brisca_card_port_info;
-const port_mapping_entry *const *brisca_card_phys_map_100ge;
-const port_mapping_entry *const *brisca_card_fplate_map_100ge;
-const port_mapping_entry *const *brisca_card_np_port_map_100ge;
-const port_mapping_entry *const *brisca_card_phys_map_40ge;
-const port_mapping_entry *const *brisca_card_fplate_map_40ge;
-const port_mapping_entry *const *brisca_card_np_port_map_40ge;
-const port_mapping_entry *const *brisca_card_phys_map_10ge;
-const port_mapping_entry *const *brisca_card_fplate_map_10ge;
-const port_mapping_entry *const *brisca_card_np_port_map_10ge;
-card_version brisca_card_version;
-subslot_info brisca_card_subslot_info;
-cvn_np_api cvn_np_api_brisca;
+CVN_NP_CAGE_CARD_RECORDS(brisca);
 
 } // extern "C"
 

@@ -6,7 +6,6 @@
 
 #include "cvn_np_cage_engine.h"
 #include "cvn_np_lib_tables.h"
-#include "cvn_np_table_rows.h"
 
 namespace cage = cvn_np::cage;
 
@@ -46,37 +45,15 @@ constexpr port_mapping_entry cvn_np_port_mapping_fenna_100g[7] = {CVN_NP_ROWS(ca
 
 // As on brisca, the entries run NP by NP: every map of a speed is its
 // table in order.
-#define FENNA_MAP(speed, tens, ones) \
-    {CVN_NP_ROWS((cage::pointer_to<cvn_np_port_mapping_fenna_##speed, k_##speed.ports()>), tens, ones)}
-constexpr const port_mapping_entry *np_local_port_map_fenna_10g[60] = FENNA_MAP(10g, 6, 0);
-constexpr const port_mapping_entry *np_local_port_map_fenna_40g[12] = FENNA_MAP(40g, 1, 2);
-constexpr const port_mapping_entry *np_local_port_map_fenna_100g[6] = FENNA_MAP(100g, 0, 6);
-constexpr const port_mapping_entry *fplate_port_map_fenna_10g[60] = FENNA_MAP(10g, 6, 0);
-constexpr const port_mapping_entry *fplate_port_map_fenna_40g[12] = FENNA_MAP(40g, 1, 2);
-constexpr const port_mapping_entry *fplate_port_map_fenna_100g[6] = FENNA_MAP(100g, 0, 6);
-constexpr const port_mapping_entry *phys_front_port_map_fenna_10g[60] = FENNA_MAP(10g, 6, 0);
-constexpr const port_mapping_entry *phys_front_port_map_fenna_40g[12] = FENNA_MAP(40g, 1, 2);
-constexpr const port_mapping_entry *phys_front_port_map_fenna_100g[6] = FENNA_MAP(100g, 0, 6);
-#undef FENNA_MAP
+CVN_NP_CAGE_IDENTITY_MAPS(fenna, 10g, 60, 6, 0);
+CVN_NP_CAGE_IDENTITY_MAPS(fenna, 40g, 12, 1, 2);
+CVN_NP_CAGE_IDENTITY_MAPS(fenna, 100g, 6, 0, 6);
 
 constexpr int32_t fenna_phys_2_fplate_cage_10GE[96] = {CVN_NP_ROWS(cage::fplate_index_of<k_10g>, 9, 6)};
 constexpr int32_t fenna_phys_2_fplate_cage_40GE[96] = {CVN_NP_ROWS(cage::fplate_index_of<k_40g>, 9, 6)};
 constexpr int32_t fenna_phys_2_fplate_cage_100GE[96] = {CVN_NP_ROWS(cage::fplate_index_of<k_100g>, 9, 6)};
 
-const np_info *fenna_card_np_info;
-const port_info *const *fenna_card_port_info;
-const port_mapping_entry *const *fenna_card_phys_map_100ge;
-const port_mapping_entry *const *fenna_card_fplate_map_100ge;
-const port_mapping_entry *const *fenna_card_np_port_map_100ge;
-const port_mapping_entry *const *fenna_card_phys_map_40ge;
-const port_mapping_entry *const *fenna_card_fplate_map_40ge;
-const port_mapping_entry *const *fenna_card_np_port_map_40ge;
-const port_mapping_entry *const *fenna_card_phys_map_10ge;
-const port_mapping_entry *const *fenna_card_fplate_map_10ge;
-const port_mapping_entry *const *fenna_card_np_port_map_10ge;
-card_version fenna_card_version;
-subslot_info fenna_card_subslot_info;
-cvn_np_api cvn_np_api_fenna;
+CVN_NP_CAGE_CARD_RECORDS(fenna);
 
 } // extern "C"
 
