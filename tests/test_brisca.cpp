@@ -1,0 +1,502 @@
+// brisca: eight cages, four NPs, one subslot; cages 2n and 2n+1 belong to
+// NP n; a cage holds one 100GE, two 40GE or ten 10GE ports, as the platform
+// reports.
+#include "test_support.h"
+
+namespace {
+
+using namespace cvn_test;
+
+constexpr uint32_t kCages = 8;
+constexpr uint32_t kNps = 4;
+constexpr uint32_t kFailStatus = 0x5A17u;
+
+std::string Report(const char *condition) {
+    return ReportLine("cvn_np_lib_brisca.cpp", condition);
+}
+
+// brisca knows the alternative 40GE module too: 40GE tables, one port counted.
+std::vector<Speed> BriscaSpeeds() {
+    auto speeds = Speeds();
+    speeds.push_back({"40GE alt", k40GAlt, CVN_NP_PORT_TYPE_40GE, 2, 99, 96});
+    return speeds;
+}
+
+uint32_t PortsCountedPerCage(uint32_t ifsub_type) {
+    switch (ifsub_type) {
+    case k100G: return 1;
+    case k40G: return 2;
+    case k40GAlt: return 1;
+    case k10G: return 10;
+    default: return 0;
+    }
+}
+
+class BriscaTest : public LibTest {
+  protected:
+    BriscaTest() : LibTest(0x3D0274) {}
+};
+
+TEST_F(BriscaTest, CardSummaryDescribesEightCagesOnFourNps) {
+    const card_version *v = cvn_np_version_get();
+    ASSERT_NE(v, nullptr);
+    EXPECT_EQ(v->ver_major, 5);
+    EXPECT_EQ(v->ver_minor, 'c');
+    EXPECT_EQ(cvn_max_mtu(), 9216u);
+    EXPECT_EQ(cvn_np_how_many(), kNps);
+    EXPECT_EQ(cvn_np_chip_how_many(), kNps);
+    const subslot_info *s = cvn_np_subslot_info_get();
+    ASSERT_NE(s, nullptr);
+    EXPECT_EQ(s->num_of_subslots, 1);
+    EXPECT_EQ(s->max_ports_per_subslot, 10);
+    EXPECT_EQ(s->max_of_ifsubsys_per_subslot, kCages);
+    EXPECT_EQ(s->spare, 255);
+    EXPECT_EQ(ListOf(cvn_np_port_info_subslot(0)), (List{{kCages, CVN_NP_PORT_TYPE_COMBO}}));
+    EXPECT_DEATH(cvn_np_port_info_subslot(1), Report("subslot < brisca_card_np_info->num_subslot"));
+}
+
+TEST_F(BriscaTest, CardPortInfoIsThatOfTheFirstCageHoldingAModule) {
+    EXPECT_EQ(cvn_np_port_info_get(), brisca_dummy_port_info);
+    EXPECT_EQ(cvn_np_sim_ifsubsys_queries(), kCages);
+
+    cvn_np_sim_reset();
+    Plug(3, k10G);
+    Plug(6, k100G);
+    EXPECT_EQ(ListOf(cvn_np_port_info_get()), (List{{10, CVN_NP_PORT_TYPE_10GE}}));
+    EXPECT_EQ(cvn_np_sim_ifsubsys_queries(), 4u);  // cages 0..3, then stop
+
+    cvn_np_sim_reset();
+    Plug(0, k40GAlt);
+    Plug(1, k10G);
+    EXPECT_EQ(ListOf(cvn_np_port_info_get()), (List{{2, CVN_NP_PORT_TYPE_40GE}}));
+
+    cvn_np_sim_reset();  // a failed query counts as an empty cage
+    Fail(0, kFailStatus);
+    Plug(5, k100G);
+    EXPECT_EQ(ListOf(cvn_np_port_info_get()), (List{{1, CVN_NP_PORT_TYPE_100GE}}));
+}
+
+TEST_F(BriscaTest, CagePortInfoFollowsTheReportedModule) {
+    const std::vector<std::pair<uint32_t, List>> cases = {
+        {k100G, {{1, CVN_NP_PORT_TYPE_100GE}}}, {k40G, {{2, CVN_NP_PORT_TYPE_40GE}}},
+        {k40GAlt, {{2, CVN_NP_PORT_TYPE_40GE}}}, {k10G, {{10, CVN_NP_PORT_TYPE_10GE}}},
+        {kNone, {}},                             {0x10004, {}},
+    };
+    for (const auto &[type, list] : cases) {
+        for (uint32_t c = 0; c < kCages; ++c) {
+            SCOPED_TRACE(testing::Message() << "cage " << c << " type " << std::hex << type);
+            Plug(c, type);
+            EXPECT_EQ(ListOf(cvn_np_port_info_from_subslot_ifsubinst(0, c)), list);
+            EXPECT_EQ(ListOf(aux_cvn_np_port_info_get(0, c, type)), list);
+        }
+    }
+    EXPECT_EQ(aux_cvn_np_port_info_get(0, 0, kNone), brisca_dummy_port_info);
+    Fail(2, kFailStatus);
+    EXPECT_EQ(cvn_np_port_info_from_subslot_ifsubinst(0, 2), brisca_dummy_port_info);
+
+    EXPECT_DEATH(cvn_np_port_info_from_subslot_ifsubinst(1, 0),
+                 Report("subslot < brisca_card_np_info->num_subslot"));
+    EXPECT_DEATH(cvn_np_port_info_from_subslot_ifsubinst(0, 8),
+                 Report("ifsubinst < brisca_card_np_info->num_cage"));
+    EXPECT_DEATH(aux_cvn_np_port_info_get(1, 8, k10G),
+                 Report("subslot_num < brisca_card_np_info->num_subslot"));
+    EXPECT_DEATH(aux_cvn_np_port_info_get(0, 8, k10G),
+                 Report("ifsubsys_num < brisca_card_np_info->num_cage"));
+}
+
+TEST_F(BriscaTest, FrontPortMapsToCageNpAndParityNpPort) {
+    for (const Speed &s : BriscaSpeeds()) {
+        PlugAll(kCages, s.ifsub_type);
+        for (uint32_t c = 0; c < kCages; ++c) {
+            for (uint32_t p = 0; p < s.ports; ++p) {
+                const uint32_t f = Front(c, p);
+                SCOPED_TRACE(testing::Message() << s.name << " front 0x" << std::hex << f);
+                EXPECT_EQ(cvn_np_front_port_to_np(f), NpOfCage(c));
+                EXPECT_EQ(cvn_np_front_port_to_np_port(f), NpPort(s, c, p));
+                EXPECT_EQ(cvn_np_front_port_to_np_port(f | 0x300), NpPort(s, c, p));
+                EXPECT_EQ(cvn_np_front_port_to_port_type(f), s.port_type);
+                uint32_t fp = kSentinel, pt = kSentinel;
+                EXPECT_EQ(cvn_np_front_port_to_face_plate_port(f, &fp, &pt), 0u);
+                EXPECT_EQ(fp, f);
+                EXPECT_EQ(pt, s.port_type);
+                uint32_t np = kSentinel, npp = kSentinel;
+                fp = pt = kSentinel;
+                EXPECT_EQ(cvn_np_front_port_mapping_info(f, &np, &npp, &fp, &pt), 0u);
+                EXPECT_EQ(np, NpOfCage(c));
+                EXPECT_EQ(npp, NpPort(s, c, p));
+                EXPECT_EQ(fp, f);
+                EXPECT_EQ(pt, s.port_type);
+                npp = kSentinel;
+                EXPECT_EQ(cvn_np_front_port_mapping_info(f, nullptr, &npp, nullptr, nullptr), 0u);
+                EXPECT_EQ(npp, NpPort(s, c, p));
+            }
+        }
+    }
+}
+
+TEST_F(BriscaTest, ModulePluggedBetweenCallsChangesTheAnswer) {
+    Plug(0, k10G);
+    EXPECT_EQ(cvn_np_front_port_to_np_port(0x00), 204u);
+    Plug(0, k100G);
+    EXPECT_EQ(cvn_np_front_port_to_np_port(0x00), 117u);
+    EXPECT_EQ(cvn_np_front_port_to_port_type(0x00), CVN_NP_PORT_TYPE_100GE);
+}
+
+TEST_F(BriscaTest, FrontPortWithoutAPortOfTheModuleFailsItsSpeedIndex) {
+    Plug(0, k10G);
+    Plug(1, k40G);
+    Plug(2, k40GAlt);
+    Plug(3, k100G);
+    EXPECT_DEATH(cvn_np_front_port_to_np(0x0A), Report("index < brisca_card_np_info->port_subslot_10g"));
+    EXPECT_DEATH(cvn_np_front_port_to_np(0x12), Report("index < brisca_card_np_info->port_subslot_40g"));
+    EXPECT_DEATH(cvn_np_front_port_to_np_port(0x25),
+                 Report("index < brisca_card_np_info->port_subslot_40g"));
+    EXPECT_DEATH(cvn_np_front_port_to_port_type(0x31),
+                 Report("index < brisca_card_np_info->port_subslot_100g"));
+    EXPECT_DEATH(cvn_np_front_port_to_np(0x85),
+                 Report("cage_id.ifsubsys < brisca_card_np_info->num_cage"));
+}
+
+TEST_F(BriscaTest, EmptyOrUnansweredCageEndsSingleAnswersButFailedQueryIsPassedBack) {
+    Plug(5, 0x10004);  // a module type brisca has no tables for
+    Fail(6, kFailStatus);
+    for (uint32_t f : {0x40u, 0x50u, 0x60u}) {
+        SCOPED_TRACE(testing::Message() << "front 0x" << std::hex << f);
+        EXPECT_DEATH(cvn_np_front_port_to_np(f), Report("0"));
+        EXPECT_DEATH(cvn_np_front_port_to_np_port(f), Report("0"));
+        EXPECT_DEATH(cvn_np_front_port_to_port_type(f), Report("0"));
+    }
+    EXPECT_DEATH(cvn_np_front_port_mapping_info(0x40, nullptr, nullptr, nullptr, nullptr),
+                 Report("0"));
+    uint32_t np = kSentinel, npp = kSentinel, fp = kSentinel, pt = kSentinel;
+    EXPECT_EQ(cvn_np_front_port_to_face_plate_port(0x63, &fp, &pt), kFailStatus);
+    EXPECT_EQ(cvn_np_front_port_mapping_info(0x63, &np, &npp, &fp, &pt), kFailStatus);
+    EXPECT_EQ(np, kSentinel);
+    EXPECT_EQ(npp, kSentinel);
+    EXPECT_EQ(fp, kSentinel);
+    EXPECT_EQ(pt, kSentinel);
+}
+
+TEST_F(BriscaTest, FaceplatePortWithoutAnOutputIsRejectedBeforeAsking) {
+    Plug(0, k10G);
+    uint32_t out = kSentinel;
+    EXPECT_EQ(cvn_np_front_port_to_face_plate_port(0x01, nullptr, &out), kInvalid);
+    EXPECT_EQ(cvn_np_front_port_to_face_plate_port(0x01, &out, nullptr), kInvalid);
+    EXPECT_EQ(out, kSentinel);
+    EXPECT_EQ(cvn_np_sim_ifsubsys_queries(), 0u);
+}
+
+TEST_F(BriscaTest, LocalPortCountAddsThePortsOfEachPopulatedCageOfTheNp) {
+    constexpr uint32_t kFailed = 1;  // marks a cage whose query fails
+    const std::vector<std::pair<uint32_t, uint32_t>> cages = {
+        {k10G, k10G}, {k10G, k40GAlt}, {kNone, kNone}, {k100G, k40G},
+        {kFailed, k10G}, {k40G, kFailed}, {k40GAlt, k40GAlt}, {kNone, k100G},
+    };
+    for (uint32_t n = 0; n < kNps; ++n) {
+        for (const auto &[even, odd] : cages) {
+            cvn_np_sim_reset();
+            PlugAll(kCages, k10G);  // the other NPs' cages must not count
+            for (auto [cage, type] : {std::pair{2 * n, even}, std::pair{2 * n + 1, odd}}) {
+                if (type == kFailed) Fail(cage, kFailStatus); else Plug(cage, type);
+            }
+            SCOPED_TRACE(testing::Message() << "np " << n << std::hex << " " << even << " " << odd);
+            EXPECT_EQ(cvn_np_info_num_local_ports(n),
+                      PortsCountedPerCage(even) + PortsCountedPerCage(odd));
+        }
+    }
+    cvn_np_sim_reset();
+    Plug(3, 0x10004);
+    EXPECT_DEATH(cvn_np_info_num_local_ports(1), Report("0"));
+    EXPECT_DEATH(cvn_np_info_num_local_ports(kNps), Report("np_id < cvn_np_how_many()"));
+}
+
+TEST_F(BriscaTest, LocalPortCountOfATypeIsPerCage) {
+    for (uint32_t n = 0; n < kNps; ++n) {
+        for (uint32_t type : {k100G, k40G, k40GAlt, k10G}) {
+            EXPECT_EQ(aux_cvn_np_info_num_local_ports(0, n, type), PortsCountedPerCage(type));
+        }
+    }
+    EXPECT_DEATH(aux_cvn_np_info_num_local_ports(1, 0, k10G),
+                 Report("subslot_num < brisca_card_np_info->num_subslot"));
+    EXPECT_DEATH(aux_cvn_np_info_num_local_ports(0, kNps, k10G),
+                 Report("np_num < brisca_card_np_info->num_complex"));
+    EXPECT_DEATH(aux_cvn_np_info_num_local_ports(0, 0, kNone), Report("0"));
+}
+
+TEST_F(BriscaTest, NpLocalPortMapsBackToFrontPortFromTablesAlone) {
+    for (const Speed &s : Speeds()) {
+        for (uint32_t c = 0; c < kCages; ++c) {
+            for (uint32_t p = 0; p < s.ports; ++p) {
+                const uint32_t n = NpOfCage(c), npp = NpPort(s, c, p);
+                SCOPED_TRACE(testing::Message() << s.name << " np " << n << " np_port " << npp);
+                uint32_t fp = kSentinel, pt = kSentinel, f = kSentinel;
+                EXPECT_EQ(cvn_np_info_to_fplate_porttype(n, npp, &fp, &pt), 0u);
+                EXPECT_EQ(fp, Front(c, p));
+                EXPECT_EQ(pt, s.port_type);
+                EXPECT_EQ(cvn_np_info_to_front_port(n, npp, &f), 0u);
+                EXPECT_EQ(f, Front(c, p));
+            }
+        }
+    }
+    EXPECT_EQ(cvn_np_sim_ifsubsys_queries(), 0u);
+}
+
+TEST_F(BriscaTest, NpLocalPortWithoutAnEntryLeavesOutputsAlone) {
+    // 98 and 100 and below look in 40GE, 101..191 in 100GE, 192 and up in 10GE
+    for (auto [n, npp] : {std::pair{2u, 150u}, {0u, 98u}, {1u, 202u}, {3u, 214u}, {0u, 0u},
+                          {1u, 0x100C0u}, {2u, 0x10075u}, {3u, 255u}}) {
+        SCOPED_TRACE(testing::Message() << "np " << n << " np_port " << npp);
+        uint32_t fp = kSentinel, pt = kSentinel, f = kSentinel;
+        EXPECT_EQ(cvn_np_info_to_fplate_porttype(n, npp, &fp, &pt), 0u);
+        EXPECT_EQ(cvn_np_info_to_front_port(n, npp, &f), 0u);
+        EXPECT_EQ(fp, kSentinel);
+        EXPECT_EQ(pt, kSentinel);
+        EXPECT_EQ(f, kSentinel);
+    }
+    uint32_t fp = kSentinel, pt = kSentinel, f = kSentinel;
+    EXPECT_EQ(cvn_np_info_to_fplate_porttype(kNps, 117, &fp, &pt), kInvalid);
+    EXPECT_EQ(cvn_np_info_to_front_port(kNps, 117, &f), kInvalid);
+    EXPECT_EQ(fp, kSentinel);
+    EXPECT_EQ(pt, kSentinel);
+    EXPECT_EQ(f, kSentinel);
+}
+
+TEST_F(BriscaTest, NpLocalPortSearchOfAKnownType) {
+    for (uint32_t type : {k40G, k40GAlt}) {
+        uint32_t f = kSentinel, fp = kSentinel, pt = kSentinel;
+        aux_cvn_np_info_to_mapping_info(2, 97, type, &f, &fp, &pt);
+        EXPECT_EQ(f, 0x51u);
+        EXPECT_EQ(fp, 0x51u);
+        EXPECT_EQ(pt, CVN_NP_PORT_TYPE_40GE);
+    }
+    uint32_t f = kSentinel;
+    aux_cvn_np_info_to_mapping_info(0, 117, k10G, &f, nullptr, nullptr);
+    EXPECT_EQ(f, kSentinel);
+    EXPECT_DEATH(aux_cvn_np_info_to_mapping_info(kNps, 117, k100G, &f, nullptr, nullptr),
+                 Report("np_num < brisca_card_np_info->num_complex"));
+    EXPECT_DEATH(aux_cvn_np_info_to_mapping_info(0, 117, 0x10004, &f, nullptr, nullptr),
+                 Report("0"));
+}
+
+TEST_F(BriscaTest, FirstPortOfNpIsTheFirstEntryOfItsFirstPopulatedCageType) {
+    struct Case {
+        uint32_t even, odd;   // 1: the query fails
+        uint32_t result, port_type;
+    };
+    const std::vector<Case> cases = {
+        {k10G, kNone, 0, CVN_NP_PORT_TYPE_10GE},   {kNone, k100G, 0, CVN_NP_PORT_TYPE_100GE},
+        {k40GAlt, k10G, 0, CVN_NP_PORT_TYPE_40GE}, {k40G, k100G, 0, CVN_NP_PORT_TYPE_40GE},
+        {k10G, 1, 0, CVN_NP_PORT_TYPE_10GE},       {kNone, kNone, kInvalid, 0},
+        {1, k10G, kFailStatus, 0},                 {kNone, 1, kFailStatus, 0},
+    };
+    for (uint32_t n = 0; n < kNps; ++n) {
+        for (const Case &k : cases) {
+            cvn_np_sim_reset();
+            PlugAll(kCages, k100G);
+            for (auto [cage, type] : {std::pair{2 * n, k.even}, std::pair{2 * n + 1, k.odd}}) {
+                if (type == 1) Fail(cage, kFailStatus); else Plug(cage, type);
+            }
+            SCOPED_TRACE(testing::Message() << "np " << n << std::hex << " " << k.even << " " << k.odd);
+            uint32_t f = kSentinel, fp = kSentinel, pt = kSentinel;
+            EXPECT_EQ(cvn_np_first_front_port_on_np(n, &f), k.result);
+            EXPECT_EQ(cvn_np_first_fplate_porttype_on_np(n, &pt, &fp), k.result);
+            const bool found = k.result == 0;
+            EXPECT_EQ(f, found ? Front(2 * n, 0) : kSentinel);
+            EXPECT_EQ(fp, found ? Front(2 * n, 0) : kSentinel);
+            EXPECT_EQ(pt, found ? k.port_type : kSentinel);
+        }
+    }
+    uint32_t out = 0;
+    EXPECT_DEATH(cvn_np_first_front_port_on_np(kNps, nullptr), Report("phys_front_port != NULL"));
+    EXPECT_DEATH(cvn_np_first_front_port_on_np(kNps, &out), Report("np_id < cvn_np_how_many()"));
+    EXPECT_DEATH(cvn_np_first_fplate_porttype_on_np(kNps, nullptr, nullptr),
+                 Report("port_type != NULL"));
+    EXPECT_DEATH(cvn_np_first_fplate_porttype_on_np(kNps, &out, nullptr),
+                 Report("fplate_port != NULL"));
+    EXPECT_DEATH(cvn_np_first_fplate_porttype_on_np(kNps, &out, &out),
+                 Report("np_id < cvn_np_how_many()"));
+    EXPECT_EQ(cvn_np_first_phys_port_on_np(0, &out), kInvalid);
+}
+
+TEST_F(BriscaTest, FirstPortOfNpForAType) {
+    for (uint32_t n = 0; n < kNps; ++n) {
+        for (const Speed &s : BriscaSpeeds()) {
+            uint32_t f = kSentinel, fp = kSentinel, pt = kSentinel;
+            EXPECT_EQ(aux_cvn_np_first_port_on_np(n, 7, s.ifsub_type, &f, &fp, &pt), 0u);
+            EXPECT_EQ(f, Front(2 * n, 0));
+            EXPECT_EQ(fp, Front(2 * n, 0));
+            EXPECT_EQ(pt, s.port_type);
+        }
+    }
+    uint32_t f = kSentinel, fp = kSentinel, pt = kSentinel;
+    EXPECT_EQ(aux_cvn_np_first_port_on_np(0, 0, kNone, &f, &fp, &pt), kInvalid);
+    EXPECT_EQ(aux_cvn_np_first_port_on_np(0, 0, 0x10004, &f, &fp, &pt), kInvalid);
+    EXPECT_EQ(aux_cvn_np_first_port_on_np(kNps, 0, k10G, &f, &fp, &pt), kInvalid);
+    EXPECT_EQ(f, kSentinel);
+    EXPECT_EQ(fp, kSentinel);
+    EXPECT_EQ(pt, kSentinel);
+}
+
+TEST_F(BriscaTest, FaceplatePortOfEachTypeMapsToNpAndFrontPort) {
+    for (const Speed &s : Speeds()) {
+        for (uint32_t c = 0; c < kCages; ++c) {
+            for (uint32_t p = 0; p < s.ports; ++p) {
+                const uint32_t fp = Front(c, p);
+                SCOPED_TRACE(testing::Message() << s.name << " fplate 0x" << std::hex << fp);
+                EXPECT_EQ(cvn_faceplate_porttype_to_np(s.port_type, fp), NpOfCage(c));
+                EXPECT_EQ(cvn_faceplate_porttype_to_np_port(s.port_type, fp), NpPort(s, c, p));
+                EXPECT_EQ(cvn_faceplate_porttype_to_phys_port(s.port_type, fp), fp);
+                EXPECT_EQ(cvn_faceplate_porttype_to_np(s.port_type, fp | 0x200), NpOfCage(c));
+                uint32_t np = kSentinel, npp = kSentinel, f = kSentinel;
+                EXPECT_EQ(cvn_faceplate_porttype_mapping_info(s.port_type, fp, &np, &npp, &f), 0u);
+                EXPECT_EQ(np, NpOfCage(c));
+                EXPECT_EQ(npp, NpPort(s, c, p));
+                EXPECT_EQ(f, fp);
+            }
+        }
+    }
+    EXPECT_EQ(cvn_np_sim_ifsubsys_queries(), 0u);
+}
+
+TEST_F(BriscaTest, FaceplatePortChecksCageThenTypeThenIndex) {
+    EXPECT_DEATH(cvn_faceplate_porttype_to_np(CVN_NP_PORT_TYPE_40GE, 0x52),
+                 Report("index < brisca_card_np_info->port_subslot_40g"));
+    EXPECT_DEATH(cvn_faceplate_porttype_to_np_port(CVN_NP_PORT_TYPE_10GE, 0x7A),
+                 Report("index < brisca_card_np_info->port_subslot_10g"));
+    EXPECT_DEATH(cvn_faceplate_porttype_to_phys_port(CVN_NP_PORT_TYPE_100GE, 0x21),
+                 Report("index < brisca_card_np_info->port_subslot_100g"));
+    EXPECT_DEATH(cvn_faceplate_porttype_to_np(CVN_NP_PORT_TYPE_COMBO, 0x00), Report("0"));
+    EXPECT_DEATH(cvn_faceplate_porttype_to_np(0x103, 0x51), Report("0"));
+    EXPECT_DEATH(cvn_faceplate_porttype_mapping_info(CVN_NP_PORT_TYPE_10GE, 0x80, nullptr,
+                                                     nullptr, nullptr),
+                 Report("ifsubsys_num < brisca_card_np_info->num_cage"));
+    EXPECT_DEATH(aux_cvn_faceplate_to_mapping_info(8, 0x00, 0, nullptr, nullptr, nullptr),
+                 Report("ifsubsys_num < brisca_card_np_info->num_cage"));
+}
+
+TEST_F(BriscaTest, MappingOfAFrontPortOfAKnownType) {
+    uint32_t np = kSentinel, npp = kSentinel, fp = kSentinel, pt = kSentinel;
+    aux_cvn_np_front_port_to_mapping_info(3, 0x135, k10G, &np, &npp, &fp, &pt);  // low 8 bits
+    EXPECT_EQ(np, 1u);
+    EXPECT_EQ(npp, 197u);
+    EXPECT_EQ(fp, 0x35u);
+    EXPECT_EQ(pt, CVN_NP_PORT_TYPE_10GE);
+    npp = kSentinel;
+    aux_cvn_np_front_port_to_mapping_info(6, 0x61, k40GAlt, nullptr, &npp, nullptr, nullptr);
+    EXPECT_EQ(npp, 100u);
+    // at 100GE the port value itself indexes the table
+    EXPECT_DEATH(aux_cvn_np_front_port_to_mapping_info(3, 0x130, k100G, &np, &npp, &fp, &pt),
+                 Report("index < brisca_card_np_info->port_subslot_100g"));
+    EXPECT_DEATH(aux_cvn_np_front_port_to_mapping_info(0, 0x0A, k10G, &np, &npp, &fp, &pt),
+                 Report("index < brisca_card_np_info->port_subslot_10g"));
+    EXPECT_DEATH(aux_cvn_np_front_port_to_mapping_info(0, 0x00, kNone, &np, &npp, &fp, &pt),
+                 Report("0"));
+    EXPECT_DEATH(aux_cvn_np_front_port_to_mapping_info(8, 0x00, kNone, &np, &npp, &fp, &pt),
+                 Report("ifsubsys_num < brisca_card_np_info->num_cage"));
+}
+
+TEST_F(BriscaTest, CageQueryAsksThePlatformForSubslotZeroAndTheCage) {
+    for (uint32_t c = 0; c < kCages; ++c) {
+        Plug(c, k10G + (c % 3));
+        ASSERT_EQ(cvn_np_sim_set_ifsubsys(1, c, k100G), 0);
+    }
+    for (uint32_t c = 0; c < kCages; ++c) {
+        uint32_t sub = kSentinel, cage = kSentinel, type = kSentinel;
+        EXPECT_EQ(aux_cvn_np_front_port_to_ifsubsys(Front(c, 3) | 0x100, &sub, &cage, &type), 0u);
+        EXPECT_EQ(sub, 0u);
+        EXPECT_EQ(cage, c);
+        EXPECT_EQ(type, k10G + (c % 3));
+    }
+    EXPECT_EQ(aux_cvn_np_front_port_to_ifsubsys(0x20, nullptr, nullptr, nullptr), 0u);
+    Fail(4, kFailStatus);
+    uint32_t sub = kSentinel, cage = kSentinel, type = kSentinel;
+    EXPECT_EQ(aux_cvn_np_front_port_to_ifsubsys(0x40, &sub, &cage, &type), kFailStatus);
+    EXPECT_EQ(sub, kSentinel);
+    EXPECT_EQ(cage, kSentinel);
+    EXPECT_EQ(type, kSentinel);
+    EXPECT_DEATH(aux_cvn_np_front_port_to_ifsubsys(0x80, &sub, &cage, &type),
+                 Report("cage_id.ifsubsys < brisca_card_np_info->num_cage"));
+}
+
+TEST_F(BriscaTest, ComplexesAndSubslots) {
+    for (uint32_t n = 0; n < kNps; ++n) {
+        EXPECT_EQ(cvn_np_complex_to_subslot(n), 0u);
+        EXPECT_EQ(cvn_np_complex_to_np(n, 0), n);
+        EXPECT_EQ(cvn_np_complex_to_np(n, 1), n);
+        uint32_t count = kSentinel, first = kSentinel;
+        EXPECT_EQ(cvn_np_complex_to_subslot_list(n, &count, &first), 0u);
+        EXPECT_EQ(count, 1u);
+        EXPECT_EQ(first, 0u);
+    }
+    uint32_t count = kSentinel, first = kSentinel;
+    EXPECT_EQ(cvn_np_complex_to_subslot_list(1, nullptr, &first), 0u);
+    EXPECT_EQ(first, kSentinel);
+    EXPECT_EQ(cvn_np_complex_to_subslot_list(1, &count, nullptr), 0u);
+    EXPECT_EQ(count, 1u);
+    count = first = kSentinel;
+    EXPECT_EQ(cvn_np_subslot_to_np_list(5, &count, &first), 0u);
+    EXPECT_EQ(count, kNps);
+    EXPECT_EQ(first, 0u);
+    EXPECT_EQ(cvn_np_subslot_to_np_list(0, nullptr, &first), kInvalid);
+    EXPECT_EQ(cvn_np_subslot_to_np_list(0, &count, nullptr), kInvalid);
+    EXPECT_EQ(cvn_np_set_if_subsys_type(3, 7), 0u);
+    EXPECT_EQ(cvn_np_to_cpu_port_map(0), 3u);
+    EXPECT_EQ(cvn_np_to_cpu_port_map(9), 3u);
+    EXPECT_DEATH(cvn_np_complex_to_subslot(kNps), Report("np_complex < cvn_np_how_many()"));
+    EXPECT_DEATH(cvn_np_complex_to_subslot_list(kNps, &count, &first),
+                 Report("np_complex < cvn_np_how_many()"));
+    EXPECT_DEATH(cvn_np_complex_to_np(kNps, 0), Report("np_complex < cvn_np_how_many()"));
+}
+
+TEST_F(BriscaTest, FrontPortEncodingKeepsCageAndPortNibbles) {
+    EXPECT_EQ(cvn_np_lib_set_subslot_phy_port(3, 0x135), 0x35u);
+    EXPECT_EQ(cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port(2, 3, 5), 0x35u);
+    EXPECT_EQ(cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port(0, 3, 21), 0x35u);
+    EXPECT_EQ(cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port(0, 17, 0), 0x10u);
+    for (uint32_t f : {0x35u, 0x1235u}) {
+        EXPECT_EQ(cvn_np_lib_get_subslot(f), 0u);
+        EXPECT_EQ(cvn_np_lib_get_subslot_port(f), 0x35u);
+        EXPECT_EQ(cvn_np_lib_get_port(f), 0x35u);
+        EXPECT_EQ(cvn_np_lib_get_ifsubinst(f), 3u);
+        EXPECT_EQ(cvn_np_lib_get_ifsubinst_port(f), 5u);
+    }
+    EXPECT_EQ(cvn_np_lib_get_phys_port_tuple45(CVN_NP_PORT_TYPE_10GE, 0, 3, 5), 0x35u);
+    EXPECT_EQ(cvn_np_lib_get_phys_port_tuple45(CVN_NP_PORT_TYPE_40GE, 1, 7, 1), 0x71u);
+    EXPECT_EQ(cvn_np_lib_get_phys_port_tuple45(CVN_NP_PORT_TYPE_10GE, 0, 3, 16), 0x40u);
+    EXPECT_EQ(cvn_np_lib_get_phys_port_tuple45(CVN_NP_PORT_TYPE_100GE, 0, 7, 3), 0x70u);
+    for (uint32_t other : {0u, 2u, 5u, 0x103u}) {
+        EXPECT_EQ(cvn_np_lib_get_phys_port_tuple45(other, 0, 7, 3), 255u);
+    }
+}
+
+TEST_F(BriscaTest, FrontPortCageDecodeReportsCagesBeyondTheCard) {
+    uint32_t cage = kSentinel;
+    EXPECT_EQ(aux_cvn_np_front_port_to_ifsubinst(0x7A, &cage), 0u);
+    EXPECT_EQ(cage, 7u);
+    EXPECT_EQ(aux_cvn_np_front_port_to_ifsubinst(0x8A, &cage), CVN_NP_EINVAL);
+    EXPECT_EQ(cage, 8u);
+    EXPECT_EQ(aux_cvn_np_front_port_to_ifsubinst(0x10A, &cage), 0u);
+    EXPECT_EQ(cage, 0u);
+    EXPECT_EQ(aux_cvn_np_front_port_to_ifsubinst(0x00, nullptr), CVN_NP_EINVAL);
+}
+
+TEST_F(BriscaTest, NpPortSearchStopsAtFirstMatchWithinCount) {
+    const port_mapping_entry e[] = {{0x10, 0, 5, 0x11, 1}, {0x20, 0, 7, 0x21, 3},
+                                    {0x30, 1, 7, 0x31, 4}, {0xFF, 0xFF, 0xFF, 0xFF, 0xFF}};
+    const port_mapping_entry *const entries[] = {&e[0], &e[1], &e[2], &e[3]};
+    uint32_t f = kSentinel, fp = kSentinel, pt = kSentinel;
+    aux_np_port_to_mapping_info(entries, 7, 3, &f, &fp, &pt);
+    EXPECT_EQ(f, 0x20u);
+    EXPECT_EQ(fp, 0x21u);
+    EXPECT_EQ(pt, 3u);
+    f = fp = pt = kSentinel;
+    aux_np_port_to_mapping_info(entries, 7, 1, &f, &fp, &pt);
+    aux_np_port_to_mapping_info(entries, 0x10005, 3, &f, &fp, &pt);
+    EXPECT_EQ(f, kSentinel);
+    EXPECT_EQ(fp, kSentinel);
+    EXPECT_EQ(pt, kSentinel);
+    aux_np_port_to_mapping_info(entries, 5, 3, nullptr, &fp, nullptr);
+    EXPECT_EQ(fp, 0x11u);
+}
+
+}  // namespace
