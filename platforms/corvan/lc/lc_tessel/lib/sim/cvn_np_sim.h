@@ -13,9 +13,17 @@
  *                         may be "any" (the subslot-level query), every
  *                         number is a C integer literal.
  *
+ * A C integer literal is what strtoul(..., 0) reads (0x.. hex, 0.. octal,
+ * decimal), without whitespace or sign, the whole text, within 32 bits.
+ * Spaces and tabs around an item of the list are ignored, nowhere else; an
+ * empty item (",," or a trailing comma) is malformed; of two items with the
+ * same key the later one counts.  An unset or empty CVN_NP_SIM_CARD_TYPE
+ * leaves the card type as it is (the default unless scripted).
+ *
  * A malformed value prints one line on stderr naming the variable and the
  * offending item and exits with status 2.  A key not in the table answers
- * status 0 with type CVN_NP_IFSUB_TYPE_NONE (nothing installed).
+ * status 0 with type CVN_NP_IFSUB_TYPE_NONE (nothing installed).  A NULL
+ * id or info answers status 22.
  *
  * The functions below let tests and tools script the same table.  Reads
  * (the two platform calls) are safe from many threads at once; scripting
