@@ -219,6 +219,8 @@ extern uint32_t cardtype;       /* card type read by the lazy init; set it
 
 /* The operation tables of the families (writable, filled by their init). */
 extern cvn_np_api cvn_np_api_brisca;
+extern cvn_np_api cvn_np_api_brisca_4p;
+extern cvn_np_api cvn_np_api_dornik;
 extern cvn_np_api cvn_np_api_fenna;
 
 /* ---- Initialisation ------------------------------------------------------ */

@@ -58,6 +58,73 @@ extern subslot_info brisca_card_subslot_info;
 void cvn_np_brisca_init(void);
 void cvn_np_brisca_api_fill(cvn_np_api *table);
 
+/* ---- brisca_4p: four cages, four NPs; cage n belongs to NP n ------------- */
+
+extern const np_info np_info_brisca_4p;
+extern const port_info port_info_brisca_4p_10g[2];
+extern const port_info port_info_brisca_4p_40g[2];
+extern const port_info port_info_brisca_4p_100g[2];
+extern const port_info port_info_brisca_4p_combo[2];
+extern const port_info brisca_4p_dummy_port_info[1];
+extern const port_info *const port_info_brisca_4p[6];
+extern const port_mapping_entry cvn_np_port_mapping_brisca_4p_10g[41];
+extern const port_mapping_entry cvn_np_port_mapping_brisca_4p_40g[9];
+extern const port_mapping_entry cvn_np_port_mapping_brisca_4p_100g[5];
+/* NP n's block starts at n * ports per cage; the rest is NULL. */
+extern const port_mapping_entry *const np_local_port_map_brisca_4p_10g[80];
+extern const port_mapping_entry *const np_local_port_map_brisca_4p_40g[16];
+extern const port_mapping_entry *const np_local_port_map_brisca_4p_100g[16];
+extern const port_mapping_entry *const fplate_port_map_brisca_4p_10g[40];
+extern const port_mapping_entry *const fplate_port_map_brisca_4p_40g[8];
+extern const port_mapping_entry *const fplate_port_map_brisca_4p_100g[4];
+extern const port_mapping_entry *const phys_front_port_map_brisca_4p_10g[40];
+extern const port_mapping_entry *const phys_front_port_map_brisca_4p_40g[8];
+extern const port_mapping_entry *const phys_front_port_map_brisca_4p_100g[4];
+extern const int32_t brisca_4p_phys_2_fplate_cage_10GE[64];
+extern const int32_t brisca_4p_phys_2_fplate_cage_40GE[64];
+extern const int32_t brisca_4p_phys_2_fplate_cage_100GE[64];
+
+extern const np_info *brisca_4p_card_np_info;
+extern const port_info *const *brisca_4p_card_port_info;
+extern const port_mapping_entry *const *brisca_4p_card_phys_map_100ge;
+extern const port_mapping_entry *const *brisca_4p_card_fplate_map_100ge;
+extern const port_mapping_entry *const *brisca_4p_card_np_port_map_100ge;
+extern const port_mapping_entry *const *brisca_4p_card_phys_map_40ge;
+extern const port_mapping_entry *const *brisca_4p_card_fplate_map_40ge;
+extern const port_mapping_entry *const *brisca_4p_card_np_port_map_40ge;
+extern const port_mapping_entry *const *brisca_4p_card_phys_map_10ge;
+extern const port_mapping_entry *const *brisca_4p_card_fplate_map_10ge;
+extern const port_mapping_entry *const *brisca_4p_card_np_port_map_10ge;
+extern card_version brisca_4p_card_version;
+extern subslot_info brisca_4p_card_subslot_info;
+
+void cvn_np_brisca_4p_init(void);
+void cvn_np_brisca_4p_api_fill(cvn_np_api *table);
+
+/* ---- dornik: 100GE cages, two per NP; full (12 cages) and lite (4) ------- */
+
+extern const np_info np_info_dornik;
+extern const np_info np_info_dornik_lite;
+extern const port_info dornik_dummy_port_info[1];
+extern const port_info *const port_info_dornik[6];
+extern const port_info *const port_info_dornik_lite[6];
+extern const port_mapping_entry cvn_np_port_mapping_dornik_100g[13];
+extern const port_mapping_entry *const np_local_port_map_dornik_100g[12];
+extern const port_mapping_entry *const fplate_port_map_dornik_100g[12];
+extern const port_mapping_entry *const phys_front_port_map_dornik_100g[12];
+extern const int32_t dornik_phys_2_fplate_ifsub_100GE[192];
+
+extern const np_info *dornik_card_np_info; /* np_info_dornik or _lite, by cardtype */
+extern const port_info *const *dornik_card_port_info;
+extern const port_mapping_entry *const *dornik_card_phys_map_100ge;
+extern const port_mapping_entry *const *dornik_card_fplate_map_100ge;
+extern const port_mapping_entry *const *dornik_card_np_port_map_100ge;
+extern card_version dornik_card_version;
+extern subslot_info dornik_card_subslot_info;
+
+void cvn_np_dornik_init(void);
+void cvn_np_dornik_api_fill(cvn_np_api *table);
+
 /* ---- fenna: six cages, three NPs; cages 2n and 2n+1 belong to NP n ------ */
 
 extern const np_info np_info_fenna;

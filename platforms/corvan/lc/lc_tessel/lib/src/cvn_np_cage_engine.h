@@ -82,36 +82,44 @@ constexpr const port_mapping_entry *pointer_to(std::size_t i)
     return i < count ? &table[i] : nullptr;
 }
 
+// Defines index map `name` of `rows` pointers (rows = tens * 10 + ones, given
+// as digits for CVN_NP_ROWS): pointer i to entry i of `table` for the first
+// `ports` rows, NULL after them.
+#define CVN_NP_CAGE_MAP(name, table, ports, tens, ones)                                           \
+    constexpr const port_mapping_entry *name[] = {                                                \
+        CVN_NP_ROWS((cvn_np::cage::pointer_to<table, ports>), tens, ones)}
+
 // Defines the three index maps of family F at speed S (10g, 40g, 100g) for
 // tables whose entries already run NP by NP: pointer i to entry i of
-// cvn_np_port_mapping_F_S, `ports` pointers in all (ports = tens * 10 + ones,
-// given as digits for CVN_NP_ROWS).
+// cvn_np_port_mapping_F_S, `ports` pointers each.
 #define CVN_NP_CAGE_IDENTITY_MAPS(F, S, ports, tens, ones)                                        \
-    constexpr const port_mapping_entry *np_local_port_map_##F##_##S[ports] = {                   \
-        CVN_NP_ROWS((cvn_np::cage::pointer_to<cvn_np_port_mapping_##F##_##S, ports>), tens, ones)}; \
-    constexpr const port_mapping_entry *fplate_port_map_##F##_##S[ports] = {                     \
-        CVN_NP_ROWS((cvn_np::cage::pointer_to<cvn_np_port_mapping_##F##_##S, ports>), tens, ones)}; \
-    constexpr const port_mapping_entry *phys_front_port_map_##F##_##S[ports] = {                 \
-        CVN_NP_ROWS((cvn_np::cage::pointer_to<cvn_np_port_mapping_##F##_##S, ports>), tens, ones)}
+    CVN_NP_CAGE_MAP(np_local_port_map_##F##_##S, cvn_np_port_mapping_##F##_##S, ports, tens, ones); \
+    CVN_NP_CAGE_MAP(fplate_port_map_##F##_##S, cvn_np_port_mapping_##F##_##S, ports, tens, ones);   \
+    CVN_NP_CAGE_MAP(phys_front_port_map_##F##_##S, cvn_np_port_mapping_##F##_##S, ports, tens, ones)
 
-// Defines family F's current-record pointers (written by its init), its two
-// run-time records and its operation table, under the names every cage
-// family uses.
+// Defines family F's current-record pointers of speed S (100, 40 or 10),
+// written by its init.
+#define CVN_NP_CAGE_SPEED_RECORDS(F, S)                                                           \
+    const port_mapping_entry *const *F##_card_phys_map_##S##ge;                                   \
+    const port_mapping_entry *const *F##_card_fplate_map_##S##ge;                                 \
+    const port_mapping_entry *const *F##_card_np_port_map_##S##ge
+
+// Defines family F's remaining current-record pointers, its two run-time
+// records and its operation table, under the names every cage family uses.
 #define CVN_NP_CAGE_CARD_RECORDS(F)                                                               \
     const np_info *F##_card_np_info;                                                              \
     const port_info *const *F##_card_port_info;                                                   \
-    const port_mapping_entry *const *F##_card_phys_map_100ge;                                     \
-    const port_mapping_entry *const *F##_card_fplate_map_100ge;                                   \
-    const port_mapping_entry *const *F##_card_np_port_map_100ge;                                  \
-    const port_mapping_entry *const *F##_card_phys_map_40ge;                                      \
-    const port_mapping_entry *const *F##_card_fplate_map_40ge;                                    \
-    const port_mapping_entry *const *F##_card_np_port_map_40ge;                                   \
-    const port_mapping_entry *const *F##_card_phys_map_10ge;                                      \
-    const port_mapping_entry *const *F##_card_fplate_map_10ge;                                    \
-    const port_mapping_entry *const *F##_card_np_port_map_10ge;                                   \
     card_version F##_card_version;                                                                \
     subslot_info F##_card_subslot_info;                                                           \
     cvn_np_api cvn_np_api_##F
+
+// Everything CVN_NP_CAGE_CARD_RECORDS defines, with the pointers of all
+// three speeds.
+#define CVN_NP_CAGE_THREE_SPEED_RECORDS(F)                                                        \
+    CVN_NP_CAGE_SPEED_RECORDS(F, 100);                                                            \
+    CVN_NP_CAGE_SPEED_RECORDS(F, 40);                                                             \
+    CVN_NP_CAGE_SPEED_RECORDS(F, 10);                                                             \
+    CVN_NP_CAGE_CARD_RECORDS(F)
 
 // ---- Family description ------------------------------------------------
 
@@ -151,6 +159,15 @@ struct ifsub_type {
     uint16_t np_info::*ports_per_cage;
 };
 
+// The module types of the three-speed cage cards, in the order the families
+// list them; a family that does not know 40GE_ALT takes the first three.
+inline constexpr ifsub_type k_module_types[] = {
+    {CVN_NP_IFSUB_TYPE_100GE, k_100ge, &np_info::port_cage_100g},
+    {CVN_NP_IFSUB_TYPE_40GE, k_40ge, &np_info::port_cage_40g},
+    {CVN_NP_IFSUB_TYPE_10GE, k_10ge, &np_info::port_cage_10g},
+    {CVN_NP_IFSUB_TYPE_40GE_ALT, k_40ge, &np_info::port_cage_40g_alt},
+};
+
 // The family's condition texts, one per distinct condition.
 struct texts {
     check subslot;          // slots 6, 7
@@ -174,13 +191,19 @@ enum class slot4_answer : uint8_t {
     first_type,           // the list of the family's first ifsub type
 };
 
+// The np_info and port-info array a card of the family runs on.
+struct card_tables {
+    const np_info *np_info_table;
+    const port_info *const *port_info_table;
+};
+
 struct family {
     const char *path; // the family's source, for the assertion report
     texts text;
 
     // Tables the init installs, and the current-record pointers.
-    const np_info *np_info_table;
-    const port_info *const *port_info_table;
+    card_tables tables;
+    card_tables (*tables_for_card)(); // when set, chooses `tables` by card type
     const np_info **card_np_info;
     const port_info *const **card_port_info;
     card_version *card_version_record;
@@ -713,8 +736,9 @@ template <const family &F> struct engine {
     // np_info, and fills the operation table.
     static void init(cvn_np_api *table)
     {
-        *F.card_np_info = F.np_info_table;
-        *F.card_port_info = F.port_info_table;
+        const card_tables chosen = F.tables_for_card != nullptr ? F.tables_for_card() : F.tables;
+        *F.card_np_info = chosen.np_info_table;
+        *F.card_port_info = chosen.port_info_table;
         for (const speed_tables &s : F.speeds) {
             if (s.card_phys_map == nullptr)
                 continue; // a speed the family's cards never carry
@@ -727,7 +751,8 @@ template <const family &F> struct engine {
         // max_ports_per_subslot: the ports of the widest module, one cage.
         uint16_t widest = 0;
         for (const speed_tables &s : F.speeds)
-            widest = i.*s.port_cage > widest ? i.*s.port_cage : widest;
+            if (s.fplate_index != nullptr && i.*s.port_cage > widest)
+                widest = i.*s.port_cage;
         *F.card_subslot_info = {i.num_subslot, widest, i.num_cage, 255};
         fill(table);
     }

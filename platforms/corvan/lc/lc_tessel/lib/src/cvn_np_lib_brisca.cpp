@@ -53,7 +53,7 @@ constexpr int32_t brisca_phys_2_fplate_cage_10GE[128] = {CVN_NP_ROWS(cage::fplat
 constexpr int32_t brisca_phys_2_fplate_cage_40GE[128] = {CVN_NP_ROWS(cage::fplate_index_of<k_40g>, 12, 8)};
 constexpr int32_t brisca_phys_2_fplate_cage_100GE[128] = {CVN_NP_ROWS(cage::fplate_index_of<k_100g>, 12, 8)};
 
-CVN_NP_CAGE_CARD_RECORDS(brisca);
+CVN_NP_CAGE_THREE_SPEED_RECORDS(brisca);
 
 } // extern "C"
 
@@ -76,13 +76,6 @@ static_assert(np_local_port_map_brisca_10g[79] == &cvn_np_port_mapping_brisca_10
 
 namespace {
 
-constexpr cage::ifsub_type k_types[] = {
-    {CVN_NP_IFSUB_TYPE_100GE, cage::k_100ge, &np_info::port_cage_100g},
-    {CVN_NP_IFSUB_TYPE_40GE, cage::k_40ge, &np_info::port_cage_40g},
-    {CVN_NP_IFSUB_TYPE_10GE, cage::k_10ge, &np_info::port_cage_10g},
-    {CVN_NP_IFSUB_TYPE_40GE_ALT, cage::k_40ge, &np_info::port_cage_40g_alt},
-};
-
 constexpr cage::family k_brisca = {
     .path = "platforms/corvan/lc/lc_tessel/lib/src/cvn_np_lib_brisca.cpp",
     .text = {
@@ -99,8 +92,8 @@ constexpr cage::family k_brisca = {
         .fplate_needed = CVN_NP_CHECK("fplate_port != NULL"),
         .unknown = CVN_NP_CHECK("0"),
     },
-    .np_info_table = &np_info_brisca,
-    .port_info_table = port_info_brisca,
+    .tables = {&np_info_brisca, port_info_brisca},
+    .tables_for_card = nullptr,
     .card_np_info = &brisca_card_np_info,
     .card_port_info = &brisca_card_port_info,
     .card_version_record = &brisca_card_version,
@@ -111,8 +104,8 @@ constexpr cage::family k_brisca = {
         CVN_NP_CAGE_SPEED(brisca, 40, 128, CVN_NP_CHECK("index < brisca_card_np_info->port_subslot_40g")),
         CVN_NP_CAGE_SPEED(brisca, 10, 128, CVN_NP_CHECK("index < brisca_card_np_info->port_subslot_10g")),
     },
-    .types = k_types,
-    .type_count = std::size(k_types),
+    .types = cage::k_module_types,
+    .type_count = std::size(cage::k_module_types),
     .port_info_answer = cage::slot4_answer::first_populated_cage,
     .local_ports_per_np = false, // brisca counts slot 40 per cage
     .query_status_returned = true,

@@ -53,7 +53,7 @@ constexpr int32_t fenna_phys_2_fplate_cage_10GE[96] = {CVN_NP_ROWS(cage::fplate_
 constexpr int32_t fenna_phys_2_fplate_cage_40GE[96] = {CVN_NP_ROWS(cage::fplate_index_of<k_40g>, 9, 6)};
 constexpr int32_t fenna_phys_2_fplate_cage_100GE[96] = {CVN_NP_ROWS(cage::fplate_index_of<k_100g>, 9, 6)};
 
-CVN_NP_CAGE_CARD_RECORDS(fenna);
+CVN_NP_CAGE_THREE_SPEED_RECORDS(fenna);
 
 } // extern "C"
 
@@ -71,12 +71,6 @@ static_assert(fenna_phys_2_fplate_cage_100GE[0x50] == 5 && fenna_phys_2_fplate_c
 
 namespace {
 
-constexpr cage::ifsub_type k_types[] = {
-    {CVN_NP_IFSUB_TYPE_100GE, cage::k_100ge, &np_info::port_cage_100g},
-    {CVN_NP_IFSUB_TYPE_40GE, cage::k_40ge, &np_info::port_cage_40g},
-    {CVN_NP_IFSUB_TYPE_10GE, cage::k_10ge, &np_info::port_cage_10g},
-};
-
 constexpr cage::family k_fenna = {
     .path = "platforms/corvan/lc/lc_tessel/lib/src/cvn_np_lib_fenna.cpp",
     .text = {
@@ -93,8 +87,8 @@ constexpr cage::family k_fenna = {
         .fplate_needed = CVN_NP_CHECK("fplate_port != NULL"),
         .unknown = CVN_NP_CHECK("0"),
     },
-    .np_info_table = &np_info_fenna,
-    .port_info_table = port_info_fenna,
+    .tables = {&np_info_fenna, port_info_fenna},
+    .tables_for_card = nullptr,
     .card_np_info = &fenna_card_np_info,
     .card_port_info = &fenna_card_port_info,
     .card_version_record = &fenna_card_version,
@@ -105,8 +99,8 @@ constexpr cage::family k_fenna = {
         CVN_NP_CAGE_SPEED(fenna, 40, 96, CVN_NP_CHECK("index < fenna_card_np_info->port_subslot_40g")),
         CVN_NP_CAGE_SPEED(fenna, 10, 96, CVN_NP_CHECK("index < fenna_card_np_info->port_subslot_10g")),
     },
-    .types = k_types,
-    .type_count = std::size(k_types),
+    .types = cage::k_module_types,
+    .type_count = 3, // no 40GE_ALT modules
     .port_info_answer = cage::slot4_answer::first_populated_cage,
     .local_ports_per_np = true,
     .query_status_returned = true,

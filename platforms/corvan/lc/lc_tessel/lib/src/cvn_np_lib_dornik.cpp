@@ -1,0 +1,151 @@
+// cvn_np_lib_dornik.cpp - the dornik cards: 100GE only, one port per cage,
+// two cages per NP, one NP per complex, one subslot.  The full card has
+// twelve cages on six NPs, dornik_lite four cages on two; both share one set
+// of mapping tables and differ in np_info and port-info array, chosen by
+// the global cardtype at init.  The one module type is 0x10030.  Beside the
+// tables it differs from brisca in: slot 4 answers the 100GE list; slots 8-10
+// answer 0 on a failed query; slots 13 and 40 count an NP's ports; slot 15
+// looks every NP-local port up as 0x10030; slot 45's cage bound is 12 on
+// both sizes.
+
+#include "cvn_np_cage_engine.h"
+#include "cvn_np_lib_tables.h"
+
+namespace cage = cvn_np::cage;
+
+extern "C" {
+
+constexpr np_info np_info_dornik = {
+    .sw_version = 1, .sw_status = 0, .num_np = 6, .num_complex = 6, .np_per_complex = 1,
+    .num_cage = 12, .cage_per_complex = 2, .ver_major = 5, .ver_minor = 99, .max_mtu = 9216,
+    .max_fpport_100g = 12, .max_fpport_40g = 0, .max_fpport_10g = 0, .num_subslot = 1,
+    .max_port_cage = 12, .port_subslot_100g = 12, .port_subslot_40g = 0, .port_subslot_10g = 0,
+    .port_cage_100g = 1, .port_cage_40g = 0, .port_cage_40g_alt = 0, .port_cage_10g = 0,
+    .num_info_types = 0,
+};
+constexpr np_info np_info_dornik_lite = {
+    .sw_version = 1, .sw_status = 0, .num_np = 2, .num_complex = 2, .np_per_complex = 1,
+    .num_cage = 4, .cage_per_complex = 2, .ver_major = 5, .ver_minor = 99, .max_mtu = 9216,
+    .max_fpport_100g = 4, .max_fpport_40g = 0, .max_fpport_10g = 0, .num_subslot = 1,
+    .max_port_cage = 4, .port_subslot_100g = 4, .port_subslot_40g = 0, .port_subslot_10g = 0,
+    .port_cage_100g = 1, .port_cage_40g = 0, .port_cage_40g_alt = 0, .port_cage_10g = 0,
+    .num_info_types = 0,
+};
+
+constexpr port_info dornik_dummy_port_info[1] = {{0, CVN_NP_PORT_TYPE_END}};
+static constexpr port_info port_info_dornik_combo[2] = {{12, CVN_NP_PORT_TYPE_COMBO}, {0, CVN_NP_PORT_TYPE_END}};
+static constexpr port_info port_info_dornik_lite_combo[2] = {{4, CVN_NP_PORT_TYPE_COMBO}, {0, CVN_NP_PORT_TYPE_END}};
+static constexpr port_info port_info_dornik_100g[2] = {{1, CVN_NP_PORT_TYPE_100GE}, {0, CVN_NP_PORT_TYPE_END}};
+// Only the COMBO and 100GE positions hold lists of their own.
+constexpr const port_info *port_info_dornik[6] = {
+    dornik_dummy_port_info, dornik_dummy_port_info, port_info_dornik_combo,
+    dornik_dummy_port_info, port_info_dornik_100g,  nullptr,
+};
+constexpr const port_info *port_info_dornik_lite[6] = {
+    dornik_dummy_port_info, dornik_dummy_port_info, port_info_dornik_lite_combo,
+    dornik_dummy_port_info, port_info_dornik_100g,  nullptr,
+};
+
+// Cage c: front port 16c, NP c / 2.  NPs 0 and 1 carry port 116 on their
+// even cage, NPs 2 to 5 port 117: the wiring has no rule, so it is listed.
+constexpr port_mapping_entry cvn_np_port_mapping_dornik_100g[13] = {
+    {0x00, 0, 116, 0x00, 4}, {0x10, 0, 117, 0x10, 4}, {0x20, 1, 116, 0x20, 4},
+    {0x30, 1, 117, 0x30, 4}, {0x40, 2, 117, 0x40, 4}, {0x50, 2, 116, 0x50, 4},
+    {0x60, 3, 117, 0x60, 4}, {0x70, 3, 116, 0x70, 4}, {0x80, 4, 117, 0x80, 4},
+    {0x90, 4, 116, 0x90, 4}, {0xA0, 5, 117, 0xA0, 4}, {0xB0, 5, 116, 0xB0, 4},
+    cage::k_end_entry,
+};
+
+CVN_NP_CAGE_IDENTITY_MAPS(dornik, 100g, 12, 1, 2);
+
+} // extern "C"
+
+namespace {
+
+// Only the faceplate index of the cages is needed from this rule.
+constexpr cage::wiring k_100g = {12, 2, 1, 0, 0, CVN_NP_PORT_TYPE_100GE};
+
+} // namespace
+
+extern "C" {
+
+constexpr int32_t dornik_phys_2_fplate_ifsub_100GE[192] = {CVN_NP_ROWS(cage::fplate_index_of<k_100g>, 19, 2)};
+
+CVN_NP_CAGE_SPEED_RECORDS(dornik, 100);
+CVN_NP_CAGE_CARD_RECORDS(dornik);
+
+} // extern "C"
+
+static_assert(dornik_phys_2_fplate_ifsub_100GE[0xB0] == 11 && dornik_phys_2_fplate_ifsub_100GE[0xB1] == 255);
+static_assert(dornik_phys_2_fplate_ifsub_100GE[0x40] == 4 && dornik_phys_2_fplate_ifsub_100GE[191] == 255);
+
+namespace {
+
+constexpr cage::ifsub_type k_types[] = {
+    {CVN_NP_IFSUB_TYPE_DORNIK_100GE, cage::k_100ge, &np_info::port_cage_100g},
+};
+
+// 0x3D02C3 and 0x3D02C6 are full cards; every other type runs as a lite one.
+cage::card_tables tables_for_card()
+{
+    if (cardtype == 0x3D02C3 || cardtype == 0x3D02C6)
+        return {&np_info_dornik, port_info_dornik};
+    return {&np_info_dornik_lite, port_info_dornik_lite};
+}
+
+constexpr uint32_t np_port_ifsub_type(uint32_t) { return CVN_NP_IFSUB_TYPE_DORNIK_100GE; }
+
+constexpr cage::family k_dornik = {
+    .path = "platforms/corvan/lc/lc_tessel/lib/src/cvn_np_lib_dornik.cpp",
+    .text = {
+        .subslot = CVN_NP_CHECK("subslot < dornik_card_np_info->num_subslot"),
+        .ifsubinst = CVN_NP_CHECK("ifsub < dornik_card_np_info->num_cage"),
+        .cage_id = CVN_NP_CHECK("ifsubsys_id.ifsubsys < dornik_card_np_info->num_cage"),
+        .subslot_num = CVN_NP_CHECK("subslot_num < dornik_card_np_info->num_subslot"),
+        .ifsubsys_num = CVN_NP_CHECK("ifsubsys_num < dornik_card_np_info->num_cage"),
+        .np_num = CVN_NP_CHECK("np_num < dornik_card_np_info->num_complex"),
+        .np_id = CVN_NP_CHECK("np_id < cvn_np_how_many()"),
+        .np_complex = CVN_NP_CHECK("np_complex < cvn_np_how_many()"),
+        .front_needed = CVN_NP_CHECK("phys_front_port != NULL"),
+        .port_type_needed = CVN_NP_CHECK("port_type != NULL"),
+        .fplate_needed = CVN_NP_CHECK("fplate_port != NULL"),
+        .unknown = CVN_NP_CHECK("0"),
+    },
+    .tables = {&np_info_dornik_lite, port_info_dornik_lite},
+    .tables_for_card = tables_for_card,
+    .card_np_info = &dornik_card_np_info,
+    .card_port_info = &dornik_card_port_info,
+    .card_version_record = &dornik_card_version,
+    .card_subslot_info = &dornik_card_subslot_info,
+    .dummy_port_info = dornik_dummy_port_info,
+    .speeds = {
+        {phys_front_port_map_dornik_100g, fplate_port_map_dornik_100g, np_local_port_map_dornik_100g,
+         &dornik_card_phys_map_100ge, &dornik_card_fplate_map_100ge, &dornik_card_np_port_map_100ge,
+         dornik_phys_2_fplate_ifsub_100GE, 192, &np_info::port_subslot_100g,
+         &np_info::port_cage_100g, CVN_NP_PORT_TYPE_100GE,
+         CVN_NP_CHECK("index < dornik_card_np_info->port_subslot_100g")},
+        {}, // no 40GE cages
+        {}, // no 10GE cages
+    },
+    .types = k_types,
+    .type_count = std::size(k_types),
+    .port_info_answer = cage::slot4_answer::first_type,
+    .local_ports_per_np = true,
+    .query_status_returned = true,
+    .failed_query_skips_mapping = true,
+    .max_np_port = UINT32_MAX,
+    .ifsubinst_cages = 12,
+    .np_port_ifsub_type = np_port_ifsub_type,
+};
+
+using dornik = cage::engine<k_dornik>;
+
+} // namespace
+
+extern "C" {
+
+void cvn_np_dornik_api_fill(cvn_np_api *table) { dornik::fill(table); }
+
+void cvn_np_dornik_init(void) { dornik::init(&cvn_np_api_dornik); }
+
+} // extern "C"
