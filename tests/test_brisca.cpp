@@ -9,11 +9,8 @@ using namespace cvn_test;
 
 constexpr uint32_t kCages = 8;
 constexpr uint32_t kNps = 4;
-constexpr uint32_t kFailStatus = 0x5A17u;
 
-std::string Report(const char *condition) {
-    return ReportLine("cvn_np_lib_brisca.cpp", condition);
-}
+std::string Report(const char *condition) { return ReportLine("cvn_np_lib_brisca.cpp", condition); }
 
 // brisca knows the alternative 40GE module too: 40GE tables, one port counted.
 std::vector<Speed> BriscaSpeeds() {
@@ -24,11 +21,11 @@ std::vector<Speed> BriscaSpeeds() {
 
 uint32_t PortsCountedPerCage(uint32_t ifsub_type) {
     switch (ifsub_type) {
-    case k100G: return 1;
-    case k40G: return 2;
-    case k40GAlt: return 1;
-    case k10G: return 10;
-    default: return 0;
+        case k100G: return 1;
+        case k40G: return 2;
+        case k40GAlt: return 1;
+        case k10G: return 10;
+        default: return 0;
     }
 }
 
@@ -39,7 +36,7 @@ class BriscaTest : public LibTest {
 
 TEST_F(BriscaTest, CardSummaryDescribesEightCagesOnFourNps) {
     const card_version *v = cvn_np_version_get();
-    ASSERT_NE(v, nullptr);
+    ASSERT_EQ(v, &brisca_card_version);
     EXPECT_EQ(v->ver_major, 5);
     EXPECT_EQ(v->ver_minor, 'c');
     EXPECT_EQ(cvn_max_mtu(), 9216u);
@@ -47,10 +44,9 @@ TEST_F(BriscaTest, CardSummaryDescribesEightCagesOnFourNps) {
     EXPECT_EQ(cvn_np_chip_how_many(), kNps);
     const subslot_info *s = cvn_np_subslot_info_get();
     ASSERT_NE(s, nullptr);
-    EXPECT_EQ(s->num_of_subslots, 1);
-    EXPECT_EQ(s->max_ports_per_subslot, 10);
-    EXPECT_EQ(s->max_of_ifsubsys_per_subslot, kCages);
-    EXPECT_EQ(s->spare, 255);
+    EXPECT_EQ((Quad{s->num_of_subslots, s->max_ports_per_subslot, s->max_of_ifsubsys_per_subslot,
+                    s->spare}),
+              (Quad{1, 10, kCages, 255}));
     EXPECT_EQ(ListOf(cvn_np_port_info_subslot(0)), (List{{kCages, CVN_NP_PORT_TYPE_COMBO}}));
     EXPECT_DEATH(cvn_np_port_info_subslot(1), Report("subslot < brisca_card_np_info->num_subslot"));
 }
@@ -71,16 +67,19 @@ TEST_F(BriscaTest, CardPortInfoIsThatOfTheFirstCageHoldingAModule) {
     EXPECT_EQ(ListOf(cvn_np_port_info_get()), (List{{2, CVN_NP_PORT_TYPE_40GE}}));
 
     cvn_np_sim_reset();  // a failed query counts as an empty cage
-    Fail(0, kFailStatus);
+    Plug(0, kFails);
     Plug(5, k100G);
     EXPECT_EQ(ListOf(cvn_np_port_info_get()), (List{{1, CVN_NP_PORT_TYPE_100GE}}));
 }
 
 TEST_F(BriscaTest, CagePortInfoFollowsTheReportedModule) {
     const std::vector<std::pair<uint32_t, List>> cases = {
-        {k100G, {{1, CVN_NP_PORT_TYPE_100GE}}}, {k40G, {{2, CVN_NP_PORT_TYPE_40GE}}},
-        {k40GAlt, {{2, CVN_NP_PORT_TYPE_40GE}}}, {k10G, {{10, CVN_NP_PORT_TYPE_10GE}}},
-        {kNone, {}},                             {0x10004, {}},
+        {k100G, {{1, CVN_NP_PORT_TYPE_100GE}}},
+        {k40G, {{2, CVN_NP_PORT_TYPE_40GE}}},
+        {k40GAlt, {{2, CVN_NP_PORT_TYPE_40GE}}},
+        {k10G, {{10, CVN_NP_PORT_TYPE_10GE}}},
+        {kNone, {}},
+        {0x10004, {}},
     };
     for (const auto &[type, list] : cases) {
         for (uint32_t c = 0; c < kCages; ++c) {
@@ -91,10 +90,10 @@ TEST_F(BriscaTest, CagePortInfoFollowsTheReportedModule) {
         }
     }
     EXPECT_EQ(aux_cvn_np_port_info_get(0, 0, kNone), brisca_dummy_port_info);
-    Fail(2, kFailStatus);
+    Plug(2, kFails);
     EXPECT_EQ(cvn_np_port_info_from_subslot_ifsubinst(0, 2), brisca_dummy_port_info);
 
-    EXPECT_DEATH(cvn_np_port_info_from_subslot_ifsubinst(1, 0),
+    EXPECT_DEATH(cvn_np_port_info_from_subslot_ifsubinst(1, 8),
                  Report("subslot < brisca_card_np_info->num_subslot"));
     EXPECT_DEATH(cvn_np_port_info_from_subslot_ifsubinst(0, 8),
                  Report("ifsubinst < brisca_card_np_info->num_cage"));
@@ -105,33 +104,7 @@ TEST_F(BriscaTest, CagePortInfoFollowsTheReportedModule) {
 }
 
 TEST_F(BriscaTest, FrontPortMapsToCageNpAndParityNpPort) {
-    for (const Speed &s : BriscaSpeeds()) {
-        PlugAll(kCages, s.ifsub_type);
-        for (uint32_t c = 0; c < kCages; ++c) {
-            for (uint32_t p = 0; p < s.ports; ++p) {
-                const uint32_t f = Front(c, p);
-                SCOPED_TRACE(testing::Message() << s.name << " front 0x" << std::hex << f);
-                EXPECT_EQ(cvn_np_front_port_to_np(f), NpOfCage(c));
-                EXPECT_EQ(cvn_np_front_port_to_np_port(f), NpPort(s, c, p));
-                EXPECT_EQ(cvn_np_front_port_to_np_port(f | 0x300), NpPort(s, c, p));
-                EXPECT_EQ(cvn_np_front_port_to_port_type(f), s.port_type);
-                uint32_t fp = kSentinel, pt = kSentinel;
-                EXPECT_EQ(cvn_np_front_port_to_face_plate_port(f, &fp, &pt), 0u);
-                EXPECT_EQ(fp, f);
-                EXPECT_EQ(pt, s.port_type);
-                uint32_t np = kSentinel, npp = kSentinel;
-                fp = pt = kSentinel;
-                EXPECT_EQ(cvn_np_front_port_mapping_info(f, &np, &npp, &fp, &pt), 0u);
-                EXPECT_EQ(np, NpOfCage(c));
-                EXPECT_EQ(npp, NpPort(s, c, p));
-                EXPECT_EQ(fp, f);
-                EXPECT_EQ(pt, s.port_type);
-                npp = kSentinel;
-                EXPECT_EQ(cvn_np_front_port_mapping_info(f, nullptr, &npp, nullptr, nullptr), 0u);
-                EXPECT_EQ(npp, NpPort(s, c, p));
-            }
-        }
-    }
+    ExpectFrontPortsFollowWiring(kCages, BriscaSpeeds());
 }
 
 TEST_F(BriscaTest, ModulePluggedBetweenCallsChangesTheAnswer) {
@@ -147,8 +120,10 @@ TEST_F(BriscaTest, FrontPortWithoutAPortOfTheModuleFailsItsSpeedIndex) {
     Plug(1, k40G);
     Plug(2, k40GAlt);
     Plug(3, k100G);
-    EXPECT_DEATH(cvn_np_front_port_to_np(0x0A), Report("index < brisca_card_np_info->port_subslot_10g"));
-    EXPECT_DEATH(cvn_np_front_port_to_np(0x12), Report("index < brisca_card_np_info->port_subslot_40g"));
+    EXPECT_DEATH(cvn_np_front_port_to_np(0x0A),
+                 Report("index < brisca_card_np_info->port_subslot_10g"));
+    EXPECT_DEATH(cvn_np_front_port_to_np(0x12),
+                 Report("index < brisca_card_np_info->port_subslot_40g"));
     EXPECT_DEATH(cvn_np_front_port_to_np_port(0x25),
                  Report("index < brisca_card_np_info->port_subslot_40g"));
     EXPECT_DEATH(cvn_np_front_port_to_port_type(0x31),
@@ -159,7 +134,7 @@ TEST_F(BriscaTest, FrontPortWithoutAPortOfTheModuleFailsItsSpeedIndex) {
 
 TEST_F(BriscaTest, EmptyOrUnansweredCageEndsSingleAnswersButFailedQueryIsPassedBack) {
     Plug(5, 0x10004);  // a module type brisca has no tables for
-    Fail(6, kFailStatus);
+    Plug(6, kFails);
     for (uint32_t f : {0x40u, 0x50u, 0x60u}) {
         SCOPED_TRACE(testing::Message() << "front 0x" << std::hex << f);
         EXPECT_DEATH(cvn_np_front_port_to_np(f), Report("0"));
@@ -168,13 +143,11 @@ TEST_F(BriscaTest, EmptyOrUnansweredCageEndsSingleAnswersButFailedQueryIsPassedB
     }
     EXPECT_DEATH(cvn_np_front_port_mapping_info(0x40, nullptr, nullptr, nullptr, nullptr),
                  Report("0"));
-    uint32_t np = kSentinel, npp = kSentinel, fp = kSentinel, pt = kSentinel;
-    EXPECT_EQ(cvn_np_front_port_to_face_plate_port(0x63, &fp, &pt), kFailStatus);
-    EXPECT_EQ(cvn_np_front_port_mapping_info(0x63, &np, &npp, &fp, &pt), kFailStatus);
-    EXPECT_EQ(np, kSentinel);
-    EXPECT_EQ(npp, kSentinel);
-    EXPECT_EQ(fp, kSentinel);
-    EXPECT_EQ(pt, kSentinel);
+    Quad out = Untouched();
+    EXPECT_EQ(cvn_np_front_port_to_face_plate_port(0x63, &out[0], &out[1]), kFailStatus);
+    EXPECT_EQ(cvn_np_front_port_mapping_info(0x63, &out[0], &out[1], &out[2], &out[3]),
+              kFailStatus);
+    EXPECT_EQ(out, Untouched());
 }
 
 TEST_F(BriscaTest, FaceplatePortWithoutAnOutputIsRejectedBeforeAsking) {
@@ -187,25 +160,19 @@ TEST_F(BriscaTest, FaceplatePortWithoutAnOutputIsRejectedBeforeAsking) {
 }
 
 TEST_F(BriscaTest, LocalPortCountAddsThePortsOfEachPopulatedCageOfTheNp) {
-    constexpr uint32_t kFailed = 1;  // marks a cage whose query fails
     const std::vector<std::pair<uint32_t, uint32_t>> cages = {
-        {k10G, k10G}, {k10G, k40GAlt}, {kNone, kNone}, {k100G, k40G},
-        {kFailed, k10G}, {k40G, kFailed}, {k40GAlt, k40GAlt}, {kNone, k100G},
+        {k10G, k10G},   {k10G, k40GAlt}, {kNone, kNone},     {k100G, k40G},
+        {kFails, k10G}, {k40G, kFails},  {k40GAlt, k40GAlt}, {kNone, k100G},
     };
     for (uint32_t n = 0; n < kNps; ++n) {
         for (const auto &[even, odd] : cages) {
-            cvn_np_sim_reset();
-            PlugAll(kCages, k10G);  // the other NPs' cages must not count
-            for (auto [cage, type] : {std::pair{2 * n, even}, std::pair{2 * n + 1, odd}}) {
-                if (type == kFailed) Fail(cage, kFailStatus); else Plug(cage, type);
-            }
+            PlugNp(kCages, k10G, n, even, odd);  // the other NPs' cages must not count
             SCOPED_TRACE(testing::Message() << "np " << n << std::hex << " " << even << " " << odd);
             EXPECT_EQ(cvn_np_info_num_local_ports(n),
                       PortsCountedPerCage(even) + PortsCountedPerCage(odd));
         }
     }
-    cvn_np_sim_reset();
-    Plug(3, 0x10004);
+    PlugNp(kCages, kNone, 1, kNone, 0x10004);
     EXPECT_DEATH(cvn_np_info_num_local_ports(1), Report("0"));
     EXPECT_DEATH(cvn_np_info_num_local_ports(kNps), Report("np_id < cvn_np_how_many()"));
 }
@@ -223,51 +190,37 @@ TEST_F(BriscaTest, LocalPortCountOfATypeIsPerCage) {
     EXPECT_DEATH(aux_cvn_np_info_num_local_ports(0, 0, kNone), Report("0"));
 }
 
-TEST_F(BriscaTest, NpLocalPortMapsBackToFrontPortFromTablesAlone) {
-    for (const Speed &s : Speeds()) {
-        for (uint32_t c = 0; c < kCages; ++c) {
-            for (uint32_t p = 0; p < s.ports; ++p) {
-                const uint32_t n = NpOfCage(c), npp = NpPort(s, c, p);
-                SCOPED_TRACE(testing::Message() << s.name << " np " << n << " np_port " << npp);
-                uint32_t fp = kSentinel, pt = kSentinel, f = kSentinel;
-                EXPECT_EQ(cvn_np_info_to_fplate_porttype(n, npp, &fp, &pt), 0u);
-                EXPECT_EQ(fp, Front(c, p));
-                EXPECT_EQ(pt, s.port_type);
-                EXPECT_EQ(cvn_np_info_to_front_port(n, npp, &f), 0u);
-                EXPECT_EQ(f, Front(c, p));
-            }
-        }
-    }
-    EXPECT_EQ(cvn_np_sim_ifsubsys_queries(), 0u);
+TEST_F(BriscaTest, NpLocalAndFaceplatePortsMapFromTablesAlone) {
+    ExpectNpAndFaceplatePortsFollowWiring(kCages);
 }
 
 TEST_F(BriscaTest, NpLocalPortWithoutAnEntryLeavesOutputsAlone) {
-    // 98 and 100 and below look in 40GE, 101..191 in 100GE, 192 and up in 10GE
-    for (auto [n, npp] : {std::pair{2u, 150u}, {0u, 98u}, {1u, 202u}, {3u, 214u}, {0u, 0u},
-                          {1u, 0x100C0u}, {2u, 0x10075u}, {3u, 255u}}) {
+    // 100 and below look in 40GE, 101..191 in 100GE, 192 and up in 10GE
+    for (auto [n, npp] : {std::pair{2u, 150u},
+                          {0u, 98u},
+                          {1u, 202u},
+                          {3u, 214u},
+                          {0u, 0u},
+                          {1u, 0x100C0u},
+                          {2u, 0x10075u},
+                          {3u, 255u}}) {
         SCOPED_TRACE(testing::Message() << "np " << n << " np_port " << npp);
-        uint32_t fp = kSentinel, pt = kSentinel, f = kSentinel;
-        EXPECT_EQ(cvn_np_info_to_fplate_porttype(n, npp, &fp, &pt), 0u);
-        EXPECT_EQ(cvn_np_info_to_front_port(n, npp, &f), 0u);
-        EXPECT_EQ(fp, kSentinel);
-        EXPECT_EQ(pt, kSentinel);
-        EXPECT_EQ(f, kSentinel);
+        Quad out = Untouched();
+        EXPECT_EQ(cvn_np_info_to_fplate_porttype(n, npp, &out[0], &out[1]), 0u);
+        EXPECT_EQ(cvn_np_info_to_front_port(n, npp, &out[2]), 0u);
+        EXPECT_EQ(out, Untouched());
     }
-    uint32_t fp = kSentinel, pt = kSentinel, f = kSentinel;
-    EXPECT_EQ(cvn_np_info_to_fplate_porttype(kNps, 117, &fp, &pt), kInvalid);
-    EXPECT_EQ(cvn_np_info_to_front_port(kNps, 117, &f), kInvalid);
-    EXPECT_EQ(fp, kSentinel);
-    EXPECT_EQ(pt, kSentinel);
-    EXPECT_EQ(f, kSentinel);
+    Quad out = Untouched();
+    EXPECT_EQ(cvn_np_info_to_fplate_porttype(kNps, 117, &out[0], &out[1]), kInvalid);
+    EXPECT_EQ(cvn_np_info_to_front_port(kNps, 117, &out[2]), kInvalid);
+    EXPECT_EQ(out, Untouched());
 }
 
 TEST_F(BriscaTest, NpLocalPortSearchOfAKnownType) {
     for (uint32_t type : {k40G, k40GAlt}) {
-        uint32_t f = kSentinel, fp = kSentinel, pt = kSentinel;
-        aux_cvn_np_info_to_mapping_info(2, 97, type, &f, &fp, &pt);
-        EXPECT_EQ(f, 0x51u);
-        EXPECT_EQ(fp, 0x51u);
-        EXPECT_EQ(pt, CVN_NP_PORT_TYPE_40GE);
+        Quad out = Untouched();
+        aux_cvn_np_info_to_mapping_info(2, 97, type, &out[0], &out[1], &out[2]);
+        EXPECT_EQ(out, (Quad{0x51, 0x51, CVN_NP_PORT_TYPE_40GE, kSentinel}));
     }
     uint32_t f = kSentinel;
     aux_cvn_np_info_to_mapping_info(0, 117, k10G, &f, nullptr, nullptr);
@@ -276,37 +229,34 @@ TEST_F(BriscaTest, NpLocalPortSearchOfAKnownType) {
                  Report("np_num < brisca_card_np_info->num_complex"));
     EXPECT_DEATH(aux_cvn_np_info_to_mapping_info(0, 117, 0x10004, &f, nullptr, nullptr),
                  Report("0"));
+    ExpectNpPortSearchStopsAtFirstMatchWithinCount(&aux_np_port_to_mapping_info);
 }
 
 TEST_F(BriscaTest, FirstPortOfNpIsTheFirstEntryOfItsFirstPopulatedCageType) {
     struct Case {
-        uint32_t even, odd;   // 1: the query fails
-        uint32_t result, port_type;
+        uint32_t even, odd, result, port_type;
     };
     const std::vector<Case> cases = {
-        {k10G, kNone, 0, CVN_NP_PORT_TYPE_10GE},   {kNone, k100G, 0, CVN_NP_PORT_TYPE_100GE},
-        {k40GAlt, k10G, 0, CVN_NP_PORT_TYPE_40GE}, {k40G, k100G, 0, CVN_NP_PORT_TYPE_40GE},
-        {k10G, 1, 0, CVN_NP_PORT_TYPE_10GE},       {kNone, kNone, kInvalid, 0},
-        {1, k10G, kFailStatus, 0},                 {kNone, 1, kFailStatus, 0},
+        {k10G, kNone, 0, CVN_NP_PORT_TYPE_10GE},
+        {kNone, k100G, 0, CVN_NP_PORT_TYPE_100GE},
+        {k40GAlt, k10G, 0, CVN_NP_PORT_TYPE_40GE},
+        {k40G, k100G, 0, CVN_NP_PORT_TYPE_40GE},
+        {k10G, kFails, 0, CVN_NP_PORT_TYPE_10GE},
+        {kNone, kNone, kInvalid, 0},
+        {kFails, k10G, kFailStatus, 0},
+        {kNone, kFails, kFailStatus, 0},
     };
     for (uint32_t n = 0; n < kNps; ++n) {
         for (const Case &k : cases) {
-            cvn_np_sim_reset();
-            PlugAll(kCages, k100G);
-            for (auto [cage, type] : {std::pair{2 * n, k.even}, std::pair{2 * n + 1, k.odd}}) {
-                if (type == 1) Fail(cage, kFailStatus); else Plug(cage, type);
-            }
-            SCOPED_TRACE(testing::Message() << "np " << n << std::hex << " " << k.even << " " << k.odd);
-            uint32_t f = kSentinel, fp = kSentinel, pt = kSentinel;
-            EXPECT_EQ(cvn_np_first_front_port_on_np(n, &f), k.result);
-            EXPECT_EQ(cvn_np_first_fplate_porttype_on_np(n, &pt, &fp), k.result);
-            const bool found = k.result == 0;
-            EXPECT_EQ(f, found ? Front(2 * n, 0) : kSentinel);
-            EXPECT_EQ(fp, found ? Front(2 * n, 0) : kSentinel);
-            EXPECT_EQ(pt, found ? k.port_type : kSentinel);
+            PlugNp(kCages, k100G, n, k.even, k.odd);
+            SCOPED_TRACE(testing::Message()
+                         << "np " << n << std::hex << " " << k.even << " " << k.odd);
+            ExpectFirstPortOnNp(n, k.result, k.port_type);
         }
     }
-    uint32_t out = 0;
+    uint32_t out = kSentinel;
+    EXPECT_EQ(cvn_np_first_phys_port_on_np(0, &out), kInvalid);
+    EXPECT_EQ(out, kSentinel);
     EXPECT_DEATH(cvn_np_first_front_port_on_np(kNps, nullptr), Report("phys_front_port != NULL"));
     EXPECT_DEATH(cvn_np_first_front_port_on_np(kNps, &out), Report("np_id < cvn_np_how_many()"));
     EXPECT_DEATH(cvn_np_first_fplate_porttype_on_np(kNps, nullptr, nullptr),
@@ -315,47 +265,22 @@ TEST_F(BriscaTest, FirstPortOfNpIsTheFirstEntryOfItsFirstPopulatedCageType) {
                  Report("fplate_port != NULL"));
     EXPECT_DEATH(cvn_np_first_fplate_porttype_on_np(kNps, &out, &out),
                  Report("np_id < cvn_np_how_many()"));
-    EXPECT_EQ(cvn_np_first_phys_port_on_np(0, &out), kInvalid);
 }
 
 TEST_F(BriscaTest, FirstPortOfNpForAType) {
     for (uint32_t n = 0; n < kNps; ++n) {
         for (const Speed &s : BriscaSpeeds()) {
-            uint32_t f = kSentinel, fp = kSentinel, pt = kSentinel;
-            EXPECT_EQ(aux_cvn_np_first_port_on_np(n, 7, s.ifsub_type, &f, &fp, &pt), 0u);
-            EXPECT_EQ(f, Front(2 * n, 0));
-            EXPECT_EQ(fp, Front(2 * n, 0));
-            EXPECT_EQ(pt, s.port_type);
+            Quad out = Untouched();
+            EXPECT_EQ(aux_cvn_np_first_port_on_np(n, 7, s.ifsub_type, &out[0], &out[1], &out[2]),
+                      0u);
+            EXPECT_EQ(out, (Quad{Front(2 * n, 0), Front(2 * n, 0), s.port_type, kSentinel}));
         }
     }
-    uint32_t f = kSentinel, fp = kSentinel, pt = kSentinel;
-    EXPECT_EQ(aux_cvn_np_first_port_on_np(0, 0, kNone, &f, &fp, &pt), kInvalid);
-    EXPECT_EQ(aux_cvn_np_first_port_on_np(0, 0, 0x10004, &f, &fp, &pt), kInvalid);
-    EXPECT_EQ(aux_cvn_np_first_port_on_np(kNps, 0, k10G, &f, &fp, &pt), kInvalid);
-    EXPECT_EQ(f, kSentinel);
-    EXPECT_EQ(fp, kSentinel);
-    EXPECT_EQ(pt, kSentinel);
-}
-
-TEST_F(BriscaTest, FaceplatePortOfEachTypeMapsToNpAndFrontPort) {
-    for (const Speed &s : Speeds()) {
-        for (uint32_t c = 0; c < kCages; ++c) {
-            for (uint32_t p = 0; p < s.ports; ++p) {
-                const uint32_t fp = Front(c, p);
-                SCOPED_TRACE(testing::Message() << s.name << " fplate 0x" << std::hex << fp);
-                EXPECT_EQ(cvn_faceplate_porttype_to_np(s.port_type, fp), NpOfCage(c));
-                EXPECT_EQ(cvn_faceplate_porttype_to_np_port(s.port_type, fp), NpPort(s, c, p));
-                EXPECT_EQ(cvn_faceplate_porttype_to_phys_port(s.port_type, fp), fp);
-                EXPECT_EQ(cvn_faceplate_porttype_to_np(s.port_type, fp | 0x200), NpOfCage(c));
-                uint32_t np = kSentinel, npp = kSentinel, f = kSentinel;
-                EXPECT_EQ(cvn_faceplate_porttype_mapping_info(s.port_type, fp, &np, &npp, &f), 0u);
-                EXPECT_EQ(np, NpOfCage(c));
-                EXPECT_EQ(npp, NpPort(s, c, p));
-                EXPECT_EQ(f, fp);
-            }
-        }
-    }
-    EXPECT_EQ(cvn_np_sim_ifsubsys_queries(), 0u);
+    Quad out = Untouched();
+    EXPECT_EQ(aux_cvn_np_first_port_on_np(0, 0, kNone, &out[0], &out[1], &out[2]), kInvalid);
+    EXPECT_EQ(aux_cvn_np_first_port_on_np(0, 0, 0x10004, &out[0], &out[1], &out[2]), kInvalid);
+    EXPECT_EQ(aux_cvn_np_first_port_on_np(kNps, 0, k10G, &out[0], &out[1], &out[2]), kInvalid);
+    EXPECT_EQ(out, Untouched());
 }
 
 TEST_F(BriscaTest, FaceplatePortChecksCageThenTypeThenIndex) {
@@ -365,34 +290,38 @@ TEST_F(BriscaTest, FaceplatePortChecksCageThenTypeThenIndex) {
                  Report("index < brisca_card_np_info->port_subslot_10g"));
     EXPECT_DEATH(cvn_faceplate_porttype_to_phys_port(CVN_NP_PORT_TYPE_100GE, 0x21),
                  Report("index < brisca_card_np_info->port_subslot_100g"));
+    EXPECT_DEATH(aux_cvn_faceplate_to_mapping_info(0, 0x80, CVN_NP_PORT_TYPE_10GE, nullptr, nullptr,
+                                                   nullptr),
+                 Report("index < brisca_card_np_info->port_subslot_10g"));
     EXPECT_DEATH(cvn_faceplate_porttype_to_np(CVN_NP_PORT_TYPE_COMBO, 0x00), Report("0"));
     EXPECT_DEATH(cvn_faceplate_porttype_to_np(0x103, 0x51), Report("0"));
-    EXPECT_DEATH(cvn_faceplate_porttype_mapping_info(CVN_NP_PORT_TYPE_10GE, 0x80, nullptr,
-                                                     nullptr, nullptr),
-                 Report("ifsubsys_num < brisca_card_np_info->num_cage"));
+    EXPECT_DEATH(
+        cvn_faceplate_porttype_mapping_info(CVN_NP_PORT_TYPE_10GE, 0x80, nullptr, nullptr, nullptr),
+        Report("ifsubsys_num < brisca_card_np_info->num_cage"));
     EXPECT_DEATH(aux_cvn_faceplate_to_mapping_info(8, 0x00, 0, nullptr, nullptr, nullptr),
                  Report("ifsubsys_num < brisca_card_np_info->num_cage"));
 }
 
 TEST_F(BriscaTest, MappingOfAFrontPortOfAKnownType) {
-    uint32_t np = kSentinel, npp = kSentinel, fp = kSentinel, pt = kSentinel;
-    aux_cvn_np_front_port_to_mapping_info(3, 0x135, k10G, &np, &npp, &fp, &pt);  // low 8 bits
-    EXPECT_EQ(np, 1u);
-    EXPECT_EQ(npp, 197u);
-    EXPECT_EQ(fp, 0x35u);
-    EXPECT_EQ(pt, CVN_NP_PORT_TYPE_10GE);
-    npp = kSentinel;
-    aux_cvn_np_front_port_to_mapping_info(6, 0x61, k40GAlt, nullptr, &npp, nullptr, nullptr);
-    EXPECT_EQ(npp, 100u);
+    Quad out = Untouched();
+    aux_cvn_np_front_port_to_mapping_info(3, 0x135, k10G, &out[0], &out[1], &out[2], &out[3]);
+    EXPECT_EQ(out, (Quad{1, 197, 0x35, CVN_NP_PORT_TYPE_10GE}));  // low 8 bits at 10GE
+    out = Untouched();
+    aux_cvn_np_front_port_to_mapping_info(6, 0x61, k40GAlt, nullptr, &out[1], nullptr, nullptr);
+    EXPECT_EQ(out, (Quad{kSentinel, 100, kSentinel, kSentinel}));
     // at 100GE the port value itself indexes the table
-    EXPECT_DEATH(aux_cvn_np_front_port_to_mapping_info(3, 0x130, k100G, &np, &npp, &fp, &pt),
-                 Report("index < brisca_card_np_info->port_subslot_100g"));
-    EXPECT_DEATH(aux_cvn_np_front_port_to_mapping_info(0, 0x0A, k10G, &np, &npp, &fp, &pt),
-                 Report("index < brisca_card_np_info->port_subslot_10g"));
-    EXPECT_DEATH(aux_cvn_np_front_port_to_mapping_info(0, 0x00, kNone, &np, &npp, &fp, &pt),
-                 Report("0"));
-    EXPECT_DEATH(aux_cvn_np_front_port_to_mapping_info(8, 0x00, kNone, &np, &npp, &fp, &pt),
-                 Report("ifsubsys_num < brisca_card_np_info->num_cage"));
+    EXPECT_DEATH(
+        aux_cvn_np_front_port_to_mapping_info(3, 0x130, k100G, &out[0], nullptr, nullptr, nullptr),
+        Report("index < brisca_card_np_info->port_subslot_100g"));
+    EXPECT_DEATH(
+        aux_cvn_np_front_port_to_mapping_info(0, 0x80, k40G, &out[0], nullptr, nullptr, nullptr),
+        Report("index < brisca_card_np_info->port_subslot_40g"));
+    EXPECT_DEATH(
+        aux_cvn_np_front_port_to_mapping_info(0, 0x00, kNone, &out[0], nullptr, nullptr, nullptr),
+        Report("0"));
+    EXPECT_DEATH(
+        aux_cvn_np_front_port_to_mapping_info(8, 0x00, kNone, &out[0], nullptr, nullptr, nullptr),
+        Report("ifsubsys_num < brisca_card_np_info->num_cage"));
 }
 
 TEST_F(BriscaTest, CageQueryAsksThePlatformForSubslotZeroAndTheCage) {
@@ -401,20 +330,17 @@ TEST_F(BriscaTest, CageQueryAsksThePlatformForSubslotZeroAndTheCage) {
         ASSERT_EQ(cvn_np_sim_set_ifsubsys(1, c, k100G), 0);
     }
     for (uint32_t c = 0; c < kCages; ++c) {
-        uint32_t sub = kSentinel, cage = kSentinel, type = kSentinel;
-        EXPECT_EQ(aux_cvn_np_front_port_to_ifsubsys(Front(c, 3) | 0x100, &sub, &cage, &type), 0u);
-        EXPECT_EQ(sub, 0u);
-        EXPECT_EQ(cage, c);
-        EXPECT_EQ(type, k10G + (c % 3));
+        Quad out = Untouched();
+        EXPECT_EQ(aux_cvn_np_front_port_to_ifsubsys(Front(c, 3) | 0x100, &out[0], &out[1], &out[2]),
+                  0u);
+        EXPECT_EQ(out, (Quad{0, c, k10G + (c % 3), kSentinel}));
     }
     EXPECT_EQ(aux_cvn_np_front_port_to_ifsubsys(0x20, nullptr, nullptr, nullptr), 0u);
-    Fail(4, kFailStatus);
-    uint32_t sub = kSentinel, cage = kSentinel, type = kSentinel;
-    EXPECT_EQ(aux_cvn_np_front_port_to_ifsubsys(0x40, &sub, &cage, &type), kFailStatus);
-    EXPECT_EQ(sub, kSentinel);
-    EXPECT_EQ(cage, kSentinel);
-    EXPECT_EQ(type, kSentinel);
-    EXPECT_DEATH(aux_cvn_np_front_port_to_ifsubsys(0x80, &sub, &cage, &type),
+    Plug(4, kFails);
+    Quad out = Untouched();
+    EXPECT_EQ(aux_cvn_np_front_port_to_ifsubsys(0x40, &out[0], &out[1], &out[2]), kFailStatus);
+    EXPECT_EQ(out, Untouched());
+    EXPECT_DEATH(aux_cvn_np_front_port_to_ifsubsys(0x80, &out[0], &out[1], &out[2]),
                  Report("cage_id.ifsubsys < brisca_card_np_info->num_cage"));
 }
 
@@ -423,27 +349,23 @@ TEST_F(BriscaTest, ComplexesAndSubslots) {
         EXPECT_EQ(cvn_np_complex_to_subslot(n), 0u);
         EXPECT_EQ(cvn_np_complex_to_np(n, 0), n);
         EXPECT_EQ(cvn_np_complex_to_np(n, 1), n);
-        uint32_t count = kSentinel, first = kSentinel;
-        EXPECT_EQ(cvn_np_complex_to_subslot_list(n, &count, &first), 0u);
-        EXPECT_EQ(count, 1u);
-        EXPECT_EQ(first, 0u);
+        Quad out = Untouched();
+        EXPECT_EQ(cvn_np_complex_to_subslot_list(n, &out[0], &out[1]), 0u);
+        EXPECT_EQ(out, (Quad{1, 0, kSentinel, kSentinel}));
     }
-    uint32_t count = kSentinel, first = kSentinel;
-    EXPECT_EQ(cvn_np_complex_to_subslot_list(1, nullptr, &first), 0u);
-    EXPECT_EQ(first, kSentinel);
-    EXPECT_EQ(cvn_np_complex_to_subslot_list(1, &count, nullptr), 0u);
-    EXPECT_EQ(count, 1u);
-    count = first = kSentinel;
-    EXPECT_EQ(cvn_np_subslot_to_np_list(5, &count, &first), 0u);
-    EXPECT_EQ(count, kNps);
-    EXPECT_EQ(first, 0u);
-    EXPECT_EQ(cvn_np_subslot_to_np_list(0, nullptr, &first), kInvalid);
-    EXPECT_EQ(cvn_np_subslot_to_np_list(0, &count, nullptr), kInvalid);
+    Quad out = Untouched();
+    EXPECT_EQ(cvn_np_complex_to_subslot_list(1, nullptr, &out[1]), 0u);
+    EXPECT_EQ(cvn_np_complex_to_subslot_list(1, &out[0], nullptr), 0u);
+    EXPECT_EQ(out, (Quad{1, kSentinel, kSentinel, kSentinel}));
+    EXPECT_EQ(cvn_np_subslot_to_np_list(5, &out[2], &out[3]), 0u);
+    EXPECT_EQ(out, (Quad{1, kSentinel, kNps, 0}));
+    EXPECT_EQ(cvn_np_subslot_to_np_list(0, nullptr, &out[3]), kInvalid);
+    EXPECT_EQ(cvn_np_subslot_to_np_list(0, &out[2], nullptr), kInvalid);
     EXPECT_EQ(cvn_np_set_if_subsys_type(3, 7), 0u);
     EXPECT_EQ(cvn_np_to_cpu_port_map(0), 3u);
     EXPECT_EQ(cvn_np_to_cpu_port_map(9), 3u);
     EXPECT_DEATH(cvn_np_complex_to_subslot(kNps), Report("np_complex < cvn_np_how_many()"));
-    EXPECT_DEATH(cvn_np_complex_to_subslot_list(kNps, &count, &first),
+    EXPECT_DEATH(cvn_np_complex_to_subslot_list(kNps, &out[0], &out[1]),
                  Report("np_complex < cvn_np_how_many()"));
     EXPECT_DEATH(cvn_np_complex_to_np(kNps, 0), Report("np_complex < cvn_np_how_many()"));
 }
@@ -478,25 +400,6 @@ TEST_F(BriscaTest, FrontPortCageDecodeReportsCagesBeyondTheCard) {
     EXPECT_EQ(aux_cvn_np_front_port_to_ifsubinst(0x10A, &cage), 0u);
     EXPECT_EQ(cage, 0u);
     EXPECT_EQ(aux_cvn_np_front_port_to_ifsubinst(0x00, nullptr), CVN_NP_EINVAL);
-}
-
-TEST_F(BriscaTest, NpPortSearchStopsAtFirstMatchWithinCount) {
-    const port_mapping_entry e[] = {{0x10, 0, 5, 0x11, 1}, {0x20, 0, 7, 0x21, 3},
-                                    {0x30, 1, 7, 0x31, 4}, {0xFF, 0xFF, 0xFF, 0xFF, 0xFF}};
-    const port_mapping_entry *const entries[] = {&e[0], &e[1], &e[2], &e[3]};
-    uint32_t f = kSentinel, fp = kSentinel, pt = kSentinel;
-    aux_np_port_to_mapping_info(entries, 7, 3, &f, &fp, &pt);
-    EXPECT_EQ(f, 0x20u);
-    EXPECT_EQ(fp, 0x21u);
-    EXPECT_EQ(pt, 3u);
-    f = fp = pt = kSentinel;
-    aux_np_port_to_mapping_info(entries, 7, 1, &f, &fp, &pt);
-    aux_np_port_to_mapping_info(entries, 0x10005, 3, &f, &fp, &pt);
-    EXPECT_EQ(f, kSentinel);
-    EXPECT_EQ(fp, kSentinel);
-    EXPECT_EQ(pt, kSentinel);
-    aux_np_port_to_mapping_info(entries, 5, 3, nullptr, &fp, nullptr);
-    EXPECT_EQ(fp, 0x11u);
 }
 
 }  // namespace

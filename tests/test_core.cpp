@@ -51,8 +51,8 @@ TEST_F(CoreTest, FirstPublicCallInitialisesFromPlatformCardTypeOnce) {
         [] { (void)cvn_np_to_cpu_port_map(0); },
         [] { (void)cvn_np_subslot_info_get(); },
     };
-    for (const Family &f : {Family{0x3D0274, &cvn_np_api_brisca, 4},
-                            Family{0x3D0267, &cvn_np_api_fenna, 3}}) {
+    for (const Family &f :
+         {Family{0x3D0274, &cvn_np_api_brisca, 4}, Family{0x3D0267, &cvn_np_api_fenna, 3}}) {
         for (size_t i = 0; i < first_calls.size(); ++i) {
             SCOPED_TRACE(testing::Message() << std::hex << f.type << " call " << i);
             cvn_np_sim_reset();

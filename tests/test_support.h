@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <utility>
@@ -64,6 +65,10 @@ inline const std::vector<Speed> &Speeds() {
     return speeds;
 }
 
+// Up to four outputs of one call, preset to the sentinel.
+using Quad = std::array<uint32_t, 4>;
+inline Quad Untouched() { return {kSentinel, kSentinel, kSentinel, kSentinel}; }
+
 inline uint32_t Front(uint32_t cage, uint32_t port) { return 16 * cage + port; }
 inline uint32_t NpOfCage(uint32_t cage) { return cage / 2; }
 inline uint32_t NpPort(const Speed &s, uint32_t cage, uint32_t port) {
@@ -95,14 +100,107 @@ class LibTest : public ::testing::Test {
         }
     }
 
+    static constexpr uint32_t kFails = 1;  // scripts a failing query, not a type
+    static constexpr uint32_t kFailStatus = 0x5A17u;
+
     static void Plug(uint32_t cage, uint32_t type) {
-        ASSERT_EQ(cvn_np_sim_set_ifsubsys(0, cage, type), 0);
+        if (type == kFails) {
+            ASSERT_EQ(cvn_np_sim_fail_ifsubsys(0, cage, kFailStatus), 0);
+        } else {
+            ASSERT_EQ(cvn_np_sim_set_ifsubsys(0, cage, type), 0);
+        }
     }
     static void PlugAll(uint32_t cages, uint32_t type) {
         for (uint32_t c = 0; c < cages; ++c) Plug(c, type);
     }
-    static void Fail(uint32_t cage, uint32_t status) {
-        ASSERT_EQ(cvn_np_sim_fail_ifsubsys(0, cage, status), 0);
+    // Every cage holds `others`, except NP n's two cages.
+    static void PlugNp(uint32_t cages, uint32_t others, uint32_t n, uint32_t even, uint32_t odd) {
+        cvn_np_sim_reset();
+        PlugAll(cages, others);
+        Plug(2 * n, even);
+        Plug(2 * n + 1, odd);
+    }
+
+    // Slots 8-12 over every port of every cage, all cages holding one module.
+    static void ExpectFrontPortsFollowWiring(uint32_t cages, const std::vector<Speed> &speeds) {
+        for (const Speed &s : speeds) {
+            PlugAll(cages, s.ifsub_type);
+            for (uint32_t c = 0; c < cages; ++c) {
+                for (uint32_t p = 0; p < s.ports; ++p) {
+                    const uint32_t f = Front(c, p);
+                    SCOPED_TRACE(testing::Message() << s.name << " front 0x" << std::hex << f);
+                    EXPECT_EQ(cvn_np_front_port_to_np(f), NpOfCage(c));
+                    EXPECT_EQ(cvn_np_front_port_to_np_port(f | 0x300), NpPort(s, c, p));
+                    EXPECT_EQ(cvn_np_front_port_to_port_type(f), s.port_type);
+                    Quad out = Untouched();
+                    EXPECT_EQ(cvn_np_front_port_to_face_plate_port(f, &out[2], &out[3]), 0u);
+                    EXPECT_EQ(out, (Quad{kSentinel, kSentinel, f, s.port_type}));
+                    EXPECT_EQ(cvn_np_front_port_mapping_info(f, &out[0], &out[1], &out[2], &out[3]),
+                              0u);
+                    EXPECT_EQ(out, (Quad{NpOfCage(c), NpPort(s, c, p), f, s.port_type}));
+                    out = Untouched();
+                    EXPECT_EQ(cvn_np_front_port_mapping_info(f, nullptr, &out[1], nullptr, nullptr),
+                              0u);
+                    EXPECT_EQ(out, (Quad{kSentinel, NpPort(s, c, p), kSentinel, kSentinel}));
+                }
+            }
+        }
+    }
+
+    // Slots 14 and 15 (tables only: no cage is asked) and slots 19-22.
+    static void ExpectNpAndFaceplatePortsFollowWiring(uint32_t cages) {
+        for (const Speed &s : Speeds()) {
+            for (uint32_t c = 0; c < cages; ++c) {
+                for (uint32_t p = 0; p < s.ports; ++p) {
+                    const uint32_t n = NpOfCage(c), npp = NpPort(s, c, p), f = Front(c, p);
+                    SCOPED_TRACE(testing::Message() << s.name << " cage " << c << " port " << p);
+                    Quad out = Untouched();
+                    EXPECT_EQ(cvn_np_info_to_fplate_porttype(n, npp, &out[0], &out[1]), 0u);
+                    EXPECT_EQ(cvn_np_info_to_front_port(n, npp, &out[2]), 0u);
+                    EXPECT_EQ(out, (Quad{f, s.port_type, f, kSentinel}));
+
+                    EXPECT_EQ(cvn_faceplate_porttype_to_np(s.port_type, f | 0x200), n);
+                    EXPECT_EQ(cvn_faceplate_porttype_to_np_port(s.port_type, f), npp);
+                    EXPECT_EQ(cvn_faceplate_porttype_to_phys_port(s.port_type, f), f);
+                    out = Untouched();
+                    EXPECT_EQ(cvn_faceplate_porttype_mapping_info(s.port_type, f, &out[0], &out[1],
+                                                                  &out[2]),
+                              0u);
+                    EXPECT_EQ(out, (Quad{n, npp, f, kSentinel}));
+                }
+            }
+        }
+        EXPECT_EQ(cvn_np_sim_ifsubsys_queries(), 0u);
+    }
+
+    // Slots 16 and 18 for NP n: `result`, and when it is 0 the first port of
+    // the NP's even cage with `port_type`; outputs untouched otherwise.
+    static void ExpectFirstPortOnNp(uint32_t n, uint32_t result, uint32_t port_type) {
+        Quad out = Untouched();
+        EXPECT_EQ(cvn_np_first_front_port_on_np(n, &out[0]), result);
+        EXPECT_EQ(cvn_np_first_fplate_porttype_on_np(n, &out[2], &out[1]), result);
+        const uint32_t f = Front(2 * n, 0);
+        EXPECT_EQ(out, result == 0 ? (Quad{f, f, port_type, kSentinel}) : Untouched());
+    }
+
+    // Slot 44 over a hand-made block: first match within count, or nothing.
+    static void ExpectNpPortSearchStopsAtFirstMatchWithinCount(
+        void (*search)(const port_mapping_entry *const *, uint32_t, uint32_t, uint32_t *,
+                       uint32_t *, uint32_t *)) {
+        const port_mapping_entry e[] = {{0x10, 0, 5, 0x11, 1},
+                                        {0x20, 0, 7, 0x21, 3},
+                                        {0x30, 1, 7, 0x31, 4},
+                                        {0xFF, 0xFF, 0xFF, 0xFF, 0xFF}};
+        const port_mapping_entry *const entries[] = {&e[0], &e[1], &e[2], &e[3]};
+        Quad out = Untouched();
+        search(entries, 7, 3, &out[0], &out[1], &out[2]);
+        EXPECT_EQ(out, (Quad{0x20, 0x21, 3, kSentinel}));
+        out = Untouched();
+        search(entries, 7, 1, &out[0], &out[1], &out[2]);
+        search(entries, 0x10005, 3, &out[0], &out[1], &out[2]);
+        EXPECT_EQ(out, Untouched());
+        search(entries, 5, 3, nullptr, &out[1], nullptr);
+        EXPECT_EQ(out, (Quad{kSentinel, 0x11, kSentinel, kSentinel}));
     }
 
   private:
