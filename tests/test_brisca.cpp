@@ -103,6 +103,16 @@ TEST_F(BriscaTest, CagePortInfoFollowsTheReportedModule) {
                  Report("ifsubsys_num < brisca_card_np_info->num_cage"));
 }
 
+TEST_F(BriscaTest, ExportedTablesRunCageByCageWithParityNpPorts) {
+    const port_mapping_entry *const mapping[3] = {cvn_np_port_mapping_brisca_100g,
+                                                  cvn_np_port_mapping_brisca_40g,
+                                                  cvn_np_port_mapping_brisca_10g};
+    const int32_t *const index[3] = {brisca_phys_2_fplate_cage_100GE,
+                                     brisca_phys_2_fplate_cage_40GE,
+                                     brisca_phys_2_fplate_cage_10GE};
+    ExpectExportedTablesFollowWiring(kCages, mapping, index);
+}
+
 TEST_F(BriscaTest, FrontPortMapsToCageNpAndParityNpPort) {
     ExpectFrontPortsFollowWiring(kCages, BriscaSpeeds());
 }

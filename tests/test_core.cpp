@@ -170,24 +170,20 @@ TEST_F(CoreTest, SubslotAndCageArgumentsAreNarrowedToSixteenBits) {
 }
 
 TEST_F(CoreTest, IdValidateStoresLowByteAndChecksItAgainstComplexCount) {
-    ASSERT_EQ(cvn_np_lib_init(0x3D0274), 0u);
-    uint8_t np = 0xEE;
-    EXPECT_EQ(cvn_np_id_validate(3, &np), 0u);
-    EXPECT_EQ(np, 3);
-    np = 0xEE;
-    EXPECT_EQ(cvn_np_id_validate(0x104, &np), kInvalid);
-    EXPECT_EQ(np, 4);
-    np = 0xEE;
-    EXPECT_EQ(cvn_np_id_validate(0x4203, &np), 0u);
-    EXPECT_EQ(np, 3);
-    EXPECT_EQ(cvn_np_id_validate(3, nullptr), kInvalid);
-
-    ASSERT_EQ(cvn_np_lib_init(0x3D0267), 0u);  // three complexes
-    np = 0xEE;
-    EXPECT_EQ(cvn_np_id_validate(3, &np), kInvalid);
-    EXPECT_EQ(np, 3);
-    EXPECT_EQ(cvn_np_id_validate(2, &np), 0u);
-    EXPECT_EQ(np, 2);
+    struct Case {
+        uint32_t card_type, np_id, result;
+        uint8_t stored;
+    };
+    for (const Case &k :
+         {Case{0x3D0274, 3, 0, 3}, Case{0x3D0274, 0x104, kInvalid, 4}, Case{0x3D0274, 0x4203, 0, 3},
+          Case{0x3D0267, 3, kInvalid, 3}, Case{0x3D0267, 0x302, 0, 2}}) {
+        SCOPED_TRACE(testing::Message() << std::hex << k.card_type << " " << k.np_id);
+        ASSERT_EQ(cvn_np_lib_init(k.card_type), 0u);
+        uint8_t np = 0xEE;
+        EXPECT_EQ(cvn_np_id_validate(k.np_id, &np), k.result);
+        EXPECT_EQ(np, k.stored);
+        EXPECT_EQ(cvn_np_id_validate(k.np_id, nullptr), kInvalid);
+    }
 }
 
 TEST_F(CoreTest, UnsupportedAlwaysRejects) {

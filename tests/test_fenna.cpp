@@ -86,6 +86,15 @@ TEST_F(FennaTest, CagePortInfoKnowsThreeModuleTypes) {
                  Report("ifsubsys_num < fenna_card_np_info->num_cage"));
 }
 
+TEST_F(FennaTest, ExportedTablesRunCageByCageWithParityNpPorts) {
+    const port_mapping_entry *const mapping[3] = {cvn_np_port_mapping_fenna_100g,
+                                                  cvn_np_port_mapping_fenna_40g,
+                                                  cvn_np_port_mapping_fenna_10g};
+    const int32_t *const index[3] = {fenna_phys_2_fplate_cage_100GE, fenna_phys_2_fplate_cage_40GE,
+                                     fenna_phys_2_fplate_cage_10GE};
+    ExpectExportedTablesFollowWiring(kCages, mapping, index);
+}
+
 TEST_F(FennaTest, FrontPortMapsToCageNpAndParityNpPort) {
     ExpectFrontPortsFollowWiring(kCages, Speeds());
 }
@@ -304,14 +313,10 @@ TEST_F(FennaTest, ComplexesSubslotsAndEncoding) {
                  Report("np_complex < cvn_np_how_many()"));
     EXPECT_DEATH(cvn_np_complex_to_np(kNps, 0), Report("np_complex < cvn_np_how_many()"));
 
-    EXPECT_EQ(cvn_np_lib_set_subslot_phy_port(0, 0x259), 0x59u);
     EXPECT_EQ(cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port(0, 5, 0x19), 0x59u);
-    EXPECT_EQ(cvn_np_lib_get_subslot(0x59), 0u);
-    EXPECT_EQ(cvn_np_lib_get_port(0x159), 0x59u);
-    EXPECT_EQ(cvn_np_lib_get_subslot_port(0x159), 0x59u);
-    EXPECT_EQ(cvn_np_lib_get_ifsubinst(0x159), 5u);
-    EXPECT_EQ(cvn_np_lib_get_ifsubinst_port(0x159), 9u);
-    EXPECT_EQ(cvn_np_lib_get_phys_port_tuple45(CVN_NP_PORT_TYPE_10GE, 0, 5, 9), 0x59u);
+    EXPECT_EQ((Quad{cvn_np_lib_get_subslot(0x159), cvn_np_lib_get_port(0x159),
+                    cvn_np_lib_get_ifsubinst(0x159), cvn_np_lib_get_ifsubinst_port(0x159)}),
+              (Quad{0, 0x59, 5, 9}));
     EXPECT_EQ(cvn_np_lib_get_phys_port_tuple45(CVN_NP_PORT_TYPE_100GE, 0, 5, 9), 0x50u);
     EXPECT_EQ(cvn_np_lib_get_phys_port_tuple45(CVN_NP_PORT_TYPE_COMBO, 0, 5, 9), 255u);
 }

@@ -203,6 +203,33 @@ class LibTest : public ::testing::Test {
         EXPECT_EQ(out, (Quad{kSentinel, 0x11, kSentinel, kSentinel}));
     }
 
+    // The exported tables the self-test reads: each speed's entries in cage
+    // order, closed by the all-0xFF entry, and its faceplate-index table.
+    static void ExpectExportedTablesFollowWiring(uint32_t cages,
+                                                 const port_mapping_entry *const mapping[3],
+                                                 const int32_t *const index[3]) {
+        for (size_t i = 0; i < Speeds().size(); ++i) {
+            const Speed &s = Speeds()[i];
+            SCOPED_TRACE(s.name);
+            for (uint32_t c = 0; c < cages; ++c) {
+                for (uint32_t p = 0; p < 16; ++p) {
+                    const bool port = p < s.ports;
+                    EXPECT_EQ(index[i][Front(c, p)], port ? int32_t(c * s.ports + p) : 255);
+                    if (!port) continue;
+                    const port_mapping_entry &e = mapping[i][c * s.ports + p];
+                    EXPECT_EQ((std::array<uint32_t, 5>{e.phys_front_port, e.np, e.np_port,
+                                                       e.fplate_port, e.port_type}),
+                              (std::array<uint32_t, 5>{Front(c, p), NpOfCage(c), NpPort(s, c, p),
+                                                       Front(c, p), s.port_type}));
+                }
+            }
+            const port_mapping_entry &end = mapping[i][cages * s.ports];
+            EXPECT_EQ((std::array<uint32_t, 5>{end.phys_front_port, end.np, end.np_port,
+                                               end.fplate_port, end.port_type}),
+                      (std::array<uint32_t, 5>{0xFF, 0xFF, 0xFF, 0xFF, 0xFF}));
+        }
+    }
+
   private:
     uint32_t card_type_;
 };
