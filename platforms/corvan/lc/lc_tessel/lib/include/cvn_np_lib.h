@@ -222,6 +222,8 @@ extern cvn_np_api cvn_np_api_brisca;
 extern cvn_np_api cvn_np_api_brisca_4p;
 extern cvn_np_api cvn_np_api_dornik;
 extern cvn_np_api cvn_np_api_fenna;
+extern cvn_np_api cvn_np_api_maruta;
+extern cvn_np_api cvn_np_api_quellon;
 
 /* ---- Initialisation ------------------------------------------------------ */
 
@@ -403,6 +405,32 @@ void aux_np_port_to_mapping_info(const port_mapping_entry *const *entries, uint3
  * NULL output or a cage beyond the card (the cage is still written).
  * fenna leaves the slot empty: CVN_NP_ERR_INVALID there. */
 uint32_t aux_cvn_np_front_port_to_ifsubinst(uint32_t front, uint32_t *ifsubinst);
+
+/* ---- maruta and quellon cards ----------------------------------------------
+ * maruta (two NPs; instance 0/2 an NP's 100GE port, 1/3 its ten 10GE
+ * ports; front port 16 * instance + port) answers from its tables without
+ * asking the platform, except slots 7 and 37.  Its port_info answers are
+ * single records, not lists closed by an END record.  Answers it defines:
+ *   - Slots 19, 20 and 22 with a faceplate port past the port table (59 or
+ *     more), slot 36 with ifsubinst + port past the tuple table (23 or
+ *     more), slot 39 with an index past its instance's ports: the index
+ *     reads as the table's all-0xFF end entry, so 19, 20 and 36 answer 255
+ *     and 22 and 39 write 255 to every output given.  A front or faceplate
+ *     port on a hole of the table (1-15, 26-31, 33-47) answers 255 as well.
+ *   - Slots 16, 18 and 22 need their outputs; a NULL one is not written.
+ *   - Slots 40, 42, 43, 44 are empty: CVN_NP_ERR_INVALID, or nothing.
+ *
+ * quellon (one or two NPs by the card type in cardtype, 24 ports each on
+ * six 4-port instances; front port = faceplate port = the port's index)
+ * answers these where its wiring gives none:
+ *   - Slot 14 writes nothing through a NULL output.  Slots 15 and 18 write
+ *     nothing, and ask nothing, when the NP has no such NP-local port.
+ *   - Slots 11 and 12 ask the platform for the port type only when its
+ *     output is given.
+ *   - The bound of every port check, cvn_np_qln_max_ports, is taken as at
+ *     most 48, the ports of the table, whatever is stored there.
+ *   - Slots 37-45 are empty: CVN_NP_ERR_INVALID, NULL, or nothing.
+ */
 
 /* ---- Outside the operation table ------------------------------------------ */
 

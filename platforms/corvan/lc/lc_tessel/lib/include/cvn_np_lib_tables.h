@@ -173,6 +173,50 @@ void aux_np_port_to_mapping_info_fenna(const port_mapping_entry *const *entries,
                                        uint32_t count, uint32_t *front, uint32_t *fplate_port,
                                        uint32_t *port_type);
 
+/* ---- maruta: two NPs, each with one 100GE port and ten 10GE ports -------
+ * Instances 0 and 2 are NP 0's and NP 1's 100GE port, instances 1 and 3
+ * their 10GE blocks; front port f (instance in bits 7..4) is entry f of
+ * the combo0 table.  The port_info records are single records, not lists
+ * closed by an END record: read one record. */
+
+extern const port_mapping_entry cvn_np_port_mapping_maruta_combo0[59];       /* by front port */
+extern const port_mapping_entry cvn_np_port_mapping_maruta_combo0_tuple[23]; /* 10GE, then 100GE */
+extern const uint32_t cvn_phy_to_front_combo0_inst0[1];
+extern const uint32_t cvn_phy_to_front_combo0_inst1[10];
+extern const uint32_t cvn_phy_to_front_combo0_inst2[1];
+extern const uint32_t cvn_phy_to_front_combo0_inst3[10];
+extern const port_info port_info_maruta_combo0;
+extern const port_info port_info_maruta_10g;
+extern const port_info port_info_maruta_100g;
+extern const port_info port_info_maruat_dummy;
+extern card_version maruta_card_version;
+extern subslot_info maruta_card_subslot_info;
+
+void cvn_np_maruta_init(void);
+void cvn_np_maruta_api_fill(cvn_np_api *table);
+
+/* ---- quellon: 24 ports per NP on six 4-port instances, one or two NPs ----
+ * A front port is the index of its entry; only the first
+ * cvn_np_qln_max_ports entries are in use (no end entry). */
+
+typedef struct quellon_port_mapping_entry {
+    uint16_t phys_front_port;
+    uint16_t fplate_port;
+    uint16_t ifsubinst;
+    uint16_t ifsubinst_port;
+    uint16_t np;
+    uint16_t np_port;
+} quellon_port_mapping_entry;
+
+extern const quellon_port_mapping_entry cvn_np_port_mapping_quellon[48];
+extern uint16_t cvn_np_qln_max_ports;          /* 24 x NP count, set by the init */
+extern port_info quellon_port_info_list[3];    /* {ports, COMBO} {4, COMBO} {0, END} */
+extern card_version quellon_card_version;
+extern subslot_info cvn_np_subslot_info_quellon;
+
+void cvn_np_quellon_init(void);
+void cvn_np_quellon_api_fill(cvn_np_api *table);
+
 #ifdef __cplusplus
 }
 #endif

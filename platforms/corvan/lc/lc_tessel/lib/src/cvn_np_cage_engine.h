@@ -18,12 +18,15 @@
 #include <cstdint>
 #include <iterator>
 
+#include "cvn_np_common_slots.h"
 #include "cvn_np_lib.h"
 #include "cvn_np_platform.h"
 #include "cvn_np_report.h"
 #include "cvn_np_table_rows.h"
 
 namespace cvn_np::cage {
+
+namespace common = cvn_np::common;
 
 // ---- Wiring rules, from which the families' tables are generated --------
 
@@ -270,11 +273,7 @@ template <const family &F> struct engine {
         return static_cast<uint32_t>(index);
     }
 
-    template <class T> static void put(T *out, uint32_t value)
-    {
-        if (out != nullptr)
-            *out = value;
-    }
+    static constexpr auto put = common::put<uint32_t>;
 
     // What the platform reports in the cage of a front port.  The type
     // stays NONE (and subslot and cage 0) when the query fails.
@@ -498,13 +497,7 @@ template <const family &F> struct engine {
                                             uint32_t *first_subslot)
     {
         require(np_complex < cvn_np_how_many(), F.text.np_complex);
-        if (count == nullptr)
-            return 0;
-        *count = 1;
-        if (first_subslot == nullptr)
-            return 0;
-        *first_subslot = cvn_np_complex_to_subslot(np_complex);
-        return 0;
+        return common::one_subslot_of_complex(np_complex, count, first_subslot);
     }
 
     static uint32_t complex_to_np(uint8_t np_complex, uint32_t second)
@@ -517,31 +510,19 @@ template <const family &F> struct engine {
         return second != 0 ? first + 1 : first;
     }
 
-    static uint32_t set_if_subsys_type(uint32_t, uint16_t) { return 0; }
-
-    static uint32_t subslot_to_np_list(uint8_t, uint32_t *count, uint32_t *first_np)
-    {
-        if (count == nullptr || first_np == nullptr)
-            return CVN_NP_ERR_INVALID;
-        *count = cvn_np_chip_how_many();
-        *first_np = 0;
-        return 0;
-    }
-
-    static uint32_t to_cpu_port_map(uint16_t) { return 3; }
+    static constexpr auto set_if_subsys_type = common::set_if_subsys_type;
+    static constexpr auto subslot_to_np_list = common::subslot_to_np_list;
+    static constexpr auto to_cpu_port_map = common::to_cpu_port_map;
 
     // ---- slots 29-36: front-port encoding ----
 
-    static uint32_t set_subslot_phy_port(uint16_t, uint32_t phy_port) { return phy_port & 0xFF; }
-    static uint32_t set_subslot_ifsubinst_ifsubinst_port(uint16_t, uint32_t ifsubinst,
-                                                         uint32_t ifsubinst_port)
-    {
-        return ((ifsubinst << 4) & 0xFF) | (ifsubinst_port & 0x0F);
-    }
-    static uint32_t get_subslot(uint32_t) { return 0; }
-    static uint32_t get_port(uint32_t front) { return front & 0xFF; }
-    static uint32_t get_ifsubinst(uint32_t front) { return (front & 0xF0) >> 4; }
-    static uint32_t get_ifsubinst_port(uint32_t front) { return front & 0x0F; }
+    static constexpr auto set_subslot_phy_port = common::set_subslot_phy_port;
+    static constexpr auto set_subslot_ifsubinst_ifsubinst_port =
+        common::set_subslot_ifsubinst_ifsubinst_port;
+    static constexpr auto get_subslot = common::get_subslot;
+    static constexpr auto get_port = common::get_port;
+    static constexpr auto get_ifsubinst = common::get_ifsubinst;
+    static constexpr auto get_ifsubinst_port = common::get_ifsubinst_port;
 
     // A port of a 10GE or 40GE module is (cage << 4) + port, unmasked; a
     // 100GE module has port 0 only.

@@ -1,0 +1,98 @@
+// cvn_np_common_slots.h - operations that several families answer alike:
+// the 8-bit front-port layout of the cage cards (also maruta's), and the
+// slots whose answer does not depend on the card's wiring.
+#ifndef CVN_NP_COMMON_SLOTS_H
+#define CVN_NP_COMMON_SLOTS_H
+
+#include <cstdint>
+
+#include "cvn_np_lib.h"
+#include "cvn_np_report.h"
+
+namespace cvn_np::common {
+
+// Writes an optional output.
+template <class T> inline void put(T *out, uint32_t value)
+{
+    if (out != nullptr)
+        *out = static_cast<T>(value);
+}
+
+// ---- The 8-bit front-port layout: bits 7..4 the cage (or instance), bits
+// 3..0 the port within it; the subslot is not encoded (slots 29-35). ----
+
+inline uint32_t set_subslot_phy_port(uint16_t, uint32_t phy_port) { return phy_port & 0xFF; }
+inline uint32_t set_subslot_ifsubinst_ifsubinst_port(uint16_t, uint32_t ifsubinst,
+                                                     uint32_t ifsubinst_port)
+{
+    return ((ifsubinst << 4) & 0xFF) | (ifsubinst_port & 0x0F);
+}
+inline uint32_t get_subslot(uint32_t) { return 0; }
+inline uint32_t get_port(uint32_t front) { return front & 0xFF; }
+inline uint32_t get_ifsubinst(uint32_t front) { return (front & 0xF0) >> 4; }
+inline uint32_t get_ifsubinst_port(uint32_t front) { return front & 0x0F; }
+
+// ---- Slots with a fixed answer ----
+
+// Slot 26: the type is the platform's business; accepted and ignored.
+inline uint32_t set_if_subsys_type(uint32_t, uint16_t) { return 0; }
+
+// Slot 27: every NP of the card sits on its one subslot.
+inline uint32_t subslot_to_np_list(uint8_t, uint32_t *count, uint32_t *first_np)
+{
+    if (count == nullptr || first_np == nullptr)
+        return CVN_NP_ERR_INVALID;
+    *count = cvn_np_chip_how_many();
+    *first_np = 0;
+    return 0;
+}
+
+// Slot 28: the NP port towards the host CPU.
+inline uint32_t to_cpu_port_map(uint16_t) { return 3; }
+
+// Slot 24 once the complex is checked: one subslot, the complex's own.
+inline uint32_t one_subslot_of_complex(uint8_t np_complex, uint32_t *count,
+                                       uint32_t *first_subslot)
+{
+    if (count == nullptr)
+        return 0;
+    *count = 1;
+    if (first_subslot != nullptr)
+        *first_subslot = cvn_np_complex_to_subslot(np_complex);
+    return 0;
+}
+
+// Slot 11 as the family's slot 12 asked for the faceplate port and type.
+template <auto mapping_info>
+uint32_t face_plate_port_by_mapping(uint32_t front, uint32_t *fplate_port, uint32_t *port_type)
+{
+    return mapping_info(front, nullptr, nullptr, fplate_port, port_type);
+}
+
+// Slot 13 of a family whose every NP uses `ports` NP-local ports; `np_id`
+// is the family's own check, so the report names its source and line.
+template <const char *path, const check &np_id, uint32_t ports>
+uint32_t fixed_local_ports(uint32_t np)
+{
+    require(np < cvn_np_how_many(), path, np_id);
+    return ports;
+}
+
+// Slots 24 and 25 of a family whose complex is one NP on the card's one
+// subslot, checked with the family's own np_complex check.
+template <const char *path, const check &np_complex> struct one_np_per_complex {
+    static uint32_t complex_to_subslot_list(uint8_t c, uint32_t *count, uint32_t *first_subslot)
+    {
+        require(c < cvn_np_how_many(), path, np_complex);
+        return one_subslot_of_complex(c, count, first_subslot);
+    }
+    static uint32_t complex_to_np(uint8_t c, uint32_t)
+    {
+        require(c < cvn_np_how_many(), path, np_complex);
+        return c;
+    }
+};
+
+} // namespace cvn_np::common
+
+#endif // CVN_NP_COMMON_SLOTS_H
