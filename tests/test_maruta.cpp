@@ -33,18 +33,8 @@ const Port *PortAt(uint32_t f) {
         if (p.front == f) return &p;
     return nullptr;
 }
-using Four = std::array<uint32_t, 4>;
-constexpr uint32_t kQueryFails = 1;  // scripts a failing query instead of a type
-constexpr uint32_t kQueryStatus = 0x5A17u;
-void Script(uint32_t instance, uint32_t type) {
-    if (type == kQueryFails) {
-        ASSERT_EQ(cvn_np_sim_fail_ifsubsys(0, instance, kQueryStatus), 0);
-    } else {
-        ASSERT_EQ(cvn_np_sim_set_ifsubsys(0, instance, type), 0);
-    }
-}
-const Four kNone4 = {kSentinel, kSentinel, kSentinel, kSentinel};
-const Four kFiller = {255, 255, 255, 255};  // what a hole or a past-the-table index reads as
+const Quad kNone4 = Untouched();
+const Quad kFiller = {255, 255, 255, 255};  // what a hole or a past-the-table index reads as
 
 class MarutaTest : public LibTest {
   protected:
@@ -59,8 +49,8 @@ TEST_F(MarutaTest, CardSummaryAndFixedAnswers) {
     EXPECT_EQ(cvn_np_how_many(), 2u);
     EXPECT_EQ(cvn_np_chip_how_many(), 2u);
     const subslot_info *s = cvn_np_subslot_info_get();
-    EXPECT_EQ((Four{s->num_of_subslots, s->max_ports_per_subslot, s->max_of_ifsubsys_per_subslot,
-                    s->spare}), (Four{1, 24, 4, 255}));
+    EXPECT_EQ((Quad{s->num_of_subslots, s->max_ports_per_subslot, s->max_of_ifsubsys_per_subslot,
+                    s->spare}), (Quad{1, 24, 4, 255}));
     const port_info *card = cvn_np_port_info_get();  // single records, no END after them
     EXPECT_EQ(std::make_pair(card->num_ports, card->port_type), std::make_pair(1u, 4u));
     const port_info *combo = cvn_np_port_info_subslot(0x0);
@@ -90,16 +80,16 @@ TEST_F(MarutaTest, TheOtherCardTypeIsServedAlike) {
 TEST_F(MarutaTest, InstancePortInfoFollowsTheReportedType) {
     const std::vector<std::pair<uint32_t, std::pair<uint32_t, uint32_t>>> cases = {
         {k100, {1, 4}}, {k10, {10, 1}}, {kNone, {0, 8}}, {k100G, {0, 8}}, {k10G, {0, 8}},
-        {kQueryFails, {0, 8}}};  // a failed query goes on with type NONE
+        {kFails, {0, 8}}};  // a failed query goes on with type NONE
     for (const auto &[type, record] : cases) {
         for (uint32_t inst = 0; inst < 4; ++inst) {
             SCOPED_TRACE(testing::Message() << "instance " << inst << " type " << std::hex << type);
-            Script(inst, type);
+            Plug(inst, type);
             const port_info *p = cvn_np_port_info_from_subslot_ifsubinst(0, inst);
             EXPECT_EQ(std::make_pair(p->num_ports, p->port_type), record);
             // The instance is encoded into a front port: 17 lands on instance 1.
             EXPECT_EQ(cvn_np_port_info_from_subslot_ifsubinst(0, inst + 16), p);
-            if (type != kQueryFails) {
+            if (type != kFails) {
                 EXPECT_EQ(aux_cvn_np_port_info_get(0, inst + 5, type), p);
             }
         }
@@ -109,19 +99,19 @@ TEST_F(MarutaTest, InstancePortInfoFollowsTheReportedType) {
 }
 
 TEST_F(MarutaTest, InstanceQueryAsksBits7To4AndPassesAFailureBack) {
-    for (uint32_t inst = 0; inst < 16; ++inst) Script(inst, 0x20000 + inst);
-    Script(5, kQueryFails);
+    for (uint32_t inst = 0; inst < 16; ++inst) Plug(inst, 0x20000 + inst);
+    Plug(5, kFails);
     for (uint32_t f = 0; f < 0x300; f += 7) {
         SCOPED_TRACE(testing::Message() << "front 0x" << std::hex << f);
         const uint32_t inst = (f >> 4) & 0xF;
-        Four out = kNone4;
+        Quad out = kNone4;
         const uint32_t status = aux_cvn_np_front_port_to_ifsubsys(f, &out[0], &out[1], &out[2]);
         if (inst == 5) {
-            EXPECT_EQ(status, kQueryStatus);
+            EXPECT_EQ(status, kFailStatus);
             EXPECT_EQ(out, kNone4);
         } else {
             EXPECT_EQ(status, 0u);
-            EXPECT_EQ(out, (Four{0, inst, 0x20000 + inst, kSentinel}));
+            EXPECT_EQ(out, (Quad{0, inst, 0x20000 + inst, kSentinel}));
         }
     }
 }
@@ -130,12 +120,12 @@ TEST_F(MarutaTest, FrontPortReadsItsTableEntryWithoutAskingThePlatform) {
     for (uint32_t f = 0; f < 0x120; ++f) {
         SCOPED_TRACE(testing::Message() << "front " << f);
         const Port *p = PortAt(f);
-        const Four want = p ? Four{p->np, p->np_port, f, p->type} : kFiller;
+        const Quad want = p ? Quad{p->np, p->np_port, f, p->type} : kFiller;
         const bool past = f > 57;
         EXPECT_EQ(cvn_np_front_port_to_np(f), past ? 255 : want[0]);
         EXPECT_EQ(cvn_np_front_port_to_np_port(f), past ? 255 : want[1]);
         EXPECT_EQ(cvn_np_front_port_to_port_type(f), past ? 255 : want[3]);
-        Four out = kNone4;
+        Quad out = kNone4;
         EXPECT_EQ(cvn_np_front_port_to_face_plate_port(f, &out[2], &out[3]), 0u);
         EXPECT_EQ(cvn_np_front_port_mapping_info(f, &out[0], &out[1], nullptr, nullptr), 0u);
         EXPECT_EQ(out, past ? kNone4 : want);
@@ -146,31 +136,31 @@ TEST_F(MarutaTest, FrontPortReadsItsTableEntryWithoutAskingThePlatform) {
 TEST_F(MarutaTest, NpLocalPortFindsItsFrontPort) {
     for (const Port &p : Ports()) {
         SCOPED_TRACE(testing::Message() << "front " << p.front);
-        Four out = kNone4;
+        Quad out = kNone4;
         aux_cvn_np_info_to_mapping_info(p.np, p.np_port, 0x1234, &out[0], &out[1], &out[2]);
-        EXPECT_EQ(out, (Four{p.front, p.front, p.type, kSentinel}));
+        EXPECT_EQ(out, (Quad{p.front, p.front, p.type, kSentinel}));
         out = kNone4;
         EXPECT_EQ(cvn_np_info_to_fplate_porttype(p.np, p.np_port, &out[0], &out[1]), 0u);
         EXPECT_EQ(cvn_np_info_to_front_port(p.np, p.np_port, &out[2]), 0u);
-        EXPECT_EQ(out, (Four{p.front, p.type, p.front, kSentinel}));
+        EXPECT_EQ(out, (Quad{p.front, p.type, p.front, kSentinel}));
     }
-    Four out = kNone4;
+    Quad out = kNone4;
     aux_cvn_np_info_to_mapping_info(0, 214, 0, &out[0], &out[1], &out[2]);
     aux_cvn_np_info_to_mapping_info(0x10000, 116, 0, &out[0], &out[1], &out[2]);
     EXPECT_EQ(cvn_np_info_to_fplate_porttype(0, 203, &out[0], &out[1]), 0u);
     EXPECT_EQ(out, kNone4);
     aux_cvn_np_info_to_mapping_info(255, 255, 0, &out[0], &out[1], &out[2]);  // a hole matches
-    EXPECT_EQ(out, (Four{255, 255, 255, kSentinel}));
+    EXPECT_EQ(out, (Quad{255, 255, 255, kSentinel}));
     EXPECT_EQ(cvn_np_info_to_fplate_porttype(2, 116, &out[0], &out[1]), kInvalid);
     EXPECT_EQ(cvn_np_info_to_front_port(2, 116, &out[0]), kInvalid);
 }
 
 TEST_F(MarutaTest, FirstPortsOfAnNpAreFixed) {
     for (uint32_t np : {0u, 1u, 7u}) {
-        Four out = kNone4;
+        Quad out = kNone4;
         EXPECT_EQ(cvn_np_first_front_port_on_np(np, &out[0]), 0u);
         EXPECT_EQ(cvn_np_first_fplate_porttype_on_np(np, &out[1], &out[2]), 0u);
-        EXPECT_EQ(out, (Four{np == 0 ? 0u : 48u, 4, np == 0 ? 20u : 21u, kSentinel}));
+        EXPECT_EQ(out, (Quad{np == 0 ? 0u : 48u, 4, np == 0 ? 20u : 21u, kSentinel}));
     }
     // The outputs are required; a NULL one is simply not written.
     EXPECT_EQ(cvn_np_first_front_port_on_np(0, nullptr), 0u);
@@ -182,11 +172,11 @@ TEST_F(MarutaTest, FaceplatePortIndexesTheTableWhateverThePortType) {
         for (uint32_t port_type : {0u, 1u, 4u, 0x10041u}) {
             SCOPED_TRACE(testing::Message() << "faceplate " << fp << " type " << port_type);
             const Port *p = PortAt(fp);
-            const Four want = p ? Four{p->np, p->np_port, fp, kSentinel} : Four{255, 255, 255, kSentinel};
+            const Quad want = p ? Quad{p->np, p->np_port, fp, kSentinel} : Quad{255, 255, 255, kSentinel};
             EXPECT_EQ(cvn_faceplate_porttype_to_np(port_type, fp), want[0]);
             EXPECT_EQ(cvn_faceplate_porttype_to_np_port(port_type, fp), want[1]);
             EXPECT_EQ(cvn_faceplate_porttype_to_phys_port(port_type, fp), fp);
-            Four out = kNone4;
+            Quad out = kNone4;
             EXPECT_EQ(cvn_faceplate_porttype_mapping_info(port_type, fp, &out[0], &out[1], &out[2]), 0u);
             EXPECT_EQ(out, want);
         }
@@ -197,11 +187,11 @@ TEST_F(MarutaTest, ComplexIsItsOwnNpOnTheOneSubslot) {
     for (uint32_t c = 0; c < 2; ++c) {
         EXPECT_EQ(cvn_np_complex_to_subslot(static_cast<uint8_t>(c)), 0u);
         EXPECT_EQ(cvn_np_complex_to_np(static_cast<uint8_t>(c), 1), c);
-        Four out = kNone4;
+        Quad out = kNone4;
         EXPECT_EQ(cvn_np_complex_to_subslot_list(static_cast<uint8_t>(c), nullptr, &out[1]), 0u);
         EXPECT_EQ(out, kNone4);
         EXPECT_EQ(cvn_np_complex_to_subslot_list(static_cast<uint8_t>(c), &out[0], &out[1]), 0u);
-        EXPECT_EQ(out, (Four{1, 0, kSentinel, kSentinel}));
+        EXPECT_EQ(out, (Quad{1, 0, kSentinel, kSentinel}));
     }
     EXPECT_DEATH(cvn_np_complex_to_subslot(2), Report("np_complex < cvn_np_how_many()"));
     EXPECT_DEATH(cvn_np_complex_to_subslot_list(2, nullptr, nullptr),
@@ -248,9 +238,9 @@ TEST_F(MarutaTest, InstancePortMapsThroughItsInstanceTable) {
             SCOPED_TRACE(testing::Message() << "instance " << inst << " index " << k);
             const bool present = k < (inst % 2 == 0 ? 1u : 10u);
             const Port *p = PortAt(16 * inst + k);
-            Four out = kNone4;
+            Quad out = kNone4;
             aux_cvn_np_front_port_to_mapping_info(inst, k, 0, &out[0], &out[1], &out[2], &out[3]);
-            EXPECT_EQ(out, present ? (Four{p->np, p->np_port, p->front, p->type}) : kFiller);
+            EXPECT_EQ(out, present ? (Quad{p->np, p->np_port, p->front, p->type}) : kFiller);
         }
     }
     EXPECT_DEATH(aux_cvn_np_front_port_to_mapping_info(4, 0, k10, nullptr, nullptr, nullptr, nullptr),
@@ -258,7 +248,7 @@ TEST_F(MarutaTest, InstancePortMapsThroughItsInstanceTable) {
 }
 
 TEST_F(MarutaTest, EmptySlotsAnswerInvalidAndWriteNothing) {
-    Four out = kNone4;
+    Quad out = kNone4;
     EXPECT_EQ(aux_cvn_np_info_num_local_ports(0, 0, k10), kInvalid);
     EXPECT_EQ(aux_cvn_np_first_port_on_np(0, 0, k10, &out[0], &out[1], &out[2]), kInvalid);
     EXPECT_EQ(aux_cvn_faceplate_to_mapping_info(1, 0, 1, &out[0], &out[1], &out[2]), kInvalid);

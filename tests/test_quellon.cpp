@@ -8,7 +8,6 @@ namespace {
 using namespace cvn_test;
 
 constexpr uint32_t kQln10 = CVN_NP_IFSUB_TYPE_QUELLON_10GE;
-constexpr uint32_t kQueryStatus = 0x5A17u;
 
 std::string Report(const char *condition) { return ReportLine("cvn_np_lib_quellon.cpp", condition); }
 
@@ -20,8 +19,7 @@ uint32_t NpCount(uint32_t card_type) {
 uint32_t NpOf(uint32_t i) { return i / 24; }
 uint32_t NpPortOf(uint32_t i) { return 192 + 4 * ((i / 4) % 6) + ((i % 4) ^ 1); }
 
-using Four = std::array<uint32_t, 4>;
-const Four kNone4 = {kSentinel, kSentinel, kSentinel, kSentinel};
+const Quad kNone4 = Untouched();
 
 // Runs over every quellon card type, the type written to cardtype first.
 class QuellonTest : public LibTest, public testing::WithParamInterface<uint32_t> {
@@ -30,7 +28,7 @@ class QuellonTest : public LibTest, public testing::WithParamInterface<uint32_t>
     uint32_t Ports() const { return 24 * NpCount(GetParam()); }
     // Every instance reports quellon's 10GE type.
     static void PlugAllInstances() {
-        for (uint32_t inst = 0; inst < 12; ++inst) ASSERT_EQ(cvn_np_sim_set_ifsubsys(0, inst, kQln10), 0);
+        PlugAll(12, kQln10);
     }
 };
 
@@ -46,8 +44,8 @@ TEST_P(QuellonTest, CardSummaryFollowsTheNpCount) {
     EXPECT_EQ((cvn_np_version_get()->ver_major << 8) | cvn_np_version_get()->ver_minor, (5u << 8) | 'c');
     EXPECT_EQ(cvn_max_mtu(), 9216u);
     const subslot_info *s = cvn_np_subslot_info_get();
-    EXPECT_EQ((Four{s->num_of_subslots, s->max_ports_per_subslot, s->max_of_ifsubsys_per_subslot,
-                    s->spare}), (Four{1, Ports(), 6 * n, Ports()}));
+    EXPECT_EQ((Quad{s->num_of_subslots, s->max_ports_per_subslot, s->max_of_ifsubsys_per_subslot,
+                    s->spare}), (Quad{1, Ports(), 6 * n, Ports()}));
     const List card = {{Ports(), CVN_NP_PORT_TYPE_COMBO}, {4, CVN_NP_PORT_TYPE_COMBO}};
     EXPECT_EQ(ListOf(cvn_np_port_info_get()), card);
     EXPECT_EQ(ListOf(cvn_np_port_info_subslot(7)), card);
@@ -61,7 +59,7 @@ TEST_P(QuellonTest, FrontPortIsTheIndexOfItsPort) {
     for (uint32_t f = 0; f < 0x300; ++f) {
         const uint32_t i = f & 0xFF;
         SCOPED_TRACE(testing::Message() << "front 0x" << std::hex << f);
-        Four out = kNone4;
+        Quad out = kNone4;
         if (i >= Ports()) {
             EXPECT_EQ(cvn_np_front_port_to_face_plate_port(f, &out[2], &out[3]), kInvalid);
             EXPECT_EQ(cvn_np_front_port_mapping_info(f, &out[0], &out[1], &out[2], &out[3]), kInvalid);
@@ -72,10 +70,10 @@ TEST_P(QuellonTest, FrontPortIsTheIndexOfItsPort) {
         EXPECT_EQ(cvn_np_front_port_to_np_port(f), NpPortOf(i));
         EXPECT_EQ(cvn_np_front_port_to_port_type(f), 1u);
         EXPECT_EQ(cvn_np_front_port_to_face_plate_port(f, &out[2], &out[3]), 0u);
-        EXPECT_EQ(out, (Four{kSentinel, kSentinel, i, 1}));
+        EXPECT_EQ(out, (Quad{kSentinel, kSentinel, i, 1}));
         out = kNone4;
         EXPECT_EQ(cvn_np_front_port_mapping_info(f, &out[0], &out[1], &out[2], nullptr), 0u);
-        EXPECT_EQ(out, (Four{NpOf(i), NpPortOf(i), i, kSentinel}));
+        EXPECT_EQ(out, (Quad{NpOf(i), NpPortOf(i), i, kSentinel}));
         EXPECT_EQ(cvn_np_lib_get_subslot(f), 0u);
         EXPECT_EQ(cvn_np_lib_get_port(f), i);
         EXPECT_EQ(cvn_np_lib_get_subslot_port(f), i);
@@ -109,19 +107,19 @@ TEST_P(QuellonTest, PortTypeIsAskedOfThePortsInstance) {
         {kQln10, 1}, {k10G, 0}, {kNone, 0}, {0x10041, 0}};
     for (uint32_t inst = 0; inst < Ports() / 4; ++inst) {
         for (const auto &[type, port_type] : answers) {
-            ASSERT_EQ(cvn_np_sim_set_ifsubsys(0, inst, type), 0);
+            Plug(inst, type);
             for (uint32_t i = 4 * inst; i < 4 * inst + 4; ++i) {
                 SCOPED_TRACE(testing::Message() << "port " << i << " type 0x" << std::hex << type);
                 EXPECT_EQ(cvn_np_front_port_to_port_type(i), port_type);
-                Four out = kNone4;
+                Quad out = kNone4;
                 EXPECT_EQ(cvn_np_front_port_mapping_info(i, nullptr, nullptr, nullptr, &out[3]), 0u);
                 EXPECT_EQ(out[3], port_type);
             }
         }
-        ASSERT_EQ(cvn_np_sim_fail_ifsubsys(0, inst, kQueryStatus), 0);
-        Four out = kNone4;
+        Plug(inst, kFails);
+        Quad out = kNone4;
         EXPECT_EQ(cvn_np_front_port_to_face_plate_port(4 * inst, &out[0], &out[1]), 0u);
-        EXPECT_EQ(out, (Four{4 * inst, 0, kSentinel, kSentinel}));
+        EXPECT_EQ(out, (Quad{4 * inst, 0, kSentinel, kSentinel}));
     }
 }
 
@@ -134,22 +132,22 @@ TEST_P(QuellonTest, NpLocalPortFindsItsFrontPort) {
             uint32_t want = kSentinel;
             for (uint32_t i = 24 * np; i < 24 * np + 24; ++i)
                 if (NpPortOf(i) == np_port) want = i;
-            Four out = kNone4;
+            Quad out = kNone4;
             EXPECT_EQ(cvn_np_info_to_front_port(np, np_port, &out[0]), 0u);
             EXPECT_EQ(cvn_np_info_to_fplate_porttype(np, np_port, &out[1], &out[2]), 0u);
             const uint32_t type = want == kSentinel ? kSentinel : 1;
-            EXPECT_EQ(out, (Four{want, want, type, kSentinel}));
+            EXPECT_EQ(out, (Quad{want, want, type, kSentinel}));
         }
-        Four out = kNone4;
+        Quad out = kNone4;
         EXPECT_EQ(cvn_np_first_front_port_on_np(np, &out[0]), 0u);
         EXPECT_EQ(cvn_np_first_phys_port_on_np(np, &out[1]), 0u);
         EXPECT_EQ(cvn_np_first_fplate_porttype_on_np(np, &out[3], &out[2]), 0u);
-        EXPECT_EQ(out, (Four{24 * np + 1, 24 * np + 1, 24 * np + 1, 1}));
+        EXPECT_EQ(out, (Quad{24 * np + 1, 24 * np + 1, 24 * np + 1, 1}));
         out = kNone4;  // the type is looked up only when both outputs are given
         EXPECT_EQ(cvn_np_first_fplate_porttype_on_np(np, &out[3], nullptr), 0u);
         EXPECT_EQ(out, kNone4);
     }
-    Four out = kNone4;
+    Quad out = kNone4;
     EXPECT_EQ(cvn_np_info_to_front_port(n, 193, &out[0]), kInvalid);
     EXPECT_EQ(cvn_np_info_to_fplate_porttype(n, 193, &out[0], &out[1]), kInvalid);
     EXPECT_EQ(cvn_np_first_front_port_on_np(n, &out[0]), kInvalid);
@@ -166,9 +164,9 @@ TEST_P(QuellonTest, FaceplatePortIsTheFrontPort) {
         EXPECT_EQ(cvn_faceplate_porttype_to_np(7, fp), NpOf(i));
         EXPECT_EQ(cvn_faceplate_porttype_to_np_port(0, fp), NpPortOf(i));
         EXPECT_EQ(cvn_faceplate_porttype_to_phys_port(1, fp), i);
-        Four out = kNone4;
+        Quad out = kNone4;
         EXPECT_EQ(cvn_faceplate_porttype_mapping_info(1, fp, &out[0], &out[1], &out[2]), 0u);
-        EXPECT_EQ(out, (Four{NpOf(i), NpPortOf(i), i, kSentinel}));
+        EXPECT_EQ(out, (Quad{NpOf(i), NpPortOf(i), i, kSentinel}));
     }
     const std::string bound = Report("fplate_port < cvn_np_qln_max_ports");
     EXPECT_DEATH(cvn_faceplate_porttype_to_np(1, Ports()), bound);
@@ -179,14 +177,14 @@ TEST_P(QuellonTest, FaceplatePortIsTheFrontPort) {
 
 TEST_P(QuellonTest, ComplexesAndCpuPort) {
     const uint32_t n = NpCount(GetParam());
-    Four out = kNone4;
+    Quad out = kNone4;
     EXPECT_EQ(cvn_np_complex_to_subslot(9), 0u);  // not checked
     EXPECT_EQ(cvn_np_complex_to_subslot_list(0, nullptr, &out[1]), 0u);
     EXPECT_EQ(cvn_np_complex_to_subslot_list(static_cast<uint8_t>(n - 1), &out[0], &out[1]), 0u);
-    EXPECT_EQ(out, (Four{1, 0, kSentinel, kSentinel}));
+    EXPECT_EQ(out, (Quad{1, 0, kSentinel, kSentinel}));
     EXPECT_EQ(cvn_np_complex_to_np(static_cast<uint8_t>(n - 1), 1), n - 1);
     EXPECT_EQ(cvn_np_subslot_to_np_list(0, &out[2], &out[3]), 0u);
-    EXPECT_EQ(out, (Four{1, 0, n, 0}));
+    EXPECT_EQ(out, (Quad{1, 0, n, 0}));
     EXPECT_EQ(cvn_np_subslot_to_np_list(0, nullptr, &out[3]), kInvalid);
     EXPECT_EQ(cvn_np_set_if_subsys_type(1, 2), 0u);
     EXPECT_EQ(cvn_np_to_cpu_port_map(static_cast<uint16_t>(n - 1)), 3u);
@@ -197,7 +195,7 @@ TEST_P(QuellonTest, ComplexesAndCpuPort) {
 }
 
 TEST_P(QuellonTest, AuxiliarySlotsAreEmpty) {
-    Four out = kNone4;
+    Quad out = kNone4;
     EXPECT_EQ(aux_cvn_np_front_port_to_ifsubsys(0, &out[0], &out[1], &out[2]), kInvalid);
     EXPECT_EQ(aux_cvn_np_port_info_get(0, 0, kQln10), nullptr);
     aux_cvn_np_front_port_to_mapping_info(0, 0, kQln10, &out[0], &out[1], &out[2], &out[3]);

@@ -26,6 +26,7 @@
  *   - A slot that the selected family leaves empty answers CVN_NP_ERR_INVALID
  *     (a NULL pointer for the functions returning a list or record, nothing
  *     for the functions without a result).
+ *   - maruta and quellon cards: see "maruta and quellon cards" below.
  *   - See the individual functions for the cage families' defined answers.
  *
  * The header compiles as C99 and as C++; every symbol has C linkage.
