@@ -30,7 +30,8 @@ namespace common = cvn_np::common;
 
 // ---- Wiring rules, from which the families' tables are generated --------
 
-inline constexpr port_mapping_entry k_end_entry = {0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
+using common::k_end_entry;
+using common::same_entry;
 
 // The ports of one speed: cage c, port p sits at entry c * ports_per_cage + p
 // (its faceplate index), with front port = faceplate port = 16c + p and NP
@@ -46,12 +47,6 @@ struct wiring {
 
     constexpr uint32_t ports() const { return cages * ports_per_cage; }
 };
-
-constexpr bool same_entry(const port_mapping_entry &a, const port_mapping_entry &b)
-{
-    return a.phys_front_port == b.phys_front_port && a.np == b.np && a.np_port == b.np_port &&
-           a.fplate_port == b.fplate_port && a.port_type == b.port_type;
-}
 
 // Entry i of the speed's mapping table; entry ports() is the end entry.
 template <const wiring &w> constexpr port_mapping_entry entry_of(std::size_t i)

@@ -1,6 +1,7 @@
 // cvn_np_common_slots.h - operations that several families answer alike:
 // the 8-bit front-port layout of the cage cards (also maruta's), and the
-// slots whose answer does not depend on the card's wiring.
+// slots whose answer does not depend on the card's wiring; and the end
+// entry that closes a mapping table.
 #ifndef CVN_NP_COMMON_SLOTS_H
 #define CVN_NP_COMMON_SLOTS_H
 
@@ -10,6 +11,15 @@
 #include "cvn_np_report.h"
 
 namespace cvn_np::common {
+
+// The entry that closes a mapping table: every field 0xFF.
+inline constexpr port_mapping_entry k_end_entry = {0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
+
+constexpr bool same_entry(const port_mapping_entry &a, const port_mapping_entry &b)
+{
+    return a.phys_front_port == b.phys_front_port && a.np == b.np && a.np_port == b.np_port &&
+           a.fplate_port == b.fplate_port && a.port_type == b.port_type;
+}
 
 // Writes an optional output.
 template <class T> inline void put(T *out, uint32_t value)

@@ -31,7 +31,8 @@ constexpr uint16_t k_tenge_np_port = 204; // the first 10GE port of an NP
 constexpr uint32_t k_ports_per_np = 11;
 constexpr uint32_t k_no_port = 255;
 
-constexpr port_mapping_entry k_end_entry = {0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
+using common::k_end_entry;
+using common::same_entry;
 
 // The NP and complex checks, shared by several slots.
 constexpr cvn_np::check k_np_id_check = CVN_NP_CHECK("np_id < cvn_np_how_many()");
@@ -97,12 +98,6 @@ cvn_np_api cvn_np_api_maruta;
 } // extern "C"
 
 namespace {
-
-constexpr bool same_entry(const port_mapping_entry &a, const port_mapping_entry &b)
-{
-    return a.phys_front_port == b.phys_front_port && a.np == b.np && a.np_port == b.np_port &&
-           a.fplate_port == b.fplate_port && a.port_type == b.port_type;
-}
 
 // Telling rows: (phys_front_port, np, np_port, fplate_port, port_type).
 static_assert(same_entry(cvn_np_port_mapping_maruta_combo0[0], {0, 0, 116, 0, 4}));
