@@ -28,6 +28,9 @@
  *     for the functions without a result).
  *   - maruta and quellon cards: see "maruta and quellon cards" below.
  *   - See the individual functions for the cage families' defined answers.
+ *   - tolvar cards (see "tolvar cards" below): a port that names no entry of
+ *     its EP, and a type whose bay has no row, map to nothing instead of
+ *     reading past a table.
  *
  * The header compiles as C99 and as C++; every symbol has C linkage.
  */
@@ -71,6 +74,23 @@ extern "C" {
 
 /* The ifsubsys value that asks the platform for a subslot-level type. */
 #define CVN_NP_IFSUB_ANY 0xFFFFFFFFu
+
+/* Interface subsystems (EPs) of the tolvar cards, as the platform reports
+ * them for a subslot (asked with CVN_NP_IFSUB_ANY).  A split subslot holds
+ * two instances, each reporting one of CVN_NP_IFSUB_TYPE_100GE .. _40GE_ALT
+ * when asked by instance number; a plain subslot reports one EP. */
+#define CVN_NP_IFSUB_TYPE_TV_20X_NONE 565u /* 20 ports of port type NONE */
+#define CVN_NP_IFSUB_TYPE_TV_2X10GE 566u
+#define CVN_NP_IFSUB_TYPE_TV_4X10GE 567u
+#define CVN_NP_IFSUB_TYPE_TV_8X10GE 568u
+#define CVN_NP_IFSUB_TYPE_TV_2X40GE 570u
+#define CVN_NP_IFSUB_TYPE_TV_1X40GE 571u
+#define CVN_NP_IFSUB_TYPE_TV_16X10GE 573u
+#define CVN_NP_IFSUB_TYPE_TV_SPLIT 574u      /* two instances */
+#define CVN_NP_IFSUB_TYPE_TV_SPLIT_ONE 575u  /* split encoding; NP ports find instance 0 only */
+#define CVN_NP_IFSUB_TYPE_TV_20X10GE 576u
+#define CVN_NP_IFSUB_TYPE_TV_SPLIT_B 577u    /* two instances */
+#define CVN_NP_IFSUB_TYPE_TV_20X10GE_B 578u  /* the ports of 576 */
 
 /* Number of operations in a family's operation table. */
 #define CVN_NP_API_SLOTS 46
@@ -146,6 +166,25 @@ typedef struct ifsubsys_info {
     uint32_t platform_word2;
     uint32_t platform_word3;
 } ifsubsys_info;
+
+/* One row of a tolvar EP data table: one interface-subsystem type and its
+ * ports.  entries holds num_ports pointers in local-port order; first_entry
+ * is entries[0].  port_info_list is one record {count, port_type} and the
+ * end record.  np_port_span is read only for the 2-slice card's instance
+ * types, where an instance's entries start at instance * np_port_span / 2. */
+typedef struct cvn_np_ep_data {
+    uint32_t ep_type;
+    uint32_t np_per_subslot;
+    uint32_t spare_a;
+    uint32_t spare_b;
+    uint32_t np_port_base;
+    uint32_t np_port_span;
+    uint32_t num_ports;
+    uint32_t port_type;
+    const port_mapping_entry *first_entry;
+    const port_mapping_entry *const *entries;
+    const port_info *port_info_list;
+} cvn_np_ep_data;
 
 /* ---- The operation table ------------------------------------------------
  * One per family, filled by the family's init; members are in slot order
@@ -223,6 +262,8 @@ extern cvn_np_api cvn_np_api_brisca;
 extern cvn_np_api cvn_np_api_brisca_4p;
 extern cvn_np_api cvn_np_api_dornik;
 extern cvn_np_api cvn_np_api_fenna;
+extern cvn_np_api cvn_np_api_2slice_tolvar;
+extern cvn_np_api cvn_np_api_1slice_tolvar;
 extern cvn_np_api cvn_np_api_maruta;
 extern cvn_np_api cvn_np_api_quellon;
 
@@ -364,6 +405,37 @@ uint32_t cvn_np_lib_get_ifsubinst_port(uint32_t front);
  * a port type the family has no tables for. */
 uint32_t cvn_np_lib_get_phys_port_tuple45(uint32_t port_type, uint16_t subslot,
                                           uint16_t ifsubinst, uint16_t ifsubinst_port);
+
+/* ---- tolvar cards -----------------------------------------------------------
+ * Two subslots (bays), each holding an EP whose type the platform reports,
+ * asked again on every call.  Front and faceplate ports are 8 bits: bits
+ * 7..6 the subslot, then the port (bits 5..0) or, on a split subslot, the
+ * instance (bits 5..4) and the instance port (bits 3..0).  The 2-slice
+ * card has one NP per subslot (NP n serves subslot n); on the 1-slice card
+ * NP 0 serves both bays, told apart by NP-local port ranges.
+ *
+ * Answers the library defines where an EP's wiring gives none:
+ *   - A port that names no entry of its EP (an entry index at or past the
+ *     row's num_ports, such as port 5 of a 1x40GE EP; on the 1-slice card
+ *     also a split index of 255 or port bits 5..0 of 32 or more): slot 39
+ *     writes nothing, so slots 8-10 answer 0, slot 11 gives 0 in both
+ *     outputs and slot 12 returns 0 with its outputs untouched; slot 43
+ *     returns CVN_NP_ERR_INVALID and writes nothing, so slots 19-21 answer
+ *     CVN_NP_ERR_INVALID and slot 22 returns 0 with nothing written.
+ *   - 2-slice, type 0x10003 in slots 38 and 39: served from its own row,
+ *     which has the 40GE instance's ports ({2, 40GE}, the same mapping).
+ *     On the 1-slice card slot 38 gives the empty list and slot 39 asserts
+ *     "0" for it, as for any type it does not map.
+ *   - 1-slice, a type without a row in the bay (573, 576, 578 in bay 1;
+ *     0x10003 in both): slot 38 NULL; slot 40 0 (0x10003: its np_info
+ *     count); slot 41 writes nothing; slots 39, 42 and 43 write nothing and
+ *     slots 42 and 43 return CVN_NP_ERR_INVALID (slot 43 before it compares
+ *     the port type).
+ *   - 1-slice: cvn_np_complex_to_subslot_list writes both subslots, 0 and
+ *     1, through first_subslot (pass an array of two), and
+ *     cvn_np_first_phys_port_on_np takes a subslot, not an NP id, and gives
+ *     that bay's first front port.
+ */
 
 /* ---- Auxiliary layer (slots 37-45) ---------------------------------------- */
 

@@ -217,6 +217,109 @@ extern subslot_info cvn_np_subslot_info_quellon;
 void cvn_np_quellon_init(void);
 void cvn_np_quellon_api_fill(cvn_np_api *table);
 
+/* ---- tolvar: two subslots, each holding the EP the platform reports ------
+ * 2-slice: one NP per subslot.  1-slice: one NP serving both bays, with one
+ * EP data table per bay and index maps for the split instances' ports. */
+
+#define CVN_NP_TOTAL_SUBSLOT_TOLVAR 2 /* subslots of a tolvar card */
+#define CVN_NP_TOTAL_SUBSLOTS 2       /* bays of the 1-slice card */
+
+extern const np_info np_info_2slice_tolvar;
+extern const cvn_np_ep_data cvn_np_lib_2slice_tv_info_types[13];
+extern const np_info *tolvar_card_np_info;
+extern const cvn_np_ep_data *cvn_np_lib_info_types;
+extern card_version tolvar_card_version;
+extern subslot_info tolvar_card_subslot_info;
+extern const port_info tolvar_dummy_port_info[1];
+
+void cvn_np_2slice_tolvar_init(void);
+void cvn_np_2slice_tolvar_api_fill(cvn_np_api *table);
+
+extern const np_info np_info_1slice_tv;
+extern const cvn_np_ep_data cvn_np_lib_tv_1slice_bay0_ep_info_types[12];
+extern const cvn_np_ep_data cvn_np_lib_tv_1slice_bay1_ep_info_types[9];
+extern const int32_t tv_1slice_phys_2_fplate_cage_10GE[32]; /* by port bits 5..0 */
+extern const int32_t tv_1slice_phys_2_fplate_cage_40GE[32];
+extern const np_info *tv_1slice_card_np_info;
+extern const cvn_np_ep_data *cvn_1slice_np_lib_info_types;
+extern card_version tv_1slice_card_version;
+extern subslot_info tv_1slice_card_subslot_info;
+extern const port_info tv_1slice_dummy_port_info[1];
+
+void cvn_np_1slice_tolvar_init(void);
+void cvn_np_1slice_tolvar_api_fill(cvn_np_api *table);
+
+/* The family functions of a tolvar family F (tolvar: 2-slice, tv_1slice:
+ * 1-slice), one per slot except 17, 24, 27, 37, 42 and 45, which stay
+ * inside the family: cvn_np_F_<x> for the public cvn_np_<x>, cvn_F_<x> for
+ * cvn_<x>, aux_cvn_np_F_<x> and aux_cvn_F_<x> for aux_cvn_np_<x> and
+ * aux_cvn_<x>, aux_F_np_port_to_mapping_info for slot 44; e.g.
+ * cvn_np_tolvar_front_port_to_np, aux_cvn_tv_1slice_faceplate_to_mapping_info. */
+#define CVN_NP_TOLVAR_FAMILY_FUNCTIONS(F)                                                          \
+    const card_version *cvn_np_##F##_version_get(void);                                            \
+    uint32_t cvn_##F##_max_mtu(void);                                                              \
+    uint32_t cvn_np_##F##_how_many(void);                                                          \
+    uint32_t cvn_np_##F##_chip_how_many(void);                                                     \
+    const port_info *cvn_np_##F##_port_info_get(void);                                             \
+    const subslot_info *cvn_np_##F##_subslot_info_get(void);                                       \
+    const port_info *cvn_np_##F##_port_info_subslot(uint16_t subslot);                             \
+    const port_info *cvn_np_##F##_port_info_from_subslot_ifsubinst(uint16_t subslot,               \
+                                                                    uint16_t ifsubinst);           \
+    uint32_t cvn_np_##F##_front_port_to_np(uint32_t front);                                        \
+    uint32_t cvn_np_##F##_front_port_to_np_port(uint32_t front);                                   \
+    uint32_t cvn_np_##F##_front_port_to_port_type(uint32_t front);                                 \
+    uint32_t cvn_np_##F##_front_port_to_face_plate_port(uint32_t front, uint32_t *fplate_port,     \
+                                                         uint32_t *port_type);                     \
+    uint32_t cvn_np_##F##_front_port_mapping_info(uint32_t front, uint32_t *np, uint32_t *np_port, \
+                                                   uint32_t *fplate_port, uint32_t *port_type);    \
+    uint32_t cvn_np_##F##_info_num_local_ports(uint32_t np_id);                                    \
+    uint32_t cvn_np_##F##_info_to_front_port(uint32_t np_id, uint32_t np_port, uint32_t *front);   \
+    uint32_t cvn_np_##F##_info_to_fplate_porttype(uint32_t np_id, uint32_t np_port,                \
+                                                   uint32_t *fplate_port, uint32_t *port_type);    \
+    uint32_t cvn_np_##F##_first_front_port_on_np(uint32_t np_id, uint32_t *front);                 \
+    uint32_t cvn_np_##F##_first_fplate_porttype_on_np(uint32_t np_id, uint32_t *port_type,         \
+                                                       uint32_t *fplate_port);                     \
+    uint32_t cvn_##F##_faceplate_porttype_to_np(uint32_t port_type, uint32_t fplate_port);         \
+    uint32_t cvn_##F##_faceplate_porttype_to_np_port(uint32_t port_type, uint32_t fplate_port);    \
+    uint32_t cvn_##F##_faceplate_porttype_to_phys_port(uint32_t port_type, uint32_t fplate_port);  \
+    uint32_t cvn_##F##_faceplate_porttype_mapping_info(uint32_t port_type, uint32_t fplate_port,   \
+                                                        uint32_t *np, uint32_t *np_port,           \
+                                                        uint32_t *front);                          \
+    uint32_t cvn_np_##F##_complex_to_subslot(uint8_t np_complex);                                  \
+    uint32_t cvn_np_##F##_complex_to_np(uint8_t np_complex, uint32_t second);                      \
+    uint32_t cvn_np_##F##_set_if_subsys_type(uint32_t ifsubsys, uint16_t type);                    \
+    uint32_t cvn_np_##F##_to_cpu_port_map(uint16_t np_num);                                        \
+    uint32_t cvn_np_##F##_lib_set_subslot_phy_port(uint16_t subslot, uint32_t phy_port);           \
+    uint32_t cvn_np_##F##_lib_set_subslot_ifsubinst_ifsubinst_port(                                \
+        uint16_t subslot, uint32_t ifsubinst, uint32_t ifsubinst_port);                            \
+    uint32_t cvn_np_##F##_lib_get_subslot(uint32_t front);                                         \
+    uint32_t cvn_np_##F##_lib_get_subslot_port(uint32_t front);                                    \
+    uint32_t cvn_np_##F##_lib_get_port(uint32_t front);                                            \
+    uint32_t cvn_np_##F##_lib_get_ifsubinst(uint32_t front);                                       \
+    uint32_t cvn_np_##F##_lib_get_ifsubinst_port(uint32_t front);                                  \
+    uint32_t cvn_np_##F##_lib_get_phys_port_tuple45(uint32_t port_type, uint16_t subslot,          \
+                                                     uint16_t ifsubinst, uint16_t ifsubinst_port); \
+    const port_info *aux_cvn_np_##F##_port_info_get(uint32_t subslot, uint32_t ifsubsys,           \
+                                                     uint32_t ifsub_type);                         \
+    void aux_cvn_np_##F##_front_port_to_mapping_info(uint32_t ifsubsys, uint32_t port,             \
+                                                      uint32_t ifsub_type, uint32_t *np,           \
+                                                      uint32_t *np_port, uint32_t *fplate_port,    \
+                                                      uint32_t *port_type);                        \
+    uint32_t aux_cvn_np_##F##_info_num_local_ports(uint32_t subslot, uint32_t np_num,              \
+                                                    uint32_t ifsub_type);                          \
+    void aux_cvn_np_##F##_info_to_mapping_info(uint32_t np_num, uint32_t np_port,                  \
+                                                uint32_t ifsub_type, uint32_t *front,              \
+                                                uint32_t *fplate_port, uint32_t *port_type);       \
+    uint32_t aux_cvn_##F##_faceplate_to_mapping_info(uint32_t ifsubsys, uint32_t port,             \
+                                                      uint32_t port_type, uint32_t *np,            \
+                                                      uint32_t *np_port, uint32_t *front);         \
+    void aux_##F##_np_port_to_mapping_info(const port_mapping_entry *const *entries,               \
+                                           uint32_t np_port, uint32_t count, uint32_t *front,      \
+                                           uint32_t *fplate_port, uint32_t *port_type);
+
+CVN_NP_TOLVAR_FAMILY_FUNCTIONS(tolvar)
+CVN_NP_TOLVAR_FAMILY_FUNCTIONS(tv_1slice)
+
 #ifdef __cplusplus
 }
 #endif

@@ -1,0 +1,215 @@
+// cvn_np_lib_1slice_tolvar.cpp - the tolvar 1-slice cards: one NP serving
+// two bays (subslots 0 and 1), each holding one EP that the platform
+// reports.  It runs the 2-slice card's operations with these differences:
+// each bay has its own EP data table, so a type's row depends on the bay;
+// all ports belong to NP 0 and the bays are told apart by NP-local port
+// ranges; a split instance's entry is found through an index map by the
+// port's bits 5..0; operations that start from the NP or its complex walk
+// both bays; slot 17 gives the first front port of one bay.
+
+#include "cvn_np_table_rows.h"
+#include "cvn_np_tolvar_engine.h"
+
+namespace tv = cvn_np::tolvar;
+
+namespace {
+
+constexpr uint32_t k_spare = 1;
+
+// Bay 0's EPs: (count, first front port, first NP port, NP-port step).
+constexpr tv::ep_wiring k_b0_2x10g = {CVN_NP_PORT_TYPE_10GE, 2, {2, 0, 192, 2}, {}};
+constexpr tv::ep_wiring k_b0_4x10g = {CVN_NP_PORT_TYPE_10GE, 4, {4, 0, 192, 2}, {}};
+constexpr tv::ep_wiring k_b0_8x10g = {CVN_NP_PORT_TYPE_10GE, 8, {8, 0, 192, 1}, {}};
+constexpr tv::ep_wiring k_b0_2x40g = {CVN_NP_PORT_TYPE_40GE, 2, {2, 0, 96, 1}, {}};
+constexpr tv::ep_wiring k_b0_1x40g = {CVN_NP_PORT_TYPE_40GE, 1, {1, 0, 96, 1}, {}};
+constexpr tv::ep_wiring k_b0_20x_none = {CVN_NP_PORT_TYPE_NONE, 20, {10, 0, 16, 1}, {10, 10, 28, 1}};
+constexpr tv::ep_wiring k_b0_16x10g = {CVN_NP_PORT_TYPE_10GE, 16, {8, 0, 192, 1}, {8, 8, 204, 1}};
+constexpr tv::ep_wiring k_b0_20x10g = {CVN_NP_PORT_TYPE_10GE, 20, {10, 0, 192, 1}, {10, 10, 204, 1}};
+constexpr tv::ep_wiring k_b0_100g_pair = {CVN_NP_PORT_TYPE_100GE, 2, {1, 0, 116, 1}, {1, 16, 117, 1}};
+constexpr tv::ep_wiring k_b0_10g_pair = {CVN_NP_PORT_TYPE_10GE, 10, {10, 0, 192, 1}, {10, 16, 204, 1}};
+constexpr tv::ep_wiring k_b0_40g_pair = {CVN_NP_PORT_TYPE_40GE, 2, {2, 0, 96, 1}, {2, 16, 99, 1}};
+
+// Bay 1's EPs use the NP's upper port ranges.
+constexpr tv::ep_wiring k_b1_2x10g = {CVN_NP_PORT_TYPE_10GE, 2, {2, 0, 204, 2}, {}};
+constexpr tv::ep_wiring k_b1_4x10g = {CVN_NP_PORT_TYPE_10GE, 4, {4, 0, 204, 2}, {}};
+constexpr tv::ep_wiring k_b1_8x10g = {CVN_NP_PORT_TYPE_10GE, 8, {8, 0, 204, 1}, {}};
+constexpr tv::ep_wiring k_b1_2x40g = {CVN_NP_PORT_TYPE_40GE, 2, {2, 0, 99, 1}, {}};
+constexpr tv::ep_wiring k_b1_1x40g = {CVN_NP_PORT_TYPE_40GE, 1, {1, 0, 99, 1}, {}};
+constexpr tv::ep_wiring k_b1_20x_none = {CVN_NP_PORT_TYPE_NONE, 20, {10, 0, 128, 1}, {10, 10, 140, 1}};
+constexpr tv::ep_wiring k_b1_100g = {CVN_NP_PORT_TYPE_100GE, 1, {1, 0, 117, 1}, {}};
+constexpr tv::ep_wiring k_b1_10g = {CVN_NP_PORT_TYPE_10GE, 10, {10, 0, 204, 1}, {}};
+constexpr tv::ep_wiring k_b1_40g = {CVN_NP_PORT_TYPE_40GE, 2, {2, 0, 99, 1}, {}};
+
+// Entry index of a split instance's port by its bits 5..0 (instance in bits
+// 5..4), `ports` ports per instance; CVN_NP_NO_PORT where there is none.
+template <uint32_t ports> constexpr int32_t split_entry_index(std::size_t bits)
+{
+    const std::size_t instance = bits >> 4, port = bits & 0x0F;
+    return instance < 2 && port < ports ? static_cast<int32_t>(instance * ports + port)
+                                        : CVN_NP_NO_PORT;
+}
+
+} // namespace
+
+extern "C" {
+
+constexpr np_info np_info_1slice_tv = tv::card_np_info(1, 12);
+
+// (ep_type, spare, np_port_base, np_port_span) over the EP's ports.
+constexpr cvn_np_ep_data cvn_np_lib_tv_1slice_bay0_ep_info_types[12] = {
+    tv::ep_row<k_b0_2x10g>(CVN_NP_IFSUB_TYPE_TV_2X10GE, k_spare, 192, 201),
+    tv::ep_row<k_b0_4x10g>(CVN_NP_IFSUB_TYPE_TV_4X10GE, k_spare, 192, 213),
+    tv::ep_row<k_b0_8x10g>(CVN_NP_IFSUB_TYPE_TV_8X10GE, k_spare, 192, 213),
+    tv::ep_row<k_b0_2x40g>(CVN_NP_IFSUB_TYPE_TV_2X40GE, k_spare, 96, 100),
+    tv::ep_row<k_b0_1x40g>(CVN_NP_IFSUB_TYPE_TV_1X40GE, k_spare, 96, 100),
+    tv::ep_row<k_b0_20x_none>(CVN_NP_IFSUB_TYPE_TV_20X_NONE, k_spare, 192, 213),
+    tv::ep_row<k_b0_16x10g>(CVN_NP_IFSUB_TYPE_TV_16X10GE, k_spare, 192, 213),
+    tv::ep_row<k_b0_20x10g>(CVN_NP_IFSUB_TYPE_TV_20X10GE, k_spare, 192, 201),
+    tv::ep_row<k_b0_20x10g>(CVN_NP_IFSUB_TYPE_TV_20X10GE_B, k_spare, 192, 201),
+    tv::ep_row<k_b0_100g_pair>(CVN_NP_IFSUB_TYPE_100GE, k_spare, 116, 117),
+    tv::ep_row<k_b0_10g_pair>(CVN_NP_IFSUB_TYPE_10GE, k_spare, 192, 213),
+    tv::ep_row<k_b0_40g_pair>(CVN_NP_IFSUB_TYPE_40GE, k_spare, 96, 100),
+};
+
+constexpr cvn_np_ep_data cvn_np_lib_tv_1slice_bay1_ep_info_types[9] = {
+    tv::ep_row<k_b1_2x10g>(CVN_NP_IFSUB_TYPE_TV_2X10GE, k_spare, 192, 213),
+    tv::ep_row<k_b1_4x10g>(CVN_NP_IFSUB_TYPE_TV_4X10GE, k_spare, 192, 213),
+    tv::ep_row<k_b1_8x10g>(CVN_NP_IFSUB_TYPE_TV_8X10GE, k_spare, 192, 213),
+    tv::ep_row<k_b1_2x40g>(CVN_NP_IFSUB_TYPE_TV_2X40GE, k_spare, 96, 100),
+    tv::ep_row<k_b1_1x40g>(CVN_NP_IFSUB_TYPE_TV_1X40GE, k_spare, 96, 100),
+    tv::ep_row<k_b1_20x_none>(CVN_NP_IFSUB_TYPE_TV_20X_NONE, k_spare, 192, 213),
+    tv::ep_row<k_b1_100g>(CVN_NP_IFSUB_TYPE_100GE, k_spare, 116, 117),
+    tv::ep_row<k_b1_10g>(CVN_NP_IFSUB_TYPE_10GE, k_spare, 204, 213),
+    tv::ep_row<k_b1_40g>(CVN_NP_IFSUB_TYPE_40GE, k_spare, 99, 100),
+};
+
+constexpr int32_t tv_1slice_phys_2_fplate_cage_10GE[32] = {CVN_NP_ROWS(split_entry_index<10>, 3, 2)};
+constexpr int32_t tv_1slice_phys_2_fplate_cage_40GE[32] = {CVN_NP_ROWS(split_entry_index<2>, 3, 2)};
+
+constexpr port_info tv_1slice_dummy_port_info[1] = {{0, CVN_NP_PORT_TYPE_END}};
+
+const np_info *tv_1slice_card_np_info;
+const cvn_np_ep_data *cvn_1slice_np_lib_info_types;
+card_version tv_1slice_card_version;
+subslot_info tv_1slice_card_subslot_info;
+cvn_np_api cvn_np_api_1slice_tolvar;
+
+} // extern "C"
+
+// Telling entries: bay 1 is the NP's upper half; 578 shares 576's entries.
+static_assert(cvn_np_lib_tv_1slice_bay0_ep_info_types[10].entries[13]->np_port == 207);
+static_assert(cvn_np_lib_tv_1slice_bay0_ep_info_types[10].entries[13]->phys_front_port == 19);
+static_assert(cvn_np_lib_tv_1slice_bay1_ep_info_types[0].entries[1]->np_port == 206);
+static_assert(cvn_np_lib_tv_1slice_bay1_ep_info_types[5].entries[19]->np_port == 149);
+static_assert(cvn_np_lib_tv_1slice_bay0_ep_info_types[8].entries ==
+              cvn_np_lib_tv_1slice_bay0_ep_info_types[7].entries);
+static_assert(tv_1slice_phys_2_fplate_cage_10GE[0x13] == 13 && tv_1slice_phys_2_fplate_cage_10GE[0x1A] == 255);
+static_assert(tv_1slice_phys_2_fplate_cage_40GE[0x11] == 3 && tv_1slice_phys_2_fplate_cage_40GE[0x02] == 255);
+
+namespace {
+
+// The row of a type in the bay's own table; none for another subslot.
+const cvn_np_ep_data *bay_ep_data_find(uint32_t subslot, uint32_t type)
+{
+    switch (subslot & 0xFFFF) {
+    case 0:
+        return tv::find_row(cvn_np_lib_tv_1slice_bay0_ep_info_types,
+                            std::size(cvn_np_lib_tv_1slice_bay0_ep_info_types), type);
+    case 1:
+        return tv::find_row(cvn_np_lib_tv_1slice_bay1_ep_info_types,
+                            std::size(cvn_np_lib_tv_1slice_bay1_ep_info_types), type);
+    default:
+        return nullptr;
+    }
+}
+
+// The lower NP-port ranges are bay 0's (its first instance), the upper ones
+// belong to bay 0's second instance, to bay 0's 20-port EP, or else to
+// bay 1.  Both bays must answer.
+tv::np_port_place bay_of_np_port(uint32_t, uint32_t np_port)
+{
+    const tv::np_port_place not_found = {CVN_NP_ERR_INVALID, 0, CVN_NP_IFSUB_TYPE_NONE};
+    int upper = tv::instance_of_np_port(np_port);
+    if (np_port >= 16 && np_port <= 37)
+        upper = 0;
+    if (np_port >= 128 && np_port <= 149)
+        upper = 1;
+    if (upper < 0)
+        return not_found;
+    const tv::platform_answer bay0 = tv::ask(0, CVN_NP_IFSUB_ANY);
+    const tv::platform_answer bay1 = tv::ask(1, CVN_NP_IFSUB_ANY);
+    if (bay0.status != 0 || bay1.status != 0)
+        return not_found;
+    uint32_t subslot = 0, instance = 0;
+    if (upper == 1) {
+        if (tv::has_second_instance(bay0.type))
+            instance = 1;
+        else if (bay0.type != CVN_NP_IFSUB_TYPE_TV_20X10GE &&
+                 bay0.type != CVN_NP_IFSUB_TYPE_TV_20X10GE_B)
+            subslot = 1;
+    }
+    const tv::platform_answer there = tv::ask(subslot, instance);
+    if (there.status != 0)
+        return not_found;
+    return {0, subslot, there.type};
+}
+
+// A split instance's entry through the index map of its speed.
+uint64_t split_entry(uint32_t port, uint32_t type, const cvn_np_ep_data &, bool)
+{
+    const int32_t *map = type == CVN_NP_IFSUB_TYPE_10GE ? tv_1slice_phys_2_fplate_cage_10GE
+                                                        : tv_1slice_phys_2_fplate_cage_40GE;
+    const uint32_t bits = port & 0x3F;
+    if (bits >= std::size(tv_1slice_phys_2_fplate_cage_10GE) || map[bits] == CVN_NP_NO_PORT)
+        return tv::k_no_entry;
+    return static_cast<uint64_t>(map[bits]);
+}
+
+constexpr tv::family k_tv_1slice = {
+    .path = "platforms/corvan/lc/lc_tessel/lib/src/cvn_np_lib_1slice_tolvar.cpp",
+    .text = {
+        .subslot = CVN_NP_CHECK("subslot < tv_1slice_card_np_info->num_subslot"),
+        .subslot_num = CVN_NP_CHECK("subslot_num < tv_1slice_card_np_info->num_subslot"),
+        .np_num = CVN_NP_CHECK("np_num < tv_1slice_card_np_info->num_complex"),
+        .np_id = CVN_NP_CHECK("np_id < cvn_np_how_many()"),
+        .np_complex = CVN_NP_CHECK("np_complex < cvn_np_how_many()"),
+        .front_needed = CVN_NP_CHECK("phys_front_port != NULL"),
+        .port_type_needed = CVN_NP_CHECK("port_type != NULL"),
+        .fplate_needed = CVN_NP_CHECK("fplate_port != NULL"),
+        .bay = CVN_NP_CHECK("subslot < CVN_NP_TOTAL_SUBSLOT_TOLVAR"),
+        .row_port_type = CVN_NP_CHECK("port_type == ep_data->port_type"),
+        .unknown = CVN_NP_CHECK("0"),
+        .first_port_bay = CVN_NP_CHECK("subslot < CVN_NP_TOTAL_SUBSLOTS"),
+    },
+    .np_info_table = &np_info_1slice_tv,
+    .card_np_info = &tv_1slice_card_np_info,
+    .info_types_table = cvn_np_lib_tv_1slice_bay0_ep_info_types,
+    .card_info_types = &cvn_1slice_np_lib_info_types,
+    .rows_sizing_subslot = std::size(cvn_np_lib_tv_1slice_bay0_ep_info_types), // bay 1 is not scanned
+    .card_version_record = &tv_1slice_card_version,
+    .card_subslot_info = &tv_1slice_card_subslot_info,
+    .dummy_port_info = tv_1slice_dummy_port_info,
+    .row_of = bay_ep_data_find,
+    .place_np_port = bay_of_np_port,
+    .instance_entry = split_entry,
+    .one_np_for_both_bays = true,
+    .alt_40ge_mapped = false, // neither bay has a row for 0x10003
+    .first_front_port_hides_query_status = true,
+};
+
+using tv_1slice_ops = tv::engine<k_tv_1slice>;
+
+} // namespace
+
+CVN_NP_TOLVAR_FAMILY_API(tv_1slice, tv_1slice_ops)
+
+extern "C" {
+
+void cvn_np_1slice_tolvar_api_fill(cvn_np_api *table) { tv_1slice_api_fill(table); }
+
+void cvn_np_1slice_tolvar_init(void)
+{
+    tv_1slice_ops::init(&cvn_np_api_1slice_tolvar, tv_1slice_api_fill);
+}
+
+} // extern "C"

@@ -1,0 +1,161 @@
+// cvn_np_lib_tolvar.cpp - the tolvar 2-slice cards: two subslots, each
+// served by its own NP (NP n serves subslot n) and holding one EP that the
+// platform reports.  One EP data table serves both subslots; an entry's NP
+// is counted up by the subslot, and a split instance's entries start at
+// instance * np_port_span / 2 of its row.
+
+#include "cvn_np_tolvar_engine.h"
+
+namespace tv = cvn_np::tolvar;
+
+namespace {
+
+constexpr uint32_t k_spare = 2;
+
+// The EPs' ports: (count, first front port, first NP port, NP-port step).
+constexpr tv::ep_wiring k_2x10g = {CVN_NP_PORT_TYPE_10GE, 2, {2, 0, 192, 2}, {}};
+constexpr tv::ep_wiring k_4x10g = {CVN_NP_PORT_TYPE_10GE, 4, {4, 0, 192, 2}, {}};
+constexpr tv::ep_wiring k_8x10g = {CVN_NP_PORT_TYPE_10GE, 8, {8, 0, 192, 1}, {}};
+constexpr tv::ep_wiring k_16x10g = {CVN_NP_PORT_TYPE_10GE, 16, {8, 0, 192, 1}, {8, 8, 204, 1}};
+constexpr tv::ep_wiring k_20x10g = {CVN_NP_PORT_TYPE_10GE, 20, {10, 0, 192, 1}, {10, 10, 204, 1}};
+constexpr tv::ep_wiring k_2x40g = {CVN_NP_PORT_TYPE_40GE, 2, {2, 0, 96, 1}, {}};
+constexpr tv::ep_wiring k_1x40g = {CVN_NP_PORT_TYPE_40GE, 1, {1, 0, 96, 1}, {}};
+constexpr tv::ep_wiring k_20x_none = {CVN_NP_PORT_TYPE_NONE, 20, {10, 0, 16, 1}, {10, 10, 28, 1}};
+// Split instances: instance 0's ports, then instance 1's from local port 16.
+constexpr tv::ep_wiring k_100g_pair = {CVN_NP_PORT_TYPE_100GE, 2, {1, 0, 116, 1}, {1, 16, 117, 1}};
+constexpr tv::ep_wiring k_10g_pair = {CVN_NP_PORT_TYPE_10GE, 10, {10, 0, 192, 1}, {10, 16, 204, 1}};
+constexpr tv::ep_wiring k_40g_pair = {CVN_NP_PORT_TYPE_40GE, 2, {2, 0, 96, 1}, {2, 16, 99, 1}};
+
+} // namespace
+
+extern "C" {
+
+constexpr np_info np_info_2slice_tolvar = tv::card_np_info(2, 13);
+
+// (ep_type, spare, np_port_base, np_port_span) over the EP's ports.
+constexpr cvn_np_ep_data cvn_np_lib_2slice_tv_info_types[13] = {
+    tv::ep_row<k_2x10g>(CVN_NP_IFSUB_TYPE_TV_2X10GE, k_spare, 192, 201),
+    tv::ep_row<k_4x10g>(CVN_NP_IFSUB_TYPE_TV_4X10GE, k_spare, 192, 201),
+    tv::ep_row<k_8x10g>(CVN_NP_IFSUB_TYPE_TV_8X10GE, k_spare, 192, 201),
+    tv::ep_row<k_16x10g>(CVN_NP_IFSUB_TYPE_TV_16X10GE, k_spare, 192, 201),
+    tv::ep_row<k_20x10g>(CVN_NP_IFSUB_TYPE_TV_20X10GE, k_spare, 192, 201),
+    tv::ep_row<k_20x10g>(CVN_NP_IFSUB_TYPE_TV_20X10GE_B, k_spare, 192, 201),
+    tv::ep_row<k_2x40g>(CVN_NP_IFSUB_TYPE_TV_2X40GE, k_spare, 96, 97),
+    tv::ep_row<k_1x40g>(CVN_NP_IFSUB_TYPE_TV_1X40GE, k_spare, 96, 97),
+    tv::ep_row<k_20x_none>(CVN_NP_IFSUB_TYPE_TV_20X_NONE, k_spare, 192, 201),
+    tv::ep_row<k_100g_pair>(CVN_NP_IFSUB_TYPE_100GE, k_spare, 116, 2),
+    tv::ep_row<k_10g_pair>(CVN_NP_IFSUB_TYPE_10GE, k_spare, 192, 20),
+    tv::ep_row<k_40g_pair>(CVN_NP_IFSUB_TYPE_40GE, k_spare, 96, 4),
+    tv::ep_row<k_40g_pair>(CVN_NP_IFSUB_TYPE_40GE_ALT, k_spare, 96, 4),
+};
+
+constexpr port_info tolvar_dummy_port_info[1] = {{0, CVN_NP_PORT_TYPE_END}};
+
+const np_info *tolvar_card_np_info;
+const cvn_np_ep_data *cvn_np_lib_info_types;
+card_version tolvar_card_version;
+subslot_info tolvar_card_subslot_info;
+cvn_np_api cvn_np_api_2slice_tolvar;
+
+} // extern "C"
+
+// The lookup covers the whole table, and NP n serves subslot n.
+static_assert(np_info_2slice_tolvar.num_info_types == std::size(cvn_np_lib_2slice_tv_info_types));
+static_assert(np_info_2slice_tolvar.num_complex == np_info_2slice_tolvar.num_subslot);
+// Telling entries: 573's second half, instance 1 of the 10GE and 40GE pairs.
+static_assert(cvn_np_lib_2slice_tv_info_types[3].entries[8]->np_port == 204);
+static_assert(cvn_np_lib_2slice_tv_info_types[10].entries[12]->phys_front_port == 18);
+static_assert(cvn_np_lib_2slice_tv_info_types[10].entries[12]->np_port == 206);
+static_assert(cvn_np_lib_2slice_tv_info_types[11].entries[3]->fplate_port == 17);
+static_assert(cvn_np_lib_2slice_tv_info_types[11].entries[3]->np_port == 100);
+static_assert(cvn_np_lib_2slice_tv_info_types[8].entries[19]->np_port == 37);
+// 578 shares 576's entries, 0x10003 the 40GE instance's.
+static_assert(cvn_np_lib_2slice_tv_info_types[5].entries == cvn_np_lib_2slice_tv_info_types[4].entries);
+static_assert(cvn_np_lib_2slice_tv_info_types[12].port_info_list ==
+              cvn_np_lib_2slice_tv_info_types[11].port_info_list);
+
+namespace {
+
+// The row of a type; one table serves both subslots.
+const cvn_np_ep_data *tolvar_ep_data_find(uint32_t, uint32_t type)
+{
+    return tv::find_row(cvn_np_lib_info_types, tolvar_card_np_info->num_info_types, type);
+}
+
+// NP n's port lives in subslot n; on a subslot split in two, in the
+// instance its NP-port range names.
+tv::np_port_place tolvar_np_port_to_ifsub_type(uint32_t np_id, uint32_t np_port)
+{
+    const uint32_t subslot = np_id;
+    const tv::np_port_place not_found = {CVN_NP_ERR_INVALID, subslot, CVN_NP_IFSUB_TYPE_NONE};
+    const tv::platform_answer whole = tv::ask(subslot, CVN_NP_IFSUB_ANY);
+    if (whole.status != 0)
+        return not_found;
+    uint32_t instance = 0;
+    if (tv::has_second_instance(whole.type)) {
+        const int i = tv::instance_of_np_port(np_port);
+        if (i < 0)
+            return not_found;
+        instance = static_cast<uint32_t>(i);
+    }
+    const tv::platform_answer there = tv::ask(subslot, instance);
+    if (there.status != 0)
+        return not_found;
+    return {0, subslot, there.type};
+}
+
+// A split instance's entries start at instance * np_port_span / 2.  A front
+// port gives its instance port as the platform decodes it, a faceplate port
+// its low four bits.
+uint64_t instance_entry(uint32_t port, uint32_t, const cvn_np_ep_data &row, bool faceplate)
+{
+    const uint64_t instance = cvn_np_lib_get_ifsubinst(port);
+    const uint64_t instance_port = faceplate ? port & 0x0F : cvn_np_lib_get_ifsubinst_port(port);
+    return instance * row.np_port_span / 2 + instance_port;
+}
+
+constexpr tv::family k_tolvar = {
+    .path = "platforms/corvan/lc/lc_tessel/lib/src/cvn_np_lib_tolvar.cpp",
+    .text = {
+        .subslot = CVN_NP_CHECK("subslot < tolvar_card_np_info->num_subslot"),
+        .subslot_num = CVN_NP_CHECK("subslot_num < tolvar_card_np_info->num_subslot"),
+        .np_num = CVN_NP_CHECK("np_num < tolvar_card_np_info->num_complex"),
+        .np_id = CVN_NP_CHECK("np_id < cvn_np_how_many()"),
+        .np_complex = CVN_NP_CHECK("np_complex < cvn_np_how_many()"),
+        .front_needed = CVN_NP_CHECK("phys_front_port != NULL"),
+        .port_type_needed = CVN_NP_CHECK("port_type != NULL"),
+        .fplate_needed = CVN_NP_CHECK("fplate_port != NULL"),
+        .bay = CVN_NP_CHECK("subslot < CVN_NP_TOTAL_SUBSLOT_TOLVAR"),
+        .row_port_type = CVN_NP_CHECK("port_type == ep_data->port_type"),
+        .unknown = CVN_NP_CHECK("0"),
+        .first_port_bay = {}, // slot 17 is rejected on this card
+    },
+    .np_info_table = &np_info_2slice_tolvar,
+    .card_np_info = &tolvar_card_np_info,
+    .info_types_table = cvn_np_lib_2slice_tv_info_types,
+    .card_info_types = &cvn_np_lib_info_types,
+    .rows_sizing_subslot = std::size(cvn_np_lib_2slice_tv_info_types),
+    .card_version_record = &tolvar_card_version,
+    .card_subslot_info = &tolvar_card_subslot_info,
+    .dummy_port_info = tolvar_dummy_port_info,
+    .row_of = tolvar_ep_data_find,
+    .place_np_port = tolvar_np_port_to_ifsub_type,
+    .instance_entry = instance_entry,
+    .one_np_for_both_bays = false,
+    .alt_40ge_mapped = true, // 0x10003 has a row of its own here
+    .first_front_port_hides_query_status = false,
+};
+
+using tolvar_ops = tv::engine<k_tolvar>;
+
+} // namespace
+
+CVN_NP_TOLVAR_FAMILY_API(tolvar, tolvar_ops)
+
+extern "C" {
+
+void cvn_np_2slice_tolvar_api_fill(cvn_np_api *table) { tolvar_api_fill(table); }
+
+void cvn_np_2slice_tolvar_init(void) { tolvar_ops::init(&cvn_np_api_2slice_tolvar, tolvar_api_fill); }
+
+} // extern "C"

@@ -1,0 +1,1067 @@
+// cvn_np_tolvar_engine.h - the operations of the tolvar cards.
+//
+// A tolvar card has two subslots.  What sits in a subslot is an interface
+// subsystem (EP) whose type the platform reports, asked afresh on every
+// question; each EP type the card knows has one row of an EP data table:
+// its ports as mapping entries in local-port order, and its port list.  A
+// split subslot (574, 575, 577) holds two instances, each reporting a
+// per-instance type (0x10000-0x10003); instance 1's entries carry local
+// ports 16 and up.
+//
+// Front and faceplate ports are 8 bits: bits 7..6 the subslot, then the
+// port (bits 5..0) or, on a split subslot, the instance (bits 5..4) and the
+// instance port (bits 3..0).
+//
+// Both tolvar families run these operations over their own tables; a family
+// file describes its tables, its texts and its differences in one
+// `tolvar::family` record, engine<family> provides the slot functions and
+// CVN_NP_TOLVAR_FAMILY_API exports them under the family's names.  The
+// operations reach other operations only through the public functions, so
+// every inner step goes through the selected operation table again.
+#ifndef CVN_NP_TOLVAR_ENGINE_H
+#define CVN_NP_TOLVAR_ENGINE_H
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <utility>
+
+#include "cvn_np_common_slots.h"
+#include "cvn_np_lib.h"
+#include "cvn_np_lib_tables.h"
+#include "cvn_np_platform.h"
+#include "cvn_np_report.h"
+
+namespace cvn_np::tolvar {
+
+// ---- Interface-subsystem types --------------------------------------------
+
+enum class ep_kind : uint8_t { plain, split, per_instance, unknown };
+
+constexpr ep_kind kind_of(uint32_t type)
+{
+    switch (type) {
+    case CVN_NP_IFSUB_TYPE_TV_20X_NONE:
+    case CVN_NP_IFSUB_TYPE_TV_2X10GE:
+    case CVN_NP_IFSUB_TYPE_TV_4X10GE:
+    case CVN_NP_IFSUB_TYPE_TV_8X10GE:
+    case CVN_NP_IFSUB_TYPE_TV_2X40GE:
+    case CVN_NP_IFSUB_TYPE_TV_1X40GE:
+    case CVN_NP_IFSUB_TYPE_TV_16X10GE:
+    case CVN_NP_IFSUB_TYPE_TV_20X10GE:
+    case CVN_NP_IFSUB_TYPE_TV_20X10GE_B:
+        return ep_kind::plain;
+    case CVN_NP_IFSUB_TYPE_TV_SPLIT:
+    case CVN_NP_IFSUB_TYPE_TV_SPLIT_ONE:
+    case CVN_NP_IFSUB_TYPE_TV_SPLIT_B:
+        return ep_kind::split;
+    case CVN_NP_IFSUB_TYPE_100GE:
+    case CVN_NP_IFSUB_TYPE_40GE:
+    case CVN_NP_IFSUB_TYPE_10GE:
+    case CVN_NP_IFSUB_TYPE_40GE_ALT:
+        return ep_kind::per_instance;
+    default:
+        return ep_kind::unknown;
+    }
+}
+constexpr bool is_plain(uint32_t type) { return kind_of(type) == ep_kind::plain; }
+constexpr bool is_split(uint32_t type) { return kind_of(type) == ep_kind::split; }
+constexpr bool is_per_instance(uint32_t type) { return kind_of(type) == ep_kind::per_instance; }
+
+// Split subslots whose second instance an NP-local port can name (575 is
+// split for the encoding only).
+constexpr bool has_second_instance(uint32_t type)
+{
+    return type == CVN_NP_IFSUB_TYPE_TV_SPLIT || type == CVN_NP_IFSUB_TYPE_TV_SPLIT_B;
+}
+
+// Plain EPs whose ports the local-port count adds (the 16-port EP is not
+// counted).
+constexpr bool counts_local_ports(uint32_t type)
+{
+    return is_plain(type) && type != CVN_NP_IFSUB_TYPE_TV_16X10GE;
+}
+
+// The instance of a split subslot that an NP-local port belongs to: the
+// first instance's 10GE, 100GE and 40GE ports, or the second's; -1 for
+// neither.
+constexpr int instance_of_np_port(uint32_t np_port)
+{
+    if ((np_port >= 192 && np_port <= 201) || np_port == 116 || np_port == 96 || np_port == 97)
+        return 0;
+    if ((np_port >= 204 && np_port <= 213) || np_port == 117 || np_port == 99 || np_port == 100)
+        return 1;
+    return -1;
+}
+
+// A front port of a subslot in the plain form.
+constexpr uint32_t compose(uint32_t subslot, uint32_t port)
+{
+    return ((subslot << 6) & 0xC0) | (port & 0x3F);
+}
+// A front port of a split subslot's instance.
+constexpr uint32_t compose_split(uint32_t subslot, uint32_t instance, uint32_t port)
+{
+    return ((instance << 4) & 0x30) | (port & 0x0F) | ((subslot << 6) & 0xC0);
+}
+
+inline constexpr uint32_t k_instances_per_subslot = 2;
+
+// The NP summary of a tolvar card with `nps` NPs (one per complex) and
+// `info_types` rows in its EP data table: two subslots of up to 20 10GE,
+// four 40GE or two 100GE ports.
+constexpr np_info card_np_info(uint16_t nps, uint16_t info_types)
+{
+    return {.sw_version = 1, .sw_status = 0, .num_np = nps, .num_complex = nps,
+            .np_per_complex = 1, .num_cage = 0, .cage_per_complex = 2, .ver_major = 5,
+            .ver_minor = 99, .max_mtu = 9216, .max_fpport_100g = 2, .max_fpport_40g = 4,
+            .max_fpport_10g = 20, .num_subslot = 2, .max_port_cage = 0, .port_subslot_100g = 2,
+            .port_subslot_40g = 4, .port_subslot_10g = 20, .port_cage_100g = 1,
+            .port_cage_40g = 2, .port_cage_40g_alt = 1, .port_cage_10g = 10,
+            .num_info_types = info_types};
+}
+
+// What the platform answers for (subslot, ifsubsys); type NONE unless the
+// call succeeded.
+struct platform_answer {
+    uint32_t status;
+    uint32_t type;
+};
+inline platform_answer ask(uint32_t subslot, uint32_t ifsubsys)
+{
+    const ifsubsys_id id = {0, subslot, ifsubsys};
+    ifsubsys_info info{};
+    const uint32_t status = rva_ifsubsys_get_info(&id, &info);
+    return {status, status == 0 ? info.type : CVN_NP_IFSUB_TYPE_NONE};
+}
+
+// ---- EP data rows ----------------------------------------------------------
+
+// `count` ports from front port `front`, their NP-local ports from `np_port`
+// in steps of `step`.
+struct run {
+    uint16_t count;
+    uint16_t front;
+    uint16_t np_port;
+    uint16_t step;
+};
+
+// An EP's ports: one or two runs, all of one port type; every entry is on
+// NP 0 and its faceplate port is its front port.  `list_count` is the count
+// its port list gives.
+struct ep_wiring {
+    uint32_t port_type;
+    uint32_t list_count;
+    run first;
+    run second;
+
+    constexpr std::size_t ports() const { return std::size_t{first.count} + second.count; }
+};
+
+template <const ep_wiring &w> constexpr port_mapping_entry entry_of(std::size_t k)
+{
+    const bool in_first = k < w.first.count;
+    const run &r = in_first ? w.first : w.second;
+    const std::size_t i = in_first ? k : k - w.first.count;
+    const auto front = static_cast<uint16_t>(r.front + i);
+    return {front, 0, static_cast<uint16_t>(r.np_port + i * r.step), front, w.port_type};
+}
+template <const ep_wiring &w, std::size_t... k>
+constexpr std::array<port_mapping_entry, sizeof...(k)> entries_of(std::index_sequence<k...>)
+{
+    return {{entry_of<w>(k)...}};
+}
+template <const ep_wiring &w>
+inline constexpr auto ep_entries = entries_of<w>(std::make_index_sequence<w.ports()>{});
+
+template <const ep_wiring &w, std::size_t... k>
+constexpr std::array<const port_mapping_entry *, sizeof...(k)> pointers_of(std::index_sequence<k...>)
+{
+    return {{&ep_entries<w>[k]...}};
+}
+template <const ep_wiring &w>
+inline constexpr auto ep_entry_pointers = pointers_of<w>(std::make_index_sequence<w.ports()>{});
+
+template <const ep_wiring &w>
+inline constexpr port_info ep_port_list[2] = {{w.list_count, w.port_type},
+                                              {0, CVN_NP_PORT_TYPE_END}};
+
+// The row of `ep_type` over the EP `w`; rows built on the same wiring share
+// its entries and its list.
+template <const ep_wiring &w>
+constexpr cvn_np_ep_data ep_row(uint32_t ep_type, uint32_t spare, uint32_t np_port_base,
+                                uint32_t np_port_span)
+{
+    return {ep_type,
+            1,
+            spare,
+            spare,
+            np_port_base,
+            np_port_span,
+            static_cast<uint32_t>(w.ports()),
+            w.port_type,
+            &ep_entries<w>[0],
+            ep_entry_pointers<w>.data(),
+            ep_port_list<w>};
+}
+
+// The first row of `rows` for `type`, or NULL.
+inline const cvn_np_ep_data *find_row(const cvn_np_ep_data *rows, std::size_t count, uint32_t type)
+{
+    for (std::size_t i = 0; i < count; ++i)
+        if (rows[i].ep_type == type)
+            return &rows[i];
+    return nullptr;
+}
+
+// Entry `k` of a row, or NULL where the row has no such entry.
+inline const port_mapping_entry *entry_at(const cvn_np_ep_data &row, uint64_t k)
+{
+    return k < row.num_ports ? row.entries[k] : nullptr;
+}
+
+// An entry index that names no entry.
+inline constexpr uint64_t k_no_entry = UINT64_MAX;
+
+// ---- Family description ------------------------------------------------------
+
+// The family's condition texts, one per distinct condition.
+struct texts {
+    check subslot;          // slots 6, 7: the subslot against num_subslot
+    check subslot_num;      // slots 38, 40
+    check np_num;           // slots 40, 41
+    check np_id;            // slots 13, 16, 18
+    check np_complex;       // slots 23, 24, 25
+    check front_needed;     // slot 16 (and 17 where it answers)
+    check port_type_needed; // slot 18
+    check fplate_needed;    // slot 18
+    check bay;              // slots 39, 42, 43: "subslot < CVN_NP_TOTAL_SUBSLOT_TOLVAR"
+    check row_port_type;    // slot 43: the caller's port type is the row's
+    check unknown;          // "0": a type the operation does not map
+    check first_port_bay;   // slot 17 where it answers: "subslot < CVN_NP_TOTAL_SUBSLOTS"
+};
+
+// Where an NP-local port lives: the subslot, and the type of the EP or
+// instance there (NONE when the platform reports nothing).  A non-zero
+// status: the port is not found.
+struct np_port_place {
+    uint32_t status;
+    uint32_t subslot;
+    uint32_t type;
+};
+
+struct family {
+    const char *path; // the family's source, for the assertion report
+    texts text;
+
+    // Tables the init installs, and the current-record pointers.
+    const np_info *np_info_table;
+    const np_info **card_np_info;
+    const cvn_np_ep_data *info_types_table;
+    const cvn_np_ep_data **card_info_types;
+    std::size_t rows_sizing_subslot; // rows whose port counts bound max_ports_per_subslot
+    card_version *card_version_record;
+    subslot_info *card_subslot_info;
+    const port_info *dummy_port_info;
+
+    // The family's differences.
+    const cvn_np_ep_data *(*row_of)(uint32_t subslot, uint32_t type); // NULL: no row
+    np_port_place (*place_np_port)(uint32_t np_id, uint32_t np_port);
+    // Entry index of a split instance's port; k_no_entry for none.
+    // `faceplate`: the port is a faceplate port (slot 43), else a front port.
+    uint64_t (*instance_entry)(uint32_t port, uint32_t type, const cvn_np_ep_data &row,
+                               bool faceplate);
+    // One NP serves both subslots (the 1-slice card): operations that start
+    // from an NP or a complex walk both bays, entries keep their own NP,
+    // slot 41 finds the subslot from the NP-local port, and slot 17 gives
+    // the first front port of a subslot.  Otherwise NP n serves subslot n.
+    bool one_np_for_both_bays;
+    bool alt_40ge_mapped;                  // slots 38 and 39 serve 0x10003 from its row
+    bool first_front_port_hides_query_status; // slot 16: a failed query answers CVN_NP_ERR_INVALID
+};
+
+// ---- The operations ------------------------------------------------------------
+
+template <const family &F> struct engine {
+    enum output : uint8_t { out_np, out_np_port, out_fplate, out_port_type, out_front };
+
+    static const np_info &info() { return **F.card_np_info; }
+    static void require(bool ok, const check &c) { cvn_np::require(ok, F.path, c); }
+
+    // The subslot NP n serves where each subslot has its own NPs.
+    static uint32_t subslot_of_np(uint32_t np_id)
+    {
+        const uint32_t nps_per_subslot = info().num_complex / info().num_subslot;
+        return nps_per_subslot == 0 ? 0 : np_id / nps_per_subslot;
+    }
+    // The subslots an NP serves, first to last.
+    struct bays {
+        uint32_t first;
+        uint32_t last;
+    };
+    static bays bays_of_np(uint32_t np_id)
+    {
+        if (F.one_np_for_both_bays)
+            return {0, info().num_subslot - 1u};
+        const uint32_t s = subslot_of_np(np_id);
+        return {s, s};
+    }
+    static uint32_t np_of_entry(const port_mapping_entry &e, const cvn_np_ep_data &row,
+                                uint32_t subslot)
+    {
+        return F.one_np_for_both_bays ? e.np : e.np + row.np_per_subslot * subslot;
+    }
+
+    // Slot 37 on a front port: the place it names and the type there (type
+    // NONE, subslot and ifsubsys 0 when the query fails).
+    struct query_answer {
+        uint32_t status;
+        uint32_t subslot;
+        uint32_t ifsubsys;
+        uint32_t type;
+    };
+    static query_answer query(uint32_t front)
+    {
+        query_answer a{0, 0, 0, CVN_NP_IFSUB_TYPE_NONE};
+        a.status = aux_cvn_np_front_port_to_ifsubsys(front, &a.subslot, &a.ifsubsys, &a.type);
+        return a;
+    }
+    // Slot 37 on the first port of a subslot's instance.
+    static query_answer query_instance(uint32_t subslot, uint32_t instance)
+    {
+        return query(cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port(
+            static_cast<uint16_t>(subslot), instance, 0));
+    }
+
+    // ---- slots 0-7: card summary ----
+
+    static const card_version *version_get() { return F.card_version_record; }
+    static uint32_t max_mtu() { return info().max_mtu; }
+    static uint32_t how_many() { return info().num_complex; }
+    static uint32_t chip_how_many() { return info().num_np; }
+    static const subslot_info *subslot_info_get() { return F.card_subslot_info; }
+
+    // The list of the first subslot whose first instance reports a type.
+    static const port_info *port_info_get()
+    {
+        for (uint32_t s = 0; s < info().num_subslot; ++s) {
+            const query_answer a = query_instance(s, 0);
+            if (a.type != CVN_NP_IFSUB_TYPE_NONE)
+                return aux_cvn_np_port_info_get(a.subslot, a.ifsubsys, a.type);
+        }
+        return F.dummy_port_info;
+    }
+
+    static const port_info *port_info_subslot(uint16_t subslot)
+    {
+        require(subslot < info().num_subslot, F.text.subslot);
+        const query_answer a = query_instance(subslot, 0);
+        if (a.type == CVN_NP_IFSUB_TYPE_NONE)
+            return F.dummy_port_info;
+        return aux_cvn_np_port_info_get(subslot, 0, a.type);
+    }
+
+    static const port_info *port_info_from_subslot_ifsubinst(uint16_t subslot, uint16_t ifsubinst)
+    {
+        require(subslot < info().num_subslot, F.text.subslot);
+        const platform_answer a = ask(subslot, ifsubinst);
+        if (a.type == CVN_NP_IFSUB_TYPE_NONE)
+            return F.dummy_port_info;
+        return aux_cvn_np_port_info_get(subslot, ifsubinst, a.type);
+    }
+
+    // ---- slots 8-12: front port to NP ----
+
+    // Slots 8-10: one field of the front port's mapping (0 when none is
+    // written); CVN_NP_ERR_INVALID when the subslot reports nothing.
+    template <output field> static uint32_t front_port_field(uint32_t front)
+    {
+        const query_answer a = query(front);
+        if (a.type == CVN_NP_IFSUB_TYPE_NONE)
+            return CVN_NP_ERR_INVALID;
+        uint32_t value = 0;
+        aux_cvn_np_front_port_to_mapping_info(a.ifsubsys, front, a.type,
+                                              field == out_np ? &value : nullptr,
+                                              field == out_np_port ? &value : nullptr,
+                                              nullptr,
+                                              field == out_port_type ? &value : nullptr);
+        return value;
+    }
+
+    static uint32_t front_port_mapping_info(uint32_t front, uint32_t *np, uint32_t *np_port,
+                                            uint32_t *fplate_port, uint32_t *port_type)
+    {
+        const query_answer a = query(front);
+        if (a.status != 0)
+            return a.status;
+        if (a.type == CVN_NP_IFSUB_TYPE_NONE)
+            return CVN_NP_ERR_INVALID;
+        aux_cvn_np_front_port_to_mapping_info(a.ifsubsys, front, a.type, np, np_port, fplate_port,
+                                              port_type);
+        return 0;
+    }
+
+    static uint32_t front_port_to_face_plate_port(uint32_t front, uint32_t *fplate_port,
+                                                  uint32_t *port_type)
+    {
+        uint32_t fplate = 0, type = 0;
+        const uint32_t status = front_port_mapping_info(front, nullptr, nullptr, &fplate, &type);
+        if (status != 0)
+            return status;
+        common::put(fplate_port, fplate);
+        common::put(port_type, type);
+        return 0;
+    }
+
+    // ---- slots 13-18: NP to front port ----
+
+    // Local ports of one subslot: its EP's, or each instance's of a split
+    // subslot; 0 for an unanswered query or an EP that is not counted.
+    static uint32_t local_ports_of_subslot(uint32_t subslot, uint32_t np_id)
+    {
+        const platform_answer a = ask(subslot, CVN_NP_IFSUB_ANY);
+        if (a.status != 0)
+            return 0;
+        const uint32_t instances = counts_local_ports(a.type) ? 1
+                                   : is_split(a.type)         ? k_instances_per_subslot
+                                                              : 0;
+        uint32_t sum = 0;
+        for (uint32_t i = 0; i < instances; ++i) {
+            const query_answer q = query_instance(subslot, i);
+            if (q.type != CVN_NP_IFSUB_TYPE_NONE)
+                sum += aux_cvn_np_info_num_local_ports(subslot, np_id, q.type);
+        }
+        return sum;
+    }
+
+    static uint32_t info_num_local_ports(uint32_t np_id)
+    {
+        require(np_id < cvn_np_how_many(), F.text.np_id);
+        const bays b = bays_of_np(np_id);
+        uint32_t sum = 0;
+        for (uint32_t s = b.first; s <= b.last; ++s)
+            sum += local_ports_of_subslot(s, np_id);
+        return sum;
+    }
+
+    // Slots 14 and 15: the entry of an NP-local port, by the type where the
+    // port lives; 0 with nothing written when nothing is installed there.
+    static uint32_t np_port_to_front(uint32_t np_id, uint32_t np_port, uint32_t *front,
+                                     uint32_t *port_type)
+    {
+        if (np_id >= cvn_np_how_many())
+            return CVN_NP_ERR_INVALID;
+        const np_port_place p = F.place_np_port(np_id, np_port);
+        if (p.status != 0)
+            return p.status;
+        if (p.type == CVN_NP_IFSUB_TYPE_NONE)
+            return 0;
+        aux_cvn_np_info_to_mapping_info(np_id, np_port, p.type, front, nullptr, port_type);
+        return 0;
+    }
+    static uint32_t info_to_front_port(uint32_t np_id, uint32_t np_port, uint32_t *front)
+    {
+        return np_port_to_front(np_id, np_port, front, nullptr);
+    }
+    // The faceplate port is the entry's front port with the subslot bits,
+    // the same value on every tolvar entry.
+    static uint32_t info_to_fplate_porttype(uint32_t np_id, uint32_t np_port,
+                                            uint32_t *fplate_port, uint32_t *port_type)
+    {
+        return np_port_to_front(np_id, np_port, fplate_port, port_type);
+    }
+
+    // Slots 16 and 18: the first entry of the first of the NP's subslots
+    // that reports a type.  When none does: CVN_NP_ERR_INVALID, or the last
+    // subslot's failed query status unless `hide_status`.
+    static uint32_t first_port_of_np(uint32_t np_id, uint32_t *front, uint32_t *fplate_port,
+                                     uint32_t *port_type, bool hide_status)
+    {
+        const bays b = bays_of_np(np_id);
+        for (uint32_t s = b.first;; ++s) {
+            const query_answer a = query_instance(s, 0);
+            if (a.status == 0 && a.type != CVN_NP_IFSUB_TYPE_NONE)
+                return aux_cvn_np_first_port_on_np(s, a.ifsubsys, a.type, front, fplate_port,
+                                                   port_type);
+            if (s >= b.last) {
+                if (a.status == 0)
+                    return CVN_NP_ERR_INVALID;
+                return hide_status ? CVN_NP_ERR_INVALID : a.status;
+            }
+        }
+    }
+
+    static uint32_t first_front_port_on_np(uint32_t np_id, uint32_t *phys_front_port)
+    {
+        require(phys_front_port != nullptr, F.text.front_needed);
+        require(np_id < cvn_np_how_many(), F.text.np_id);
+        return first_port_of_np(np_id, phys_front_port, nullptr, nullptr,
+                                F.first_front_port_hides_query_status);
+    }
+
+    // Slot 17: the first front port of one subslot where one NP serves both;
+    // rejected otherwise.
+    static uint32_t first_phys_port_on_np(uint32_t subslot, uint32_t *phys_front_port)
+    {
+        if (!F.one_np_for_both_bays)
+            return CVN_NP_ERR_INVALID;
+        require(phys_front_port != nullptr, F.text.front_needed);
+        require(subslot < CVN_NP_TOTAL_SUBSLOTS, F.text.first_port_bay);
+        const query_answer a = query_instance(subslot, 0);
+        if (a.status != 0 || a.type == CVN_NP_IFSUB_TYPE_NONE)
+            return CVN_NP_ERR_INVALID;
+        return aux_cvn_np_first_port_on_np(subslot, a.ifsubsys, a.type, phys_front_port, nullptr,
+                                           nullptr);
+    }
+
+    static uint32_t first_fplate_porttype_on_np(uint32_t np_id, uint32_t *port_type,
+                                                uint32_t *fplate_port)
+    {
+        require(port_type != nullptr, F.text.port_type_needed);
+        require(fplate_port != nullptr, F.text.fplate_needed);
+        require(np_id < cvn_np_how_many(), F.text.np_id);
+        return first_port_of_np(np_id, nullptr, fplate_port, port_type, false);
+    }
+
+    // ---- slots 19-22: faceplate port to NP ----
+
+    template <output field> static uint32_t faceplate_field(uint32_t port_type, uint32_t fplate)
+    {
+        uint32_t value = 0;
+        const uint32_t status = aux_cvn_faceplate_to_mapping_info(
+            cvn_np_lib_get_ifsubinst(fplate), fplate, port_type,
+            field == out_np ? &value : nullptr, field == out_np_port ? &value : nullptr,
+            field == out_front ? &value : nullptr);
+        return status != 0 ? status : value;
+    }
+
+    static uint32_t faceplate_porttype_mapping_info(uint32_t port_type, uint32_t fplate,
+                                                    uint32_t *np, uint32_t *np_port,
+                                                    uint32_t *front)
+    {
+        aux_cvn_faceplate_to_mapping_info(cvn_np_lib_get_ifsubinst(fplate), fplate, port_type, np,
+                                          np_port, front);
+        return 0;
+    }
+
+    // ---- slots 23-28: complexes and subslots ----
+
+    static uint32_t complex_to_subslot(uint8_t np_complex)
+    {
+        require(np_complex < cvn_np_how_many(), F.text.np_complex);
+        return (np_complex / (*F.card_info_types)->np_per_subslot) & 0xFF;
+    }
+
+    // The complex's subslots: their count, and each of them from
+    // first_subslot on (one on the 2-slice card, both bays on the 1-slice).
+    static uint32_t complex_to_subslot_list(uint8_t np_complex, uint32_t *count,
+                                            uint32_t *first_subslot)
+    {
+        require(np_complex < cvn_np_how_many(), F.text.np_complex);
+        if (count == nullptr)
+            return 0;
+        const bays b = bays_of_np(np_complex);
+        *count = b.last - b.first + 1;
+        if (first_subslot != nullptr)
+            for (uint32_t s = b.first; s <= b.last; ++s)
+                first_subslot[s - b.first] = s;
+        return 0;
+    }
+
+    static uint32_t complex_to_np(uint8_t np_complex, uint32_t second)
+    {
+        require(np_complex < cvn_np_how_many(), F.text.np_complex);
+        const uint32_t per_complex = info().np_per_complex;
+        const uint32_t first = np_complex * per_complex;
+        return per_complex != 1 && second != 0 ? first + 1 : first;
+    }
+
+    static uint32_t subslot_to_np_list(uint8_t subslot, uint32_t *count, uint32_t *first_np)
+    {
+        if (count == nullptr || first_np == nullptr)
+            return CVN_NP_ERR_INVALID;
+        *first_np = F.one_np_for_both_bays ? 0 : subslot;
+        *count = 1;
+        return 0;
+    }
+
+    // ---- slots 29-36: front-port encoding ----
+
+    static uint32_t set_subslot_phy_port(uint16_t subslot, uint32_t phy_port)
+    {
+        return compose(subslot, phy_port);
+    }
+
+    // The split form where the subslot reports a split EP, else (also when
+    // the platform does not answer) the plain form.
+    static uint32_t set_subslot_ifsubinst_ifsubinst_port(uint16_t subslot, uint32_t ifsubinst,
+                                                         uint32_t ifsubinst_port)
+    {
+        const platform_answer a = ask(subslot, CVN_NP_IFSUB_ANY);
+        if (a.status == 0 && is_split(a.type))
+            return compose_split(subslot, ifsubinst, ifsubinst_port);
+        return compose(subslot, ifsubinst_port);
+    }
+
+    static uint32_t get_subslot(uint32_t front) { return (front & 0xC0) >> 6; }
+    static uint32_t get_subslot_port(uint32_t front) { return front & 0xFF; }
+    static uint32_t get_port(uint32_t front) { return front & 0x3F; }
+
+    // The instance bits on a split subslot, 0 on another; CVN_NP_ERR_INVALID
+    // when the subslot reports nothing or does not answer.
+    static uint32_t get_ifsubinst(uint32_t front)
+    {
+        const platform_answer a = ask(get_subslot(front), CVN_NP_IFSUB_ANY);
+        if (a.type == CVN_NP_IFSUB_TYPE_NONE)
+            return CVN_NP_ERR_INVALID;
+        return is_split(a.type) ? (front & 0x30) >> 4 : 0;
+    }
+
+    // The instance port on a split subslot, the port on another (an empty
+    // one included); CVN_NP_ERR_INVALID when the platform does not answer.
+    static uint32_t get_ifsubinst_port(uint32_t front)
+    {
+        const platform_answer a = ask(get_subslot(front), CVN_NP_IFSUB_ANY);
+        if (a.status != 0)
+            return CVN_NP_ERR_INVALID;
+        return is_split(a.type) ? front & 0x0F : front & 0x3F;
+    }
+
+    // On a plain subslot `a` is the port; on a split one the instance, with
+    // `b` the instance port.  0 for a subslot type the card does not know.
+    static uint32_t get_phys_port_tuple45(uint32_t, uint16_t subslot, uint16_t a, uint16_t b)
+    {
+        const platform_answer answer = ask(subslot, CVN_NP_IFSUB_ANY);
+        if (answer.type == CVN_NP_IFSUB_TYPE_NONE)
+            return CVN_NP_ERR_INVALID;
+        if (is_plain(answer.type))
+            return compose(subslot, a);
+        if (is_split(answer.type))
+            return compose_split(subslot, a, b);
+        return 0;
+    }
+
+    // ---- slots 37-45: auxiliary layer ----
+
+    // The place is (subslot, instance) as slots 31 and 34 decode them, even
+    // when slot 34 has no answer.
+    static uint32_t front_port_to_ifsubsys(uint32_t front, uint32_t *subslot, uint32_t *ifsubsys,
+                                           uint32_t *type)
+    {
+        const ifsubsys_id id = {0, cvn_np_lib_get_subslot(front), cvn_np_lib_get_ifsubinst(front)};
+        ifsubsys_info answer{};
+        const uint32_t status = rva_ifsubsys_get_info(&id, &answer);
+        if (status != 0)
+            return status;
+        common::put(subslot, id.subslot);
+        common::put(ifsubsys, id.ifsubsys);
+        common::put(type, answer.type);
+        return 0;
+    }
+
+    static bool maps_front_ports_of(uint32_t type)
+    {
+        return is_plain(type) || type == CVN_NP_IFSUB_TYPE_100GE ||
+               type == CVN_NP_IFSUB_TYPE_40GE || type == CVN_NP_IFSUB_TYPE_10GE ||
+               (F.alt_40ge_mapped && type == CVN_NP_IFSUB_TYPE_40GE_ALT);
+    }
+
+    // The type's row's list (NULL where the subslot's table has no row);
+    // the empty list for a type without ports of its own.
+    static const port_info *port_info_of_type(uint32_t subslot_num, uint32_t, uint32_t type)
+    {
+        require(subslot_num < info().num_subslot, F.text.subslot_num);
+        if (!maps_front_ports_of(type))
+            return F.dummy_port_info;
+        const cvn_np_ep_data *row = F.row_of(subslot_num, type);
+        return row != nullptr ? row->port_info_list : nullptr;
+    }
+
+    // The entry a front or faceplate port names in `row`: plain EPs by the
+    // port bits, a 100GE instance by the instance bits, the others as the
+    // family indexes them.
+    static const port_mapping_entry *entry_of_port(const cvn_np_ep_data &row, uint32_t type,
+                                                   uint32_t port, bool faceplate)
+    {
+        if (is_plain(type))
+            return entry_at(row, cvn_np_lib_get_port(port));
+        if (type == CVN_NP_IFSUB_TYPE_100GE)
+            return entry_at(row, faceplate ? cvn_np_lib_get_ifsubinst(port)
+                                           : (cvn_np_lib_get_port(port) >> 4) & 3);
+        return entry_at(row, F.instance_entry(port, type, row, faceplate));
+    }
+
+    // Slot 39: a lookup failure or a port without an entry writes nothing.
+    static uint32_t map_front_port(uint32_t front, uint32_t type, uint32_t *np, uint32_t *np_port,
+                                   uint32_t *fplate_port, uint32_t *port_type)
+    {
+        require(maps_front_ports_of(type), F.text.unknown);
+        const uint32_t subslot = cvn_np_lib_get_subslot(front);
+        require(subslot < CVN_NP_TOTAL_SUBSLOT_TOLVAR, F.text.bay);
+        const cvn_np_ep_data *row = F.row_of(subslot, type);
+        if (row == nullptr)
+            return CVN_NP_ERR_INVALID;
+        const port_mapping_entry *e = entry_of_port(*row, type, front, false);
+        if (e == nullptr)
+            return CVN_NP_ERR_INVALID;
+        common::put(np, np_of_entry(*e, *row, subslot));
+        common::put(np_port, e->np_port);
+        common::put(fplate_port, compose(subslot, e->fplate_port));
+        common::put(port_type, e->port_type);
+        return 0;
+    }
+    static void front_port_to_mapping_info(uint32_t, uint32_t front, uint32_t type, uint32_t *np,
+                                           uint32_t *np_port, uint32_t *fplate_port,
+                                           uint32_t *port_type)
+    {
+        map_front_port(front, type, np, np_port, fplate_port, port_type);
+    }
+
+    // Slot 40: ports of one EP or instance.  A plain type without a row in
+    // the subslot's table counts 0.
+    static uint32_t aux_num_local_ports(uint32_t subslot_num, uint32_t np_num, uint32_t type)
+    {
+        require(subslot_num < info().num_subslot, F.text.subslot_num);
+        require(np_num < info().num_complex, F.text.np_num);
+        switch (type) {
+        case CVN_NP_IFSUB_TYPE_100GE: return info().port_cage_100g;
+        case CVN_NP_IFSUB_TYPE_40GE: return info().port_cage_40g;
+        case CVN_NP_IFSUB_TYPE_10GE: return info().port_cage_10g;
+        case CVN_NP_IFSUB_TYPE_40GE_ALT: return info().port_cage_40g_alt;
+        default: break;
+        }
+        require(is_plain(type), F.text.unknown);
+        const cvn_np_ep_data *row = F.row_of(subslot_num, type);
+        return row != nullptr ? row->num_ports : 0;
+    }
+
+    // Slot 41: the outputs come back with the subslot bits, also when no
+    // entry matched; a type without a row writes nothing.
+    static void info_to_mapping_info(uint32_t np_num, uint32_t np_port, uint32_t type,
+                                     uint32_t *front, uint32_t *fplate_port, uint32_t *port_type)
+    {
+        require(np_num < info().num_complex, F.text.np_num);
+        uint32_t subslot = subslot_of_np(np_num);
+        if (F.one_np_for_both_bays) {
+            const np_port_place p = F.place_np_port(np_num, np_port);
+            if (p.status != 0)
+                return;
+            subslot = p.subslot;
+        }
+        require(is_plain(type) || is_per_instance(type), F.text.unknown);
+        const cvn_np_ep_data *row = F.row_of(subslot, type);
+        if (row == nullptr)
+            return;
+        aux_np_port_to_mapping_info(row->entries, np_port, row->num_ports, front, fplate_port,
+                                    port_type);
+        if (front != nullptr)
+            *front = compose(subslot, *front);
+        if (fplate_port != nullptr)
+            *fplate_port = compose(subslot, *fplate_port);
+    }
+
+    // Slot 42: the first entry of the type's row in a subslot.
+    static uint32_t first_port_on_np(uint32_t subslot, uint32_t, uint32_t type, uint32_t *front,
+                                     uint32_t *fplate_port, uint32_t *port_type)
+    {
+        if (!is_plain(type) && !is_per_instance(type))
+            return CVN_NP_ERR_INVALID;
+        require(subslot < CVN_NP_TOTAL_SUBSLOT_TOLVAR, F.text.bay);
+        const cvn_np_ep_data *row = F.row_of(subslot, type);
+        if (row == nullptr)
+            return CVN_NP_ERR_INVALID;
+        common::put(front, compose(subslot, row->first_entry->phys_front_port));
+        common::put(fplate_port, compose(subslot, row->first_entry->fplate_port));
+        common::put(port_type, row->first_entry->port_type);
+        return 0;
+    }
+
+    // Slot 43: by the type the platform reports where the faceplate port
+    // is; CVN_NP_ERR_INVALID with nothing written when nothing is there,
+    // the type has no row, or the port names no entry.
+    static uint32_t faceplate_to_mapping_info(uint32_t, uint32_t fplate, uint32_t port_type,
+                                              uint32_t *np, uint32_t *np_port, uint32_t *front)
+    {
+        const query_answer a = query(fplate);
+        if (a.status != 0)
+            return a.status;
+        if (a.type == CVN_NP_IFSUB_TYPE_NONE)
+            return CVN_NP_ERR_INVALID;
+        require(is_plain(a.type) || is_per_instance(a.type), F.text.unknown);
+        const uint32_t subslot = cvn_np_lib_get_subslot(fplate);
+        require(subslot < CVN_NP_TOTAL_SUBSLOT_TOLVAR, F.text.bay);
+        const cvn_np_ep_data *row = F.row_of(subslot, a.type);
+        if (row == nullptr)
+            return CVN_NP_ERR_INVALID;
+        const cvn_np_ep_data &ep_data = *row;
+        require(port_type == ep_data.port_type, F.text.row_port_type);
+        const port_mapping_entry *e = entry_of_port(ep_data, a.type, fplate, true);
+        if (e == nullptr)
+            return CVN_NP_ERR_INVALID;
+        common::put(np, np_of_entry(*e, ep_data, subslot));
+        common::put(np_port, e->np_port);
+        common::put(front, compose(subslot, e->phys_front_port));
+        return 0;
+    }
+
+    static void np_port_to_mapping_info(const port_mapping_entry *const *entries, uint32_t np_port,
+                                        uint32_t count, uint32_t *front, uint32_t *fplate_port,
+                                        uint32_t *port_type)
+    {
+        for (uint32_t i = 0; entries != nullptr && i < count; ++i) {
+            const port_mapping_entry *e = entries[i];
+            if (e != nullptr && e->np_port == np_port) {
+                common::put(front, e->phys_front_port);
+                common::put(fplate_port, e->fplate_port);
+                common::put(port_type, e->port_type);
+                return;
+            }
+        }
+    }
+
+    // Slot 45: the instance bits where an instance type answers, else the
+    // port bits; 22 without an output.
+    static uint32_t front_port_to_ifsubinst(uint32_t front, uint32_t *ifsubinst)
+    {
+        if (ifsubinst == nullptr)
+            return CVN_NP_EINVAL;
+        const platform_answer a = ask(cvn_np_lib_get_subslot(front), cvn_np_lib_get_ifsubinst(front));
+        if (a.status != 0)
+            return a.status;
+        *ifsubinst = is_per_instance(a.type) ? (front & 0x30) >> 4 : front & 0x3F;
+        return 0;
+    }
+
+    // ---- init ----
+
+    // Points the current-record pointers at the family's tables, fills the
+    // version and subslot records, then the operation table.
+    static void init(cvn_np_api *table, void (*fill)(cvn_np_api *))
+    {
+        *F.card_np_info = F.np_info_table;
+        *F.card_info_types = F.info_types_table;
+        *F.card_version_record = {info().ver_major, info().ver_minor};
+        uint16_t widest = F.card_subslot_info->max_ports_per_subslot;
+        for (std::size_t i = 0; i < F.rows_sizing_subslot; ++i)
+            if (F.info_types_table[i].num_ports > widest)
+                widest = static_cast<uint16_t>(F.info_types_table[i].num_ports);
+        *F.card_subslot_info = {info().num_subslot, widest, k_instances_per_subslot, 0};
+        fill(table);
+    }
+};
+
+} // namespace cvn_np::tolvar
+
+// Defines the family functions of tolvar family F (the names that
+// CVN_NP_TOLVAR_FAMILY_FUNCTIONS declares) over engine E, and
+// F_api_fill(table), which writes them, and E's functions for the slots
+// that stay inside the family, into the 46 slots.
+#define CVN_NP_TOLVAR_FAMILY_API(F, E)                                                             \
+    extern "C" {                                                                                   \
+    const card_version *cvn_np_##F##_version_get(void) { return E::version_get(); }                \
+    uint32_t cvn_##F##_max_mtu(void) { return E::max_mtu(); }                                      \
+    uint32_t cvn_np_##F##_how_many(void) { return E::how_many(); }                                 \
+    uint32_t cvn_np_##F##_chip_how_many(void) { return E::chip_how_many(); }                       \
+    const port_info *cvn_np_##F##_port_info_get(void) { return E::port_info_get(); }               \
+    const subslot_info *cvn_np_##F##_subslot_info_get(void) { return E::subslot_info_get(); }      \
+    const port_info *cvn_np_##F##_port_info_subslot(uint16_t subslot)                              \
+    {                                                                                              \
+        return E::port_info_subslot(subslot);                                                      \
+    }                                                                                              \
+    const port_info *cvn_np_##F##_port_info_from_subslot_ifsubinst(uint16_t subslot,               \
+                                                                    uint16_t ifsubinst)            \
+    {                                                                                              \
+        return E::port_info_from_subslot_ifsubinst(subslot, ifsubinst);                            \
+    }                                                                                              \
+    uint32_t cvn_np_##F##_front_port_to_np(uint32_t front)                                         \
+    {                                                                                              \
+        return E::template front_port_field<E::out_np>(front);                                     \
+    }                                                                                              \
+    uint32_t cvn_np_##F##_front_port_to_np_port(uint32_t front)                                    \
+    {                                                                                              \
+        return E::template front_port_field<E::out_np_port>(front);                                \
+    }                                                                                              \
+    uint32_t cvn_np_##F##_front_port_to_port_type(uint32_t front)                                  \
+    {                                                                                              \
+        return E::template front_port_field<E::out_port_type>(front);                              \
+    }                                                                                              \
+    uint32_t cvn_np_##F##_front_port_to_face_plate_port(uint32_t front, uint32_t *fplate_port,     \
+                                                         uint32_t *port_type)                      \
+    {                                                                                              \
+        return E::front_port_to_face_plate_port(front, fplate_port, port_type);                    \
+    }                                                                                              \
+    uint32_t cvn_np_##F##_front_port_mapping_info(uint32_t front, uint32_t *np, uint32_t *np_port, \
+                                                   uint32_t *fplate_port, uint32_t *port_type)     \
+    {                                                                                              \
+        return E::front_port_mapping_info(front, np, np_port, fplate_port, port_type);             \
+    }                                                                                              \
+    uint32_t cvn_np_##F##_info_num_local_ports(uint32_t np_id)                                     \
+    {                                                                                              \
+        return E::info_num_local_ports(np_id);                                                     \
+    }                                                                                              \
+    uint32_t cvn_np_##F##_info_to_front_port(uint32_t np_id, uint32_t np_port, uint32_t *front)    \
+    {                                                                                              \
+        return E::info_to_front_port(np_id, np_port, front);                                       \
+    }                                                                                              \
+    uint32_t cvn_np_##F##_info_to_fplate_porttype(uint32_t np_id, uint32_t np_port,                \
+                                                   uint32_t *fplate_port, uint32_t *port_type)     \
+    {                                                                                              \
+        return E::info_to_fplate_porttype(np_id, np_port, fplate_port, port_type);                 \
+    }                                                                                              \
+    uint32_t cvn_np_##F##_first_front_port_on_np(uint32_t np_id, uint32_t *front)                  \
+    {                                                                                              \
+        return E::first_front_port_on_np(np_id, front);                                            \
+    }                                                                                              \
+    uint32_t cvn_np_##F##_first_fplate_porttype_on_np(uint32_t np_id, uint32_t *port_type,         \
+                                                       uint32_t *fplate_port)                      \
+    {                                                                                              \
+        return E::first_fplate_porttype_on_np(np_id, port_type, fplate_port);                      \
+    }                                                                                              \
+    uint32_t cvn_##F##_faceplate_porttype_to_np(uint32_t port_type, uint32_t fplate_port)          \
+    {                                                                                              \
+        return E::template faceplate_field<E::out_np>(port_type, fplate_port);                     \
+    }                                                                                              \
+    uint32_t cvn_##F##_faceplate_porttype_to_np_port(uint32_t port_type, uint32_t fplate_port)     \
+    {                                                                                              \
+        return E::template faceplate_field<E::out_np_port>(port_type, fplate_port);                \
+    }                                                                                              \
+    uint32_t cvn_##F##_faceplate_porttype_to_phys_port(uint32_t port_type, uint32_t fplate_port)   \
+    {                                                                                              \
+        return E::template faceplate_field<E::out_front>(port_type, fplate_port);                  \
+    }                                                                                              \
+    uint32_t cvn_##F##_faceplate_porttype_mapping_info(uint32_t port_type, uint32_t fplate_port,   \
+                                                        uint32_t *np, uint32_t *np_port,           \
+                                                        uint32_t *front)                           \
+    {                                                                                              \
+        return E::faceplate_porttype_mapping_info(port_type, fplate_port, np, np_port, front);     \
+    }                                                                                              \
+    uint32_t cvn_np_##F##_complex_to_subslot(uint8_t np_complex)                                   \
+    {                                                                                              \
+        return E::complex_to_subslot(np_complex);                                                  \
+    }                                                                                              \
+    uint32_t cvn_np_##F##_complex_to_np(uint8_t np_complex, uint32_t second)                       \
+    {                                                                                              \
+        return E::complex_to_np(np_complex, second);                                               \
+    }                                                                                              \
+    uint32_t cvn_np_##F##_set_if_subsys_type(uint32_t ifsubsys, uint16_t type)                     \
+    {                                                                                              \
+        return cvn_np::common::set_if_subsys_type(ifsubsys, type);                                              \
+    }                                                                                              \
+    uint32_t cvn_np_##F##_to_cpu_port_map(uint16_t np_num)                                        \
+    {                                                                                              \
+        return cvn_np::common::to_cpu_port_map(np_num);                                            \
+    }                                                                                              \
+    uint32_t cvn_np_##F##_lib_set_subslot_phy_port(uint16_t subslot, uint32_t phy_port)            \
+    {                                                                                              \
+        return E::set_subslot_phy_port(subslot, phy_port);                                         \
+    }                                                                                              \
+    uint32_t cvn_np_##F##_lib_set_subslot_ifsubinst_ifsubinst_port(                                \
+        uint16_t subslot, uint32_t ifsubinst, uint32_t ifsubinst_port)                             \
+    {                                                                                              \
+        return E::set_subslot_ifsubinst_ifsubinst_port(subslot, ifsubinst, ifsubinst_port);        \
+    }                                                                                              \
+    uint32_t cvn_np_##F##_lib_get_subslot(uint32_t front) { return E::get_subslot(front); }        \
+    uint32_t cvn_np_##F##_lib_get_subslot_port(uint32_t front)                                     \
+    {                                                                                              \
+        return E::get_subslot_port(front);                                                         \
+    }                                                                                              \
+    uint32_t cvn_np_##F##_lib_get_port(uint32_t front) { return E::get_port(front); }              \
+    uint32_t cvn_np_##F##_lib_get_ifsubinst(uint32_t front) { return E::get_ifsubinst(front); }    \
+    uint32_t cvn_np_##F##_lib_get_ifsubinst_port(uint32_t front)                                   \
+    {                                                                                              \
+        return E::get_ifsubinst_port(front);                                                       \
+    }                                                                                              \
+    uint32_t cvn_np_##F##_lib_get_phys_port_tuple45(uint32_t port_type, uint16_t subslot,          \
+                                                     uint16_t ifsubinst, uint16_t ifsubinst_port)  \
+    {                                                                                              \
+        return E::get_phys_port_tuple45(port_type, subslot, ifsubinst, ifsubinst_port);            \
+    }                                                                                              \
+    const port_info *aux_cvn_np_##F##_port_info_get(uint32_t subslot, uint32_t ifsubsys,           \
+                                                     uint32_t ifsub_type)                          \
+    {                                                                                              \
+        return E::port_info_of_type(subslot, ifsubsys, ifsub_type);                                \
+    }                                                                                              \
+    void aux_cvn_np_##F##_front_port_to_mapping_info(uint32_t ifsubsys, uint32_t port,             \
+                                                      uint32_t ifsub_type, uint32_t *np,           \
+                                                      uint32_t *np_port, uint32_t *fplate_port,    \
+                                                      uint32_t *port_type)                         \
+    {                                                                                              \
+        E::front_port_to_mapping_info(ifsubsys, port, ifsub_type, np, np_port, fplate_port,        \
+                                      port_type);                                                  \
+    }                                                                                              \
+    uint32_t aux_cvn_np_##F##_info_num_local_ports(uint32_t subslot, uint32_t np_num,              \
+                                                    uint32_t ifsub_type)                           \
+    {                                                                                              \
+        return E::aux_num_local_ports(subslot, np_num, ifsub_type);                                \
+    }                                                                                              \
+    void aux_cvn_np_##F##_info_to_mapping_info(uint32_t np_num, uint32_t np_port,                  \
+                                                uint32_t ifsub_type, uint32_t *front,              \
+                                                uint32_t *fplate_port, uint32_t *port_type)        \
+    {                                                                                              \
+        E::info_to_mapping_info(np_num, np_port, ifsub_type, front, fplate_port, port_type);       \
+    }                                                                                              \
+    uint32_t aux_cvn_##F##_faceplate_to_mapping_info(uint32_t ifsubsys, uint32_t port,             \
+                                                      uint32_t port_type, uint32_t *np,            \
+                                                      uint32_t *np_port, uint32_t *front)          \
+    {                                                                                              \
+        return E::faceplate_to_mapping_info(ifsubsys, port, port_type, np, np_port, front);        \
+    }                                                                                              \
+    void aux_##F##_np_port_to_mapping_info(const port_mapping_entry *const *entries,               \
+                                           uint32_t np_port, uint32_t count, uint32_t *front,      \
+                                           uint32_t *fplate_port, uint32_t *port_type)             \
+    {                                                                                              \
+        E::np_port_to_mapping_info(entries, np_port, count, front, fplate_port, port_type);        \
+    }                                                                                              \
+    } /* extern "C" */                                                                             \
+    static void F##_api_fill(cvn_np_api *t)                                                        \
+    {                                                                                              \
+        t->cvn_np_version_get = cvn_np_##F##_version_get;                                          \
+        t->cvn_max_mtu = cvn_##F##_max_mtu;                                                        \
+        t->cvn_np_how_many = cvn_np_##F##_how_many;                                                \
+        t->cvn_np_chip_how_many = cvn_np_##F##_chip_how_many;                                      \
+        t->cvn_np_port_info_get = cvn_np_##F##_port_info_get;                                      \
+        t->cvn_np_subslot_info_get = cvn_np_##F##_subslot_info_get;                                \
+        t->cvn_np_port_info_subslot = cvn_np_##F##_port_info_subslot;                              \
+        t->cvn_np_port_info_from_subslot_ifsubinst = cvn_np_##F##_port_info_from_subslot_ifsubinst; \
+        t->cvn_np_front_port_to_np = cvn_np_##F##_front_port_to_np;                                \
+        t->cvn_np_front_port_to_np_port = cvn_np_##F##_front_port_to_np_port;                      \
+        t->cvn_np_front_port_to_port_type = cvn_np_##F##_front_port_to_port_type;                  \
+        t->cvn_np_front_port_to_face_plate_port = cvn_np_##F##_front_port_to_face_plate_port;      \
+        t->cvn_np_front_port_mapping_info = cvn_np_##F##_front_port_mapping_info;                  \
+        t->cvn_np_info_num_local_ports = cvn_np_##F##_info_num_local_ports;                        \
+        t->cvn_np_info_to_front_port = cvn_np_##F##_info_to_front_port;                            \
+        t->cvn_np_info_to_fplate_porttype = cvn_np_##F##_info_to_fplate_porttype;                  \
+        t->cvn_np_first_front_port_on_np = cvn_np_##F##_first_front_port_on_np;                    \
+        t->cvn_np_first_phys_port_on_np = E::first_phys_port_on_np;                                \
+        t->cvn_np_first_fplate_porttype_on_np = cvn_np_##F##_first_fplate_porttype_on_np;          \
+        t->cvn_faceplate_porttype_to_np = cvn_##F##_faceplate_porttype_to_np;                      \
+        t->cvn_faceplate_porttype_to_np_port = cvn_##F##_faceplate_porttype_to_np_port;            \
+        t->cvn_faceplate_porttype_to_phys_port = cvn_##F##_faceplate_porttype_to_phys_port;        \
+        t->cvn_faceplate_porttype_mapping_info = cvn_##F##_faceplate_porttype_mapping_info;        \
+        t->cvn_np_complex_to_subslot = cvn_np_##F##_complex_to_subslot;                            \
+        t->cvn_np_complex_to_subslot_list = E::complex_to_subslot_list;                            \
+        t->cvn_np_complex_to_np = cvn_np_##F##_complex_to_np;                                      \
+        t->cvn_np_set_if_subsys_type = cvn_np_##F##_set_if_subsys_type;                            \
+        t->cvn_np_subslot_to_np_list = E::subslot_to_np_list;                                      \
+        t->cvn_np_to_cpu_port_map = cvn_np_##F##_to_cpu_port_map;                                  \
+        t->cvn_np_lib_set_subslot_phy_port = cvn_np_##F##_lib_set_subslot_phy_port;                \
+        t->cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port =                                       \
+            cvn_np_##F##_lib_set_subslot_ifsubinst_ifsubinst_port;                                 \
+        t->cvn_np_lib_get_subslot = cvn_np_##F##_lib_get_subslot;                                  \
+        t->cvn_np_lib_get_subslot_port = cvn_np_##F##_lib_get_subslot_port;                        \
+        t->cvn_np_lib_get_port = cvn_np_##F##_lib_get_port;                                        \
+        t->cvn_np_lib_get_ifsubinst = cvn_np_##F##_lib_get_ifsubinst;                              \
+        t->cvn_np_lib_get_ifsubinst_port = cvn_np_##F##_lib_get_ifsubinst_port;                    \
+        t->cvn_np_lib_get_phys_port_tuple45 = cvn_np_##F##_lib_get_phys_port_tuple45;              \
+        t->aux_cvn_np_front_port_to_ifsubsys = E::front_port_to_ifsubsys;                          \
+        t->aux_cvn_np_port_info_get = aux_cvn_np_##F##_port_info_get;                              \
+        t->aux_cvn_np_front_port_to_mapping_info = aux_cvn_np_##F##_front_port_to_mapping_info;    \
+        t->aux_cvn_np_info_num_local_ports = aux_cvn_np_##F##_info_num_local_ports;                \
+        t->aux_cvn_np_info_to_mapping_info = aux_cvn_np_##F##_info_to_mapping_info;                \
+        t->aux_cvn_np_first_port_on_np = E::first_port_on_np;                                      \
+        t->aux_cvn_faceplate_to_mapping_info = aux_cvn_##F##_faceplate_to_mapping_info;            \
+        t->aux_np_port_to_mapping_info = aux_##F##_np_port_to_mapping_info;                        \
+        t->aux_cvn_np_front_port_to_ifsubinst = E::front_port_to_ifsubinst;                        \
+    }
+
+#endif // CVN_NP_TOLVAR_ENGINE_H
