@@ -628,22 +628,7 @@ template <const family &F> struct engine {
         return 0;
     }
 
-    static void np_port_to_mapping_info(const port_mapping_entry *const *entries, uint32_t np_port,
-                                        uint32_t count, uint32_t *front, uint32_t *fplate_port,
-                                        uint32_t *port_type)
-    {
-        if (entries == nullptr)
-            return;
-        for (uint32_t i = 0; i < count; ++i) {
-            const port_mapping_entry *e = entries[i];
-            if (e != nullptr && e->np_port == np_port) {
-                put(front, e->phys_front_port);
-                put(fplate_port, e->fplate_port);
-                put(port_type, e->port_type);
-                return;
-            }
-        }
-    }
+    static constexpr auto np_port_to_mapping_info = common::np_port_to_mapping_info;
 
     static uint32_t front_port_to_ifsubinst(uint32_t front, uint32_t *ifsubinst)
     {

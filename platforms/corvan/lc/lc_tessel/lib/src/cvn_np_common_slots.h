@@ -42,6 +42,24 @@ inline uint32_t get_port(uint32_t front) { return front & 0xFF; }
 inline uint32_t get_ifsubinst(uint32_t front) { return (front & 0xF0) >> 4; }
 inline uint32_t get_ifsubinst_port(uint32_t front) { return front & 0x0F; }
 
+// Slot 44: the first of `count` entries that carries NP-local port
+// `np_port` gives its front port, faceplate port and port type; nothing is
+// written when none does (NULL pointers in the list are passed over).
+inline void np_port_to_mapping_info(const port_mapping_entry *const *entries, uint32_t np_port,
+                                    uint32_t count, uint32_t *front, uint32_t *fplate_port,
+                                    uint32_t *port_type)
+{
+    for (uint32_t i = 0; entries != nullptr && i < count; ++i) {
+        const port_mapping_entry *e = entries[i];
+        if (e != nullptr && e->np_port == np_port) {
+            put(front, e->phys_front_port);
+            put(fplate_port, e->fplate_port);
+            put(port_type, e->port_type);
+            return;
+        }
+    }
+}
+
 // ---- Slots with a fixed answer ----
 
 // Slot 26: the type is the platform's business; accepted and ignored.

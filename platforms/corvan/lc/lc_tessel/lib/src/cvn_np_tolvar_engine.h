@@ -804,20 +804,7 @@ template <const family &F> struct engine {
         return 0;
     }
 
-    static void np_port_to_mapping_info(const port_mapping_entry *const *entries, uint32_t np_port,
-                                        uint32_t count, uint32_t *front, uint32_t *fplate_port,
-                                        uint32_t *port_type)
-    {
-        for (uint32_t i = 0; entries != nullptr && i < count; ++i) {
-            const port_mapping_entry *e = entries[i];
-            if (e != nullptr && e->np_port == np_port) {
-                common::put(front, e->phys_front_port);
-                common::put(fplate_port, e->fplate_port);
-                common::put(port_type, e->port_type);
-                return;
-            }
-        }
-    }
+    static constexpr auto np_port_to_mapping_info = common::np_port_to_mapping_info;
 
     // Slot 45: the instance bits where an instance type answers, else the
     // port bits; 22 without an output.
