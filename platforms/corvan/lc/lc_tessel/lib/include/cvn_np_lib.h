@@ -27,7 +27,7 @@
  *     (a NULL pointer for the functions returning a list or record, nothing
  *     for the functions without a result).
  *   - maruta and quellon cards: see "maruta and quellon cards" below.
- *   - See the individual functions for the cage families' defined answers.
+ *   - cage cards (brisca, brisca_4p, fenna, dornik): see "cage cards" below.
  *   - tolvar cards (see "tolvar cards" below): a port that names no entry of
  *     its EP, and a type whose bay has no row, map to nothing instead of
  *     reading past a table.
@@ -405,6 +405,34 @@ uint32_t cvn_np_lib_get_ifsubinst_port(uint32_t front);
  * a port type the family has no tables for. */
 uint32_t cvn_np_lib_get_phys_port_tuple45(uint32_t port_type, uint16_t subslot,
                                           uint16_t ifsubinst, uint16_t ifsubinst_port);
+
+/* ---- cage cards --------------------------------------------------------------
+ * brisca (8 cages, 4 NPs), brisca_4p (4 cages, 4 NPs), fenna (6 cages,
+ * 3 NPs) and dornik (100GE only: 12 cages on 6 NPs, or 4 on 2 for the lite
+ * card 0x3D02C2) run one set of operations; the functions above describe
+ * brisca.  The others differ in:
+ *   - brisca_4p: cvn_np_port_info_get answers the cage list {4, COMBO}
+ *     without asking the platform; slots 11, 12, 16 and 18 go on after a
+ *     failed query as if the cage were empty (16 and 18 then answer 0 and
+ *     write nothing); slot 45 accepts cages 0-3.
+ *   - fenna: no 40GE_ALT modules (0x10003 is an unknown type);
+ *     aux_cvn_np_info_num_local_ports counts an NP's two cages;
+ *     cvn_np_info_to_fplate_porttype (and so cvn_np_info_to_front_port)
+ *     rejects NP-local ports above 254; slot 45 is empty.
+ *   - dornik: one module type, CVN_NP_IFSUB_TYPE_DORNIK_100GE, and port
+ *     type 4 only; the size is chosen from cardtype at init (0x3D02C3 and
+ *     0x3D02C6 full, any other lite); cvn_np_port_info_get answers the
+ *     100GE list; slots 8-10 answer 0 on a failed query;
+ *     aux_cvn_np_info_num_local_ports counts an NP's two cages; slot 45
+ *     accepts cages 0-11 on both sizes.
+ * Answers the library defines where the wiring gives none:
+ *   - cvn_np_front_port_to_face_plate_port needs both outputs: a NULL one
+ *     answers CVN_NP_ERR_INVALID before anything is asked.
+ *   - aux_cvn_np_first_port_on_np with an NP number at or above the card's
+ *     num_complex answers CVN_NP_ERR_INVALID and writes nothing.
+ *   - aux_np_port_to_mapping_info passes over NULL pointers in the list and
+ *     writes nothing for a NULL list.
+ */
 
 /* ---- tolvar cards -----------------------------------------------------------
  * Two subslots (bays), each holding an EP whose type the platform reports,
