@@ -8,7 +8,7 @@ command -v cmake >/dev/null || need+=(cmake)
 command -v ninja >/dev/null || need+=(ninja-build)
 command -v g++ >/dev/null || need+=(g++)
 command -v pkg-config >/dev/null || need+=(pkgconf)
-for pkg in libgtest-dev libgmock-dev; do
+for pkg in libgtest-dev libgmock-dev libbenchmark-dev; do
     dpkg -s "$pkg" >/dev/null 2>&1 || need+=("$pkg")
 done
 if [ "${CVN_NP_NEED_CLANG:-0}" = 1 ]; then
