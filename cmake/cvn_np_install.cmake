@@ -14,6 +14,8 @@ target_include_directories(cvn_np_platform_sim PUBLIC
 
 install(TARGETS cvn_np_lib cvn_np_platform_sim EXPORT cvn_np_lib_targets
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+# The port-map explorer, for engineers who ask before they write code.
+install(TARGETS cvn_np_map RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(FILES
   ${CVN_NP_LIB_DIR}/include/cvn_np_lib.h
   ${CVN_NP_LIB_DIR}/include/cvn_np_lib_tables.h

@@ -14,6 +14,11 @@ done
 if [ "${CVN_NP_NEED_CLANG:-0}" = 1 ]; then
     command -v clang++ >/dev/null || need+=(clang)
 fi
+# The port-map tool's picture test renders its SVG in headless Chromium.
+if [ "${CVN_NP_NEED_CHROMIUM:-0}" = 1 ]; then
+    command -v chromium >/dev/null || need+=(chromium)
+    command -v xmllint >/dev/null || need+=(libxml2-utils)
+fi
 
 if [ ${#need[@]} -gt 0 ]; then
     echo "setup: installing ${need[*]}"

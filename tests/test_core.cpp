@@ -128,6 +128,33 @@ TEST_F(CoreTest, CardTypesOfNoFamilyEndInCoreReport) {
     }
 }
 
+TEST_F(CoreTest, CardFamilyNamesTheFamilyInitWouldSelectAndNullForOthers) {
+    const struct {
+        uint32_t type;
+        const char *name;
+        const cvn_np_api *api;
+    } cases[] = {
+        {0x3D0267, "fenna", &cvn_np_api_fenna},           {0x3D02C5, "brisca", &cvn_np_api_brisca},
+        {0x3D02BD, "brisca_4p", &cvn_np_api_brisca_4p},   {0x3D02C2, "dornik", &cvn_np_api_dornik},
+        {0x3D02DA, "maruta", &cvn_np_api_maruta},         {0x3D02D2, "quellon", &cvn_np_api_quellon},
+        {0x3D0296, "tolvar_2slice", &cvn_np_api_2slice_tolvar},
+        {0x3D02D9, "tolvar_1slice", &cvn_np_api_1slice_tolvar},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(testing::Message() << std::hex << c.type);
+        Forget();
+        ASSERT_NE(cvn_np_card_family(c.type), nullptr);
+        EXPECT_STREQ(cvn_np_card_family(c.type), c.name);
+        EXPECT_EQ(initialized, 0);  // a lookup, not an init
+        cvn_np_lib_init(c.type);
+        EXPECT_EQ(card_np_api, c.api);
+    }
+    for (uint32_t type : {0x3D0277u, 0x3D0290u, 0x3D02DBu, 0u, 0xFFFFFFFFu})
+        EXPECT_EQ(cvn_np_card_family(type), nullptr) << std::hex << type;
+    EXPECT_EQ(cvn_np_sim_card_type_queries(), 0u);
+    EXPECT_EQ(cvn_np_sim_ifsubsys_queries(), 0u);
+}
+
 TEST_F(CoreTest, ReinitialisationServesTheLastFamily) {
     ASSERT_EQ(cvn_np_lib_init(0x3D0274), 0u);
     ASSERT_EQ(cvn_np_lib_init(0x3D0267), 0u);

@@ -13,6 +13,7 @@ unset CVN_NP_SIM_CARD_TYPE CVN_NP_SIM_IFSUBSYS
 cmake --install "$build" --prefix "$prefix" >/dev/null
 test -f "$prefix/lib/libcvn_np_lib.a"
 test -f "$prefix/include/cvn_np/cvn_np_lib.h"
+"$prefix/bin/cvn_np_map" 0x3D0274 --module 0:3=10ge --check # the installed port-map tool
 
 echo "-- find_package(cvn_np_lib)"
 cmake -S "$source/tests/install" -B "$work/cmake-build" -G Ninja \

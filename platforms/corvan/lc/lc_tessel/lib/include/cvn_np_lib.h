@@ -274,6 +274,14 @@ extern cvn_np_api cvn_np_api_quellon;
  * time: the library then serves the new family.  Does not write cardtype. */
 uint32_t cvn_np_lib_init(uint32_t card_type);
 
+/* The name of the family that serves card_type: "brisca", "brisca_4p",
+ * "fenna", "dornik", "maruta", "quellon", "tolvar_2slice" or
+ * "tolvar_1slice"; NULL for a card type the library does not serve (where
+ * cvn_np_lib_init would assert).  Never asserts, initialises nothing and
+ * does not ask the platform; the answer comes from the table that
+ * cvn_np_lib_init dispatches on. */
+const char *cvn_np_card_family(uint32_t card_type);
+
 /* ---- Card summary (slots 0-7) --------------------------------------------
  * Every function below initialises the library from the platform's card
  * type on its first call if cvn_np_lib_init has not run.

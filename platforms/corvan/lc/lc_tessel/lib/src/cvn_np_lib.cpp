@@ -44,28 +44,29 @@ struct card_family {
     uint32_t last;
     cvn_np_api *api;
     void (*init)();
+    const char *name; // what cvn_np_card_family answers
 };
 
 // The card types the library serves, in card-type order; any other type
 // is rejected.
 constexpr card_family k_card_families[] = {
-    {0x3D0267, 0x3D026C, &cvn_np_api_fenna, cvn_np_fenna_init},
-    {0x3D026D, 0x3D0276, &cvn_np_api_brisca, cvn_np_brisca_init},
-    {0x3D0278, 0x3D0281, &cvn_np_api_brisca_4p, cvn_np_brisca_4p_init},
-    {0x3D028C, 0x3D028F, &cvn_np_api_1slice_tolvar, cvn_np_1slice_tolvar_init},
-    {0x3D0291, 0x3D0295, &cvn_np_api_1slice_tolvar, cvn_np_1slice_tolvar_init},
-    {0x3D0296, 0x3D0299, &cvn_np_api_2slice_tolvar, cvn_np_2slice_tolvar_init},
-    {0x3D029B, 0x3D029F, &cvn_np_api_2slice_tolvar, cvn_np_2slice_tolvar_init},
-    {0x3D02AA, 0x3D02B3, &cvn_np_api_brisca, cvn_np_brisca_init},
-    {0x3D02B4, 0x3D02BD, &cvn_np_api_brisca_4p, cvn_np_brisca_4p_init},
-    {0x3D02C1, 0x3D02C1, &cvn_np_api_maruta, cvn_np_maruta_init},
-    {0x3D02C2, 0x3D02C3, &cvn_np_api_dornik, cvn_np_dornik_init},
-    {0x3D02C4, 0x3D02C5, &cvn_np_api_brisca, cvn_np_brisca_init},
-    {0x3D02C6, 0x3D02C6, &cvn_np_api_dornik, cvn_np_dornik_init},
-    {0x3D02C7, 0x3D02D2, &cvn_np_api_quellon, cvn_np_quellon_init},
-    {0x3D02D8, 0x3D02D8, &cvn_np_api_2slice_tolvar, cvn_np_2slice_tolvar_init},
-    {0x3D02D9, 0x3D02D9, &cvn_np_api_1slice_tolvar, cvn_np_1slice_tolvar_init},
-    {0x3D02DA, 0x3D02DA, &cvn_np_api_maruta, cvn_np_maruta_init},
+    {0x3D0267, 0x3D026C, &cvn_np_api_fenna, cvn_np_fenna_init, "fenna"},
+    {0x3D026D, 0x3D0276, &cvn_np_api_brisca, cvn_np_brisca_init, "brisca"},
+    {0x3D0278, 0x3D0281, &cvn_np_api_brisca_4p, cvn_np_brisca_4p_init, "brisca_4p"},
+    {0x3D028C, 0x3D028F, &cvn_np_api_1slice_tolvar, cvn_np_1slice_tolvar_init, "tolvar_1slice"},
+    {0x3D0291, 0x3D0295, &cvn_np_api_1slice_tolvar, cvn_np_1slice_tolvar_init, "tolvar_1slice"},
+    {0x3D0296, 0x3D0299, &cvn_np_api_2slice_tolvar, cvn_np_2slice_tolvar_init, "tolvar_2slice"},
+    {0x3D029B, 0x3D029F, &cvn_np_api_2slice_tolvar, cvn_np_2slice_tolvar_init, "tolvar_2slice"},
+    {0x3D02AA, 0x3D02B3, &cvn_np_api_brisca, cvn_np_brisca_init, "brisca"},
+    {0x3D02B4, 0x3D02BD, &cvn_np_api_brisca_4p, cvn_np_brisca_4p_init, "brisca_4p"},
+    {0x3D02C1, 0x3D02C1, &cvn_np_api_maruta, cvn_np_maruta_init, "maruta"},
+    {0x3D02C2, 0x3D02C3, &cvn_np_api_dornik, cvn_np_dornik_init, "dornik"},
+    {0x3D02C4, 0x3D02C5, &cvn_np_api_brisca, cvn_np_brisca_init, "brisca"},
+    {0x3D02C6, 0x3D02C6, &cvn_np_api_dornik, cvn_np_dornik_init, "dornik"},
+    {0x3D02C7, 0x3D02D2, &cvn_np_api_quellon, cvn_np_quellon_init, "quellon"},
+    {0x3D02D8, 0x3D02D8, &cvn_np_api_2slice_tolvar, cvn_np_2slice_tolvar_init, "tolvar_2slice"},
+    {0x3D02D9, 0x3D02D9, &cvn_np_api_1slice_tolvar, cvn_np_1slice_tolvar_init, "tolvar_1slice"},
+    {0x3D02DA, 0x3D02DA, &cvn_np_api_maruta, cvn_np_maruta_init, "maruta"},
 };
 
 const card_family *family_of(uint32_t card_type)
@@ -120,6 +121,12 @@ uint32_t cvn_np_lib_init(uint32_t card_type)
     f->init();
     initialized = 1;
     return 0;
+}
+
+const char *cvn_np_card_family(uint32_t card_type)
+{
+    const card_family *f = family_of(card_type);
+    return f == nullptr ? nullptr : f->name;
 }
 
 uint32_t cvn_np_id_validate(uint32_t np_id, uint8_t *np)

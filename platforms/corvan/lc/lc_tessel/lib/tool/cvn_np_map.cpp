@@ -1,0 +1,158 @@
+// cvn_np_map - the port-map explorer.  See usage() and the README.
+#include <cstdlib>
+#include <cstring>
+#include <iostream>
+
+#include "cvn_np_lib.h"
+#include "cvn_np_map.h"
+
+namespace {
+
+using namespace cvn_np_map;
+
+void usage(std::ostream &out)
+{
+    out << R"(usage: cvn_np_map CARDTYPE [--module SUBSLOT:IFSUBSYS=TYPE]... [--format table|csv|json]
+                  [--svg FILE]
+       cvn_np_map CARDTYPE [--module ...]... --check
+       cvn_np_map --check --all
+       cvn_np_map --help
+
+Shows a card's port map as the port-mapping library answers it, for the
+modules you say are plugged in (nothing is plugged unless a --module says
+so; the environment's CVN_NP_SIM_* variables are not read).
+
+  CARDTYPE     a card type as a C integer literal, e.g. 0x3D0274.
+  --module S:I=TYPE
+               what the platform reports in subslot S, cage or instance I
+               (or 'any': the subslot's EP on a tolvar card), the syntax of
+               CVN_NP_SIM_IFSUBSYS.  TYPE is a code (e.g. 0x10002, 574) or a
+               name: 10ge, 40ge, 100ge, 40ge_alt, none, and on tolvar cards
+               the EPs 20x_none 2x10ge 4x10ge 8x10ge 2x40ge 1x40ge 16x10ge
+               split split_one 20x10ge split_b 20x10ge_b.  Only the types
+               the card's family knows are accepted.  Repeatable.
+  --format F   table (aligned columns, the default), csv or json.  A row per
+               front port: front port, subslot, cage or instance ('unit'; '-'
+               for a tolvar plain EP), port in it, faceplate port, port type,
+               NP, NP-local port; then a row per NP: its local-port count and
+               first front port.  '-' (null) marks an answer not given.
+  --svg FILE   also writes a picture of the front panel to FILE: cages or
+               subslots in order, each port with its front port and NP-local
+               port, coloured by NP; empty cages dashed; a legend.
+  --check      checks that the library's answers agree with each other:
+               front port to NP and NP port and back, faceplate port to front
+               port and back, each NP's first port and local-port count, each
+               cage's port list.  One line per disagreement, then a summary;
+               a disagreement that the library's defined answers make is
+               listed once as a known difference.
+  --all        with --check: every card type, with every module its family
+               knows in every cage or subslot, alone and mixed.
+
+Exit status: 0; 1 when --check found a disagreement; 2 for bad input (an
+unknown card type, a malformed module, a type the family does not know).
+)";
+}
+
+struct options {
+    const char *card = nullptr;
+    std::vector<std::string> modules;
+    format fmt = format::table;
+    std::string svg;
+    bool check = false, all = false;
+};
+
+options parse(int argc, char **argv)
+{
+    options o;
+    for (int i = 1; i < argc; ++i) {
+        const std::string arg = argv[i];
+        auto next = [&]() -> std::string {
+            if (i + 1 >= argc)
+                throw usage_error{arg + " needs a value (see --help)"};
+            return argv[++i];
+        };
+        if (arg == "--help" || arg == "-h") {
+            usage(std::cout);
+            std::exit(0);
+        } else if (arg == "--module") {
+            o.modules.push_back(next());
+        } else if (arg == "--format") {
+            const std::string f = next();
+            if (f == "table")
+                o.fmt = format::table;
+            else if (f == "csv")
+                o.fmt = format::csv;
+            else if (f == "json")
+                o.fmt = format::json;
+            else
+                throw usage_error{"unknown format '" + f + "' (table, csv or json)"};
+        } else if (arg == "--svg") {
+            o.svg = next();
+        } else if (arg == "--check") {
+            o.check = true;
+        } else if (arg == "--all") {
+            o.all = true;
+        } else if (arg.rfind("-", 0) == 0) {
+            throw usage_error{"unknown option '" + arg + "' (see --help)"};
+        } else if (o.card == nullptr) {
+            o.card = argv[i];
+        } else {
+            throw usage_error{"more than one card type ('" + arg + "')"};
+        }
+    }
+    if (o.all && !o.check)
+        throw usage_error{"--all goes with --check"};
+    if (o.all && (o.card != nullptr || !o.modules.empty()))
+        throw usage_error{"--check --all takes no card type or module"};
+    if (!o.all && o.card == nullptr)
+        throw usage_error{"no card type given (see --help)"};
+    return o;
+}
+
+uint32_t card_type_of(const char *text)
+{
+    char *end = nullptr;
+    const unsigned long long v = std::strtoull(text, &end, 0);
+    if (*text < '0' || *text > '9' || *end != '\0' || v > 0xFFFFFFFFull)
+        throw usage_error{std::string("card type '") + text + "' is not a number"};
+    return static_cast<uint32_t>(v);
+}
+
+int run(const options &o)
+{
+    check_totals totals;
+    if (o.all) {
+        check_every_card(totals);
+        print_check_summary(totals);
+        return totals.disagreements == 0 ? 0 : 1;
+    }
+    card c = open_card(card_type_of(o.card));
+    for (const std::string &m : o.modules)
+        c.plugs.push_back(parse_module(c, m));
+    validate_plugs(c);
+    if (o.check) {
+        check_card(c, totals);
+        print_check_summary(totals);
+        return totals.disagreements == 0 ? 0 : 1;
+    }
+    const port_map m = read_port_map(c);
+    print_map(c, m, o.fmt);
+    if (!o.svg.empty())
+        write_svg(c, m, o.svg);
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    // What is plugged comes from --module alone.
+    unsetenv("CVN_NP_SIM_IFSUBSYS");
+    unsetenv("CVN_NP_SIM_CARD_TYPE");
+    try {
+        return run(parse(argc, argv));
+    } catch (const usage_error &e) {
+        std::cerr << "cvn_np_map: " << e.message << '\n';
+        return 2;
+    }
+}
