@@ -14,6 +14,10 @@ done
 if [ "${CVN_NP_NEED_CLANG:-0}" = 1 ]; then
     command -v clang++ >/dev/null || need+=(clang)
 fi
+if [ "${CVN_NP_NEED_STATIC_CHECKS:-0}" = 1 ]; then
+    command -v clang-tidy >/dev/null || need+=(clang-tidy)
+    command -v cppcheck >/dev/null || need+=(cppcheck)
+fi
 # The port-map tool's picture test renders its SVG in headless Chromium.
 if [ "${CVN_NP_NEED_CHROMIUM:-0}" = 1 ]; then
     command -v chromium >/dev/null || need+=(chromium)

@@ -92,8 +92,8 @@ std::string_view trim(std::string_view s) {
 }
 
 struct Staged {
-    uint64_t key;
-    uint32_t type;
+    uint64_t key = 0;
+    uint32_t type = 0;
     std::string_view item;
 };
 
@@ -163,17 +163,18 @@ void flatten(char *text) {
 void describe(char *buffer, size_t size, const ListError &e) {
     if (buffer == nullptr || size == 0) return;
     const int length = static_cast<int>(e.item.size());
+    // A description longer than the caller's buffer is cut to it.
     if (e.no_room)
-        std::snprintf(buffer, size, "no room for item \"%.*s\" (at most %d keys)", length,
+        (void)std::snprintf(buffer, size, "no room for item \"%.*s\" (at most %d keys)", length,
                       e.item.data(), kMaxEntries);
     else
-        std::snprintf(buffer, size, "malformed item \"%.*s\" (expected SUBSLOT:IFSUBSYS=TYPE)",
+        (void)std::snprintf(buffer, size, "malformed item \"%.*s\" (expected SUBSLOT:IFSUBSYS=TYPE)",
                       length, e.item.data());
     flatten(buffer);
 }
 
 [[noreturn]] void reject_environment(const char *variable, const char *message) {
-    std::fprintf(stderr, "cvn_np_sim: %s: %s\n", variable, message);
+    (void)std::fprintf(stderr, "cvn_np_sim: %s: %s\n", variable, message);
     std::exit(2);
 }
 
@@ -226,9 +227,9 @@ void read_environment() {
     const char *card_text = std::getenv(kCardTypeVar);
     const bool have_card = card_text != nullptr && *card_text != '\0';
     if (have_card && !parse_u32(card_text, card_type)) {
-        std::snprintf(message, sizeof message,
-                      "malformed value \"%s\" (expected a C integer literal of 32 bits)",
-                      card_text);
+        (void)std::snprintf(message, sizeof message,
+                            "malformed value \"%s\" (expected a C integer literal of 32 bits)",
+                            card_text);
         flatten(message);
         reject_environment(kCardTypeVar, message);
     }

@@ -65,8 +65,8 @@ template <const wiring &w> constexpr port_mapping_entry entry_of(std::size_t i)
 // front port f, or CVN_NP_NO_PORT where f has no port of this speed.
 template <const wiring &w> constexpr int32_t fplate_index_of(std::size_t f)
 {
-    const uint32_t cage = static_cast<uint32_t>(f >> 4);
-    const uint32_t port = static_cast<uint32_t>(f & 0x0F);
+    const auto cage = static_cast<uint32_t>(f >> 4);
+    const auto port = static_cast<uint32_t>(f & 0x0F);
     if (cage >= w.cages || port >= w.ports_per_cage)
         return CVN_NP_NO_PORT;
     return static_cast<int32_t>(cage * w.ports_per_cage + port);
@@ -596,7 +596,7 @@ template <const family &F> struct engine {
         require(np_num < info().num_complex, F.text.np_num);
         const speed_tables &s = F.speeds[known_type(type).tables];
         const uint32_t block = np_block(s);
-        aux_np_port_to_mapping_info(*s.card_np_port_map + np_num * block, np_port, block, front,
+        aux_np_port_to_mapping_info(*s.card_np_port_map + std::size_t{np_num} * block, np_port, block, front,
                                     fplate_port, port_type);
     }
 
@@ -607,7 +607,7 @@ template <const family &F> struct engine {
         if (t == nullptr || np_num >= info().num_complex)
             return CVN_NP_ERR_INVALID;
         const speed_tables &s = F.speeds[t->tables];
-        const port_mapping_entry &e = *(*s.card_np_port_map)[np_num * np_block(s)];
+        const port_mapping_entry &e = *(*s.card_np_port_map)[std::size_t{np_num} * np_block(s)];
         put(front, e.phys_front_port);
         put(fplate_port, e.fplate_port);
         put(port_type, e.port_type);

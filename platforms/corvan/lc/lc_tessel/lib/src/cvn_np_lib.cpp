@@ -28,7 +28,7 @@ void report_assertion(const char *path, int line, const char *text) noexcept
     // The lock is never released: the process ends here, and no other
     // thread's output may split the line.
     flockfile(stderr);
-    std::fprintf(stderr, "%s: %d %s -- assertion failed\n", path, line, text);
+    (void)std::fprintf(stderr, "%s: %d %s -- assertion failed\n", path, line, text);
     std::abort();
 }
 

@@ -60,10 +60,10 @@ constexpr port_mapping_entry combo0_entry(std::size_t f)
 // The tuple order: both NPs' 10GE blocks, then the two 100GE ports.
 constexpr uint32_t tuple_front(std::size_t i)
 {
-    if (i < 2 * k_tenge_ports)
-        return static_cast<uint32_t>(16 + 32 * (i / k_tenge_ports) + i % k_tenge_ports);
-    return i < 2 * k_tenge_ports + 2 ? static_cast<uint32_t>(32 * (i - 2 * k_tenge_ports))
-                                     : k_no_port;
+    constexpr std::size_t block = k_tenge_ports;
+    if (i < 2 * block)
+        return static_cast<uint32_t>(16 + 32 * (i / block) + i % block);
+    return i < 2 * block + 2 ? static_cast<uint32_t>(32 * (i - 2 * block)) : k_no_port;
 }
 constexpr port_mapping_entry tuple_entry(std::size_t i) { return combo0_entry(tuple_front(i)); }
 
