@@ -66,8 +66,6 @@ struct Answer {
     bool operator==(const Answer &) const = default;
 };
 
-constexpr uint32_t kNoSlot = UINT32_MAX;
-
 // A lookup kind: which questions it asks of a scenario, and how the library
 // answers one (through the public function of `slot`).
 struct Kind {
