@@ -213,6 +213,12 @@ std::vector<std::string> TolvarTexts(const std::string &f) {
             "port_type == ep_data->port_type", "0"};
 }
 
+std::vector<std::string> QuellonTexts() {
+    return {"phys_front_port < cvn_np_qln_max_ports", "fplate_port < cvn_np_qln_max_ports",
+            "sub_phys_front_port < cvn_np_qln_max_ports", "np_id < cvn_np_how_many()",
+            "np_complex < cvn_np_how_many()", "np_num < cvn_np_how_many()", "0"};
+}
+
 template <size_t n> std::pair<const port_mapping_entry *const *, uint32_t> Array(const port_mapping_entry *const (&a)[n]) {
     return {a, static_cast<uint32_t>(n)};
 }
@@ -226,8 +232,9 @@ template <size_t n> std::vector<std::pair<const port_mapping_entry *const *, uin
     }
     return out;
 }
-// A family without pointer arrays of its own: pointers to its combo table.
-const port_mapping_entry *const kMarutaEntries[] = {
+// For the families without pointer arrays of their own (maruta; quellon,
+// whose slot 44 is empty): pointers into maruta's combo table.
+const port_mapping_entry *const kComboEntries[] = {
     &cvn_np_port_mapping_maruta_combo0[0], &cvn_np_port_mapping_maruta_combo0[16],
     &cvn_np_port_mapping_maruta_combo0[32], &cvn_np_port_mapping_maruta_combo0[48],
     &cvn_np_port_mapping_maruta_combo0[58]};
@@ -284,19 +291,15 @@ const std::vector<Card> &Cards() {
          {"subslot == 0", "subslot_num == 0", "np_id < cvn_np_how_many()", "np_complex < cvn_np_how_many()", "0"},
          Bounds({58, 59, 0x3A}, 2, 214, 4, 1), 116,
          [] { PlugCages(4, {CVN_NP_IFSUB_TYPE_MARUTA_100GE, CVN_NP_IFSUB_TYPE_MARUTA_10GE}); },
-         {Array(kMarutaEntries)}},
+         {Array(kComboEntries)}},
         {"quellon", 0x3D02C7, "cvn_np_lib_quellon.cpp",
-         {"phys_front_port < cvn_np_qln_max_ports", "fplate_port < cvn_np_qln_max_ports",
-          "sub_phys_front_port < cvn_np_qln_max_ports", "np_id < cvn_np_how_many()",
-          "np_complex < cvn_np_how_many()", "np_num < cvn_np_how_many()", "0"},
+         QuellonTexts(),
          Bounds({48, 24}, 2, 216, 12, 1), 192, [] { PlugCages(12, {CVN_NP_IFSUB_TYPE_QUELLON_10GE}); },
-         {Array(kMarutaEntries)}},
+         {Array(kComboEntries)}},
         {"quellon_1np", 0x3D02CA, "cvn_np_lib_quellon.cpp",
-         {"phys_front_port < cvn_np_qln_max_ports", "fplate_port < cvn_np_qln_max_ports",
-          "sub_phys_front_port < cvn_np_qln_max_ports", "np_id < cvn_np_how_many()",
-          "np_complex < cvn_np_how_many()", "np_num < cvn_np_how_many()", "0"},
+         QuellonTexts(),
          Bounds({24, 48}, 1, 216, 6, 1), 192, [] { PlugCages(6, {CVN_NP_IFSUB_TYPE_QUELLON_10GE}); },
-         {Array(kMarutaEntries)}},
+         {Array(kComboEntries)}},
         {"tolvar_2slice", 0x3D0296, "cvn_np_lib_tolvar.cpp", TolvarTexts("tolvar"),
          Bounds({0x80, 0x40, 0x54, 0x20}, 2, 214, 2, 2), 192, PlugTolvar,
          Rows(cvn_np_lib_2slice_tv_info_types)},
