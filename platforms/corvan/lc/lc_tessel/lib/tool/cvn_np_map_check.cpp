@@ -25,6 +25,7 @@ struct context {
     const port_row *port;
     const np_row *np;
     const port_row *other = nullptr; // the second port of a shared NP or faceplate port
+    uint32_t unit = k_none;          // the cage or instance of a port list
 };
 
 bool plugged_anywhere(const card &c, uint32_t type)
@@ -92,7 +93,7 @@ bool other_bay_by_range(const context &x)
 }
 bool empty_instance(const context &x)
 {
-    return x.port == nullptr && x.np == nullptr; // port lists: checked per unit below
+    return x.unit != k_none && x.c.plugged(0, x.unit) == k_none;
 }
 
 struct known_difference {
@@ -307,7 +308,7 @@ struct checker {
             const uint32_t listed =
                 list == nullptr || list->port_type == CVN_NP_PORT_TYPE_END ? 0 : list->num_ports;
             if (listed != found)
-                disagree("port-info", context{c, nullptr, nullptr},
+                disagree("port-info", context{c, nullptr, nullptr, nullptr, u},
                          "unit " + std::to_string(u) + ": port list says " +
                              std::to_string(listed) + " ports, " + std::to_string(found) +
                              " exist");
