@@ -1,5 +1,7 @@
 // maruta: two NPs, each with one 100GE port (instances 0 and 2) and ten
 // 10GE ports (instances 1 and 3); front port = 16 * instance + port.
+#include <cstring>
+
 #include "test_support.h"
 
 namespace {
@@ -256,6 +258,16 @@ TEST_F(MarutaTest, EmptySlotsAnswerInvalidAndWriteNothing) {
     const port_mapping_entry *const entries[] = {&e};
     aux_np_port_to_mapping_info(entries, 204, 1, &out[0], &out[1], &out[2]);
     EXPECT_EQ(out, kNone4);
+}
+
+TEST_F(MarutaTest, FillerLeavesOnlySlots40And42To44Empty) {
+    std::array<void (*)(), CVN_NP_API_SLOTS> slots{};
+    static_assert(sizeof(slots) == sizeof(cvn_np_api));
+    std::memcpy(slots.data(), &cvn_np_api_maruta, sizeof(slots));
+    for (size_t i = 0; i < slots.size(); ++i) {
+        const bool empty = i == 40 || (i >= 42 && i <= 44);
+        EXPECT_EQ(slots[i] == nullptr, empty) << "slot " << i;
+    }
 }
 
 }  // namespace

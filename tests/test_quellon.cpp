@@ -1,6 +1,8 @@
 // quellon: 24 ports per NP in groups of four per instance, one or two NPs by
 // card type; a front port is the port's index, and each NP's ports 192..215
 // come in swapped pairs.
+#include <cstring>
+
 #include "test_support.h"
 
 namespace {
@@ -220,6 +222,48 @@ TEST_F(QuellonCardTypeTest, NpCountFollowsCardtypeOnEveryCall) {
     EXPECT_EQ(cvn_np_qln_max_ports, 48u);  // the bound is the init's
     EXPECT_EQ(cvn_np_front_port_to_np(47), 1u);
     EXPECT_EQ(cvn_np_info_to_front_port(1, 192, nullptr), kInvalid);
+}
+
+TEST_F(QuellonCardTypeTest, FillerLeavesOnlyTheAuxiliarySlotsEmpty) {
+    std::array<void (*)(), CVN_NP_API_SLOTS> slots{};
+    static_assert(sizeof(slots) == sizeof(cvn_np_api));
+    std::memcpy(slots.data(), &cvn_np_api_quellon, sizeof(slots));
+    for (size_t i = 0; i < slots.size(); ++i) EXPECT_EQ(slots[i] == nullptr, i >= 37) << "slot " << i;
+}
+
+// The first public call of a fresh process stores the platform's card type
+// in cardtype before the init reads it, so the NP count and every record
+// the init fills follow the platform's card.
+TEST_F(QuellonCardTypeTest, LazyInitTakesTheNpCountFromThePlatformCardType) {
+    for (auto [type, n] : {std::pair{0x3D02CBu, 1u}, {0x3D02CEu, 2u}, {0x3D02D1u, 1u}}) {
+        SCOPED_TRACE(testing::Message() << std::hex << type);
+        cvn_np_sim_set_card_type(type);
+        cardtype = 0;
+        initialized = 0;
+        card_np_api = nullptr;
+        EXPECT_EQ(cvn_np_chip_how_many(), n);
+        EXPECT_EQ(cardtype, type);
+        EXPECT_EQ(card_np_api, &cvn_np_api_quellon);
+        EXPECT_EQ(cvn_np_qln_max_ports, 24 * n);
+        const subslot_info *s = cvn_np_subslot_info_get();
+        EXPECT_EQ((Quad{s->num_of_subslots, s->max_ports_per_subslot, s->max_of_ifsubsys_per_subslot,
+                        s->spare}), (Quad{1, 24 * n, 6 * n, 24 * n}));
+        EXPECT_EQ(ListOf(cvn_np_port_info_get()),
+                  (List{{24 * n, CVN_NP_PORT_TYPE_COMBO}, {4, CVN_NP_PORT_TYPE_COMBO}}));
+    }
+}
+
+// The first port of NP 1 is port 25 (NP-local port 192, instance 6); its
+// type is what instance 6 reports, 10GE only for quellon's own type.
+TEST_F(QuellonCardTypeTest, FirstPortTypeIsAskedOfItsInstance) {
+    for (auto [reported, want] : {std::pair{k10G, 0u}, {kQln10, 1u}, {kNone, 0u}}) {
+        SCOPED_TRACE(testing::Message() << std::hex << reported);
+        Plug(6, reported);
+        Quad out = kNone4;
+        EXPECT_EQ(cvn_np_first_fplate_porttype_on_np(1, &out[1], &out[0]), 0u);
+        EXPECT_EQ(cvn_np_info_to_fplate_porttype(1, 192, &out[2], &out[3]), 0u);
+        EXPECT_EQ(out, (Quad{25, want, 25, want}));
+    }
 }
 
 }  // namespace
