@@ -14,9 +14,11 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <functional>
 #include <map>
 #include <sstream>
 #include <string>
@@ -341,6 +343,245 @@ TEST(SelftestCoverage, ReportDoesNotDependOnWhatThePlatformReportsInTheCages) {
     EXPECT_EQ(stable(plain).size(), plain.lines.size() - 16);
     EXPECT_TRUE(stable(modules) == stable(plain));
     EXPECT_TRUE(stable(mixed) == stable(plain));
+}
+
+// The whole report of one coverage card, rebuilt from the report's line
+// formats and loops and the card's wiring; the 16 address lines are left
+// as "" (their values move from run to run).
+std::string Fmt(const char *format, ...) __attribute__((format(printf, 1, 2)));
+std::string Fmt(const char *format, ...) {
+    char buf[512];
+    va_list ap;
+    va_start(ap, format);
+    vsnprintf(buf, sizeof buf, format, ap);
+    va_end(ap);
+    return buf;
+}
+
+struct Speed {
+    const char *word, *short_word;
+    unsigned ifsub_type, port_type_code, port_cage, np_port_even, np_port_odd;
+};
+const Speed kSpeeds[] = {{"100ge", "100g", 0x10000, 4, 1, 117, 116},
+                         {"40ge", "40g", 0x10001, 3, 2, 99, 96},
+                         {"10ge", "10g", 0x10002, 1, 10, 204, 192}};
+
+std::vector<std::string> ExpectedCard(const char *starting, unsigned card, int cages,
+                                      bool per_cage_np_count) {
+    const int nps = cages / 2;
+    const int ports_10g = cages * 10;
+    std::vector<std::string> out;
+    auto header = [&](const char *name) { out.push_back(Fmt("%s board type 0x%08x", name, card)); };
+    auto summary = [&](const char *name, int failed) {
+        out.push_back(failed == 0 ? Fmt("  %s passed.", name)
+                                  : Fmt("  %s has %d failed cases.", name, failed));
+    };
+    auto np_port = [](const Speed &sp, int c, int p) {
+        return static_cast<int>((c % 2 == 0 ? sp.np_port_even : sp.np_port_odd) + p);
+    };
+    auto front_loop = [&](const char *name, bool encoding,
+                          const std::function<std::string(const Speed &, int, int, int)> &line) {
+        header(name);
+        for (const Speed &sp : kSpeeds) {
+            for (int c = 0; c < cages; ++c) {
+                for (int p = 0; p < static_cast<int>(sp.port_cage); ++p) {
+                    int code = (p & 0xF) | ((c * 16) & 0xFF);
+                    if (encoding) {
+                        out.push_back(Fmt("subslot %d ifsubsys %d type 0x%08x port %d "
+                                          "phys_front_port 0x%08x",
+                                          0, c, sp.ifsub_type, p, 16 * c + p));
+                    }
+                    out.push_back(line(sp, c, p, code));
+                }
+            }
+        }
+        summary(name, 0);
+    };
+    auto not_implemented = [&](const char *name) {
+        header(name);
+        out.push_back(Fmt("  %s not implemented yet", name));
+    };
+
+    out.push_back(Fmt(starting, card));
+    header("test_cvn_np_lib_init");
+    for (int i = 0; i < 16; ++i) out.push_back("");
+    header("test_cvn_np_lib_testcard");
+
+    header("test_nplib_card_info");
+    out.push_back("  board np info:");
+    const int fields[] = {1, 0, nps, nps, 1, cages, 2, 5, 'c', 9216, cages, 2 * cages, ports_10g,
+                          1, 8, cages, 2 * cages, ports_10g, 1, 2, 10};
+    const char *formats[] = {
+        "    sw_version        = %d", "    sw_status         = %d", "    num_np            = %d",
+        "    num_complex       = %d", "    np_per_complex    = %d", "    num_cage          = %d",
+        "    cage_per_complex  = %d", "    ver_major         = %d", "    ver_minor         = %c",
+        "    max_mtu           = %d", "    max_fpport_100g   = %d", "    max_fpport_40g    = %d",
+        "    max_fpport_10g    = %d", "    num_subslot       = %d", "    max_port_cage     = %d",
+        "    port_subslot_100g = %d", "    port_subslot_40g  = %d", "    port_subslot_10g  = %d",
+        "    port_cage_100g    = %d", "    port_cage_40g     = %d", "    port_cage_10g     = %d"};
+    for (size_t i = 0; i < 21; ++i) out.push_back(Fmt(formats[i], fields[i]));
+    out.push_back("");  // the last field line ends in an empty line
+    out.push_back("");  // and the subslot block starts with one
+    out.push_back("  board subslot info:");
+    out.push_back(Fmt("    num_of_subslots       = %d", 1));
+    out.push_back(Fmt("    max_of_ifsubsys_per_subslot = %d", cages));
+    out.push_back(Fmt("    max_ports_per_subslot = %d", 10));
+    out.push_back(Fmt("  testing cvn_np_how_many: %d = %d, ok!", nps, nps));
+    out.push_back(Fmt("  testing cvn_np_chip_how_many: %d = %d, ok!", nps, nps));
+    out.push_back(Fmt("  testing cvn_np_version_get: %d.%c = %d.%c ok!", 5, 'c', 5, 'c'));
+
+    header("test_cvn_np_port_info_get");
+    for (const Speed &sp : kSpeeds) {
+        for (int c = 0; c < cages; ++c) {
+            out.push_back(Fmt("  %s subslot, cage (%d, %d) port info (%d, %d) = (%d, %d) ok.",
+                              sp.short_word, 0, c, sp.port_cage, sp.port_type_code, sp.port_cage,
+                              sp.port_type_code));
+        }
+    }
+    summary("test_cvn_np_port_info_get", 0);
+    not_implemented("test_cvn_np_subslot_info_get");
+    not_implemented("test_cvn_np_port_info_subslot");
+
+    front_loop("test_cvn_np_front_port_to_np", true, [&](const Speed &sp, int c, int, int code) {
+        return Fmt("  %s front port (%d, %d, 0x%x) np %d = %d ok.", sp.word, 0, c, code, c / 2,
+                   c / 2);
+    });
+    front_loop("test_cvn_np_front_port_to_np_port", true,
+               [&](const Speed &sp, int c, int p, int code) {
+                   return Fmt("  %s front port (%d, %d, 0x%x) np_port %d = %d ok.", sp.word, 0,
+                              c, code, np_port(sp, c, p), np_port(sp, c, p));
+               });
+    front_loop("test_cvn_np_front_port_to_port_type", false,
+               [&](const Speed &sp, int, int, int code) {
+                   return Fmt("  %s subslot, front port (%d, 0x%x) type %d = %d ok.", sp.word, 0,
+                              code, sp.port_type_code, sp.port_type_code);
+               });
+    front_loop("test_cvn_np_front_port_to_face_plate_port", false,
+               [&](const Speed &sp, int c, int p, int code) {
+                   return Fmt("  %s subslot, front port (%d, 0x%x) fpport, type (0x%x, %d) = "
+                              "(0x%x, %d) ok.",
+                              sp.word, 0, code, 16 * c + p, sp.port_type_code, 16 * c + p,
+                              sp.port_type_code);
+               });
+    front_loop("test_cvn_np_front_port_mapping_info", false,
+               [&](const Speed &sp, int c, int p, int code) {
+                   return Fmt("  %s subslot, front port (%d, %d) np, np_port, fpport, type "
+                              "(%d, %d, 0x%x, %d) = (%d, %d, 0x%x, %d) ok.",
+                              sp.word, 0, code, c / 2, np_port(sp, c, p), 16 * c + p,
+                              sp.port_type_code, c / 2, np_port(sp, c, p), 16 * c + p,
+                              sp.port_type_code);
+               });
+
+    header("test_cvn_np_info_num_local_ports");
+    for (const Speed &sp : kSpeeds) {
+        for (int n = 0; n < nps; ++n) {
+            int expected = 2 * static_cast<int>(sp.port_cage);
+            int got = per_cage_np_count ? static_cast<int>(sp.port_cage) : expected;
+            out.push_back(got != expected
+                              ? Fmt("  %s np %d num of ports %d != %d ERROR.", sp.word, n, got,
+                                    expected)
+                              : Fmt("  %s np %d num of ports %d = %d ok.", sp.word, n, got, got));
+        }
+    }
+    summary("test_cvn_np_info_num_local_ports", per_cage_np_count ? 3 * nps : 0);
+
+    auto np_walk = [&](const char *name, bool fplate) {
+        header(name);
+        for (const Speed &sp : kSpeeds) {
+            for (int n = 0; n < nps; ++n) {
+                for (int k = 0; k < 2; ++k) {
+                    for (int p = 0; p < static_cast<int>(sp.port_cage); ++p) {
+                        int c = 2 * n + k, q = np_port(sp, c, p), f = 16 * c + p;
+                        out.push_back(
+                            fplate ? Fmt("  %s np, cage, port (%d, %d, %d) face_port, type "
+                                         "(%d, %d) = (%d, %d) ok.",
+                                         sp.word, n, k, q, f, sp.port_type_code, f,
+                                         sp.port_type_code)
+                                   : Fmt("  %s np, cage, port (%d, %d, %d) front port %d = %d ok.",
+                                         sp.word, n, k, q, f, f));
+                    }
+                }
+            }
+        }
+        summary(name, 0);
+    };
+    np_walk("test_cvn_np_info_to_front_port", false);
+    np_walk("test_cvn_np_info_to_fplate_porttype", true);
+
+    auto first_port = [&](const char *name, bool fplate) {
+        header(name);
+        for (const Speed &sp : kSpeeds) {
+            for (int n = 0; n < nps; ++n) {
+                int f = 16 * (2 * n);
+                out.push_back(fplate ? Fmt("  %s np %d first face port, type (%d, %d) = "
+                                           "(%d, %d) ok.",
+                                           sp.word, n, f, sp.port_type_code, f, sp.port_type_code)
+                                     : Fmt("  %s np %d first front port 0x%x = 0x%x ok.", sp.word,
+                                           n, f, f));
+            }
+        }
+        summary(name, 0);
+    };
+    first_port("test_cvn_np_first_front_port_on_np", false);
+    first_port("test_cvn_np_first_fplate_porttype_on_np", true);
+
+    front_loop("test_cvn_faceplate_porttype_to_np", false, [&](const Speed &sp, int c, int, int code) {
+        return Fmt("  %s face port (%d, %d, 0x%x) np %d = %d ok.", sp.word, 0, c, code, c / 2,
+                   c / 2);
+    });
+    front_loop("test_cvn_faceplate_porttype_to_np_port", false,
+               [&](const Speed &sp, int c, int p, int code) {
+                   return Fmt("  %s face port (%d, %d, 0x%x) np port %d = %d ok.", sp.word, 0, c,
+                              code, np_port(sp, c, p), np_port(sp, c, p));
+               });
+    front_loop("test_cvn_faceplate_porttype_to_phys_port", false,
+               [&](const Speed &sp, int c, int p, int code) {
+                   return Fmt("  %s face port (%d, %d, 0x%x) front port 0x%x = 0x%x ok.", sp.word,
+                              0, c, code, 16 * c + p, 16 * c + p);
+               });
+    front_loop("test_cvn_faceplate_porttype_mapping_info", false,
+               [&](const Speed &sp, int c, int p, int code) {
+                   return Fmt("  %s face port (%d, %d, %d) np, np port, front port (%d, %d, 0x%x) "
+                              "= (%d, %d, 0x%x) ok.",
+                              sp.word, 0, c, code, c / 2, np_port(sp, c, p), 16 * c + p, c / 2,
+                              np_port(sp, c, p), 16 * c + p);
+               });
+
+    header("test_cvn_np_complex_to_subslot");
+    for (int n = 0; n < nps; ++n) out.push_back(Fmt("  np %d subslot %d = 0 ok.", n, 0));
+    summary("test_cvn_np_complex_to_subslot", 0);
+    header("test_cvn_np_complex_to_np");
+    for (int c = 0; c < nps; ++c) {
+        out.push_back(Fmt("  ingress np complex %d np %d = %d ok.", c, c, c));
+        out.push_back(Fmt("  egress np complex %d np %d = %d ok.", c, c, c));
+    }
+    summary("test_cvn_np_complex_to_np", 0);
+    not_implemented("test_cvn_np_set_if_subsys_type");
+    not_implemented("test_cvn_np_to_cpu_port_map");
+    out.push_back(Fmt("Completed nplib tests for card 0x%08x with %d error.", card,
+                      per_cage_np_count ? 3 * nps : 0));
+    out.push_back("");
+    return out;
+}
+
+TEST(SelftestCoverage, WholeReportLineByLine) {
+    Report r = Selftest({});
+    std::vector<std::string> expected =
+        ExpectedCard("Starting coverage test for FENNA(0x%08x).", 0x3D0267, 6, false);
+    std::vector<std::string> brisca =
+        ExpectedCard("Starting coverage test for BRISCA(0x%08x).", 0x3D0274, 8, true);
+    expected.insert(expected.end(), brisca.begin(), brisca.end());
+    ASSERT_EQ(r.lines.size(), expected.size());
+    for (size_t i = 0; i < expected.size(); ++i) {
+        if (expected[i].empty() && i > 0 &&
+            r.lines[i].rfind("test_cvn_np_lib_init ", 0) == 0) {
+            // An address line: its own test checks names, line numbers, digits.
+            EXPECT_NE(r.lines[i].find(" = 0x"), std::string::npos) << "line " << i + 1;
+            continue;
+        }
+        EXPECT_EQ(r.lines[i], expected[i]) << "line " << i + 1;
+    }
+    EXPECT_EQ(r.out.back(), '\n');
 }
 
 // ---- Set-up ---------------------------------------------------------------
