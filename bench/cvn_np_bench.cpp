@@ -39,9 +39,10 @@ extern "C" uint32_t __real_rva_ifsubsys_get_info(const ifsubsys_id *id, ifsubsys
 namespace {
 bool recording = false;
 std::vector<ifsubsys_id> recorded;
-}  // namespace
+} // namespace
 
-extern "C" uint32_t __wrap_rva_ifsubsys_get_info(const ifsubsys_id *id, ifsubsys_info *info) {
+extern "C" uint32_t __wrap_rva_ifsubsys_get_info(const ifsubsys_id *id, ifsubsys_info *info)
+{
     if (recording) [[unlikely]]
         recorded.push_back(*id);
     return __real_rva_ifsubsys_get_info(id, info);
@@ -56,7 +57,7 @@ using cvn_scenario::Scenario;
 struct Question {
     uint32_t a = 0, b = 0, c = 0;
     uint32_t key = 0;
-    std::vector<ifsubsys_id> queries;  // what the library asked, in order
+    std::vector<ifsubsys_id> queries; // what the library asked, in order
 };
 
 // An answer: the result and up to four outputs.
@@ -71,56 +72,71 @@ struct Answer {
 struct Kind {
     const char *name;
     uint32_t slot;
-    uint32_t outputs;  // how many of out[] the call writes
+    uint32_t outputs; // how many of out[] the call writes
     std::vector<Question> (*questions)(const Scenario &);
     uint64_t (*ask)(const Question &, uint32_t *out);
 };
 
-std::vector<Question> EachFront(const Scenario &s) {
+std::vector<Question> EachFront(const Scenario &s)
+{
     std::vector<Question> q;
-    for (const FrontFacts &x : s.facts) q.push_back({x.front, 0, 0, x.front, {}});
+    for (const FrontFacts &x : s.facts)
+        q.push_back({x.front, 0, 0, x.front, {}});
     return q;
 }
-std::vector<Question> EachNpPort(const Scenario &s) {
+std::vector<Question> EachNpPort(const Scenario &s)
+{
     std::vector<Question> q;
-    for (const FrontFacts &x : s.facts) q.push_back({x.np, x.np_port, 0, x.np * 256 + x.np_port, {}});
+    for (const FrontFacts &x : s.facts)
+        q.push_back({x.np, x.np_port, 0, x.np * 256 + x.np_port, {}});
     return q;
 }
-std::vector<Question> EachFaceplate(const Scenario &s) {
+std::vector<Question> EachFaceplate(const Scenario &s)
+{
     std::vector<Question> q;
     for (const FrontFacts &x : s.facts)
         q.push_back({x.port_type, x.fplate, 0, x.port_type * 256 + x.fplate, {}});
     return q;
 }
-std::vector<Question> EachNp(const Scenario &s) {
+std::vector<Question> EachNp(const Scenario &s)
+{
     std::vector<Question> q;
-    for (uint32_t np = 0; np < s.nps; ++np) q.push_back({np, 0, 0, np, {}});
+    for (uint32_t np = 0; np < s.nps; ++np)
+        q.push_back({np, 0, 0, np, {}});
     return q;
 }
 std::vector<Question> JustOne(const Scenario &) { return {Question{}}; }
-std::vector<Question> EachSubslot(const Scenario &s) {
+std::vector<Question> EachSubslot(const Scenario &s)
+{
     std::vector<Question> q;
-    for (uint32_t sub = 0; sub < s.subslots; ++sub) q.push_back({sub, 0, 0, sub, {}});
+    for (uint32_t sub = 0; sub < s.subslots; ++sub)
+        q.push_back({sub, 0, 0, sub, {}});
     return q;
 }
-std::vector<Question> EachPlugged(const Scenario &s) {
+std::vector<Question> EachPlugged(const Scenario &s)
+{
     std::vector<Question> q;
     for (const cvn_scenario::Plugged &p : s.plugged)
         if (p.ifsubsys != CVN_NP_SIM_ANY)
             q.push_back({p.subslot, p.ifsubsys, 0, p.subslot * 64 + p.ifsubsys, {}});
     return q;
 }
-std::vector<Question> EachFrontsCage(const Scenario &s) {
+std::vector<Question> EachFrontsCage(const Scenario &s)
+{
     std::vector<Question> q;
     for (const FrontFacts &x : s.facts)
         q.push_back({x.subslot, x.ifsubsys, x.ifsub_type, x.subslot * 64 + x.ifsubsys, {}});
     return q;
 }
-std::vector<Question> EachTuple(const Scenario &s) {
+std::vector<Question> EachTuple(const Scenario &s)
+{
     std::vector<Question> q;
     for (const FrontFacts &x : s.facts)
-        q.push_back({x.subslot_of, x.ifsubinst, x.ifsubinst_port,
-                     (x.subslot_of * 64 + x.ifsubinst) * 64 + x.ifsubinst_port, {}});
+        q.push_back({x.subslot_of,
+                     x.ifsubinst,
+                     x.ifsubinst_port,
+                     (x.subslot_of * 64 + x.ifsubinst) * 64 + x.ifsubinst_port,
+                     {}});
     return q;
 }
 
@@ -178,7 +194,8 @@ constexpr Kind kKinds[] = {
 };
 
 // The family's slot is filled (else the kind does not apply).
-bool SlotFilled(uint32_t slot) {
+bool SlotFilled(uint32_t slot)
+{
     const auto *slots = reinterpret_cast<void *const *>(card_np_api);
     static_assert(sizeof(cvn_np_api) == CVN_NP_API_SLOTS * sizeof(void *));
     return slot < CVN_NP_API_SLOTS && slots[slot] != nullptr;
@@ -189,18 +206,22 @@ struct Case {
     Scenario *scenario;
     const Kind *kind;
     std::vector<Question> questions;
-    std::vector<Answer> flat;  // by question key
+    std::vector<Answer> flat; // by question key
 };
 
 // Asks every question once, recording answers and queries; false when the
 // kind does not apply or two questions with one key disagree.
-bool Precompute(Case &c) {
+bool Precompute(Case &c)
+{
     cvn_scenario::Prepare(*c.scenario);
-    if (!SlotFilled(c.kind->slot)) return false;
+    if (!SlotFilled(c.kind->slot))
+        return false;
     c.questions = c.kind->questions(*c.scenario);
-    if (c.questions.empty()) return false;
+    if (c.questions.empty())
+        return false;
     uint32_t keys = 0;
-    for (const Question &q : c.questions) keys = std::max(keys, q.key + 1);
+    for (const Question &q : c.questions)
+        keys = std::max(keys, q.key + 1);
     c.flat.assign(keys, Answer{});
     std::vector<bool> seen(keys, false);
     for (Question &q : c.questions) {
@@ -223,7 +244,8 @@ bool Precompute(Case &c) {
 
 // The library's call is made directly (the kind is a template argument),
 // as a caller would write it.
-template <size_t K> void TimeLibrary(benchmark::State &state, Case *c) {
+template <size_t K> void TimeLibrary(benchmark::State &state, Case *c)
+{
     cvn_scenario::Prepare(*c->scenario);
     const std::vector<Question> &qs = c->questions;
     constexpr auto ask = kKinds[K].ask;
@@ -232,12 +254,14 @@ template <size_t K> void TimeLibrary(benchmark::State &state, Case *c) {
     for (auto _ : state) {
         benchmark::DoNotOptimize(ask(qs[i], out));
         benchmark::DoNotOptimize(out);
-        if (++i == qs.size()) i = 0;
+        if (++i == qs.size())
+            i = 0;
     }
 }
 
 // The same questions from the flat array, with the library's queries.
-template <size_t K> void TimeBaseline(benchmark::State &state, Case *c) {
+template <size_t K> void TimeBaseline(benchmark::State &state, Case *c)
+{
     cvn_scenario::Prepare(*c->scenario);
     const std::vector<Question> &qs = c->questions;
     const Answer *flat = c->flat.data();
@@ -253,10 +277,12 @@ template <size_t K> void TimeBaseline(benchmark::State &state, Case *c) {
             benchmark::DoNotOptimize(info);
         }
         const Answer &a = flat[q.key];
-        for (uint32_t k = 0; k < outputs; ++k) out[k] = a.out[k];
+        for (uint32_t k = 0; k < outputs; ++k)
+            out[k] = a.out[k];
         benchmark::DoNotOptimize(a.result | status);
         benchmark::DoNotOptimize(out);
-        if (++i == qs.size()) i = 0;
+        if (++i == qs.size())
+            i = 0;
     }
 }
 
@@ -266,7 +292,8 @@ struct Timers {
     Timer library, baseline;
 };
 template <size_t... K>
-constexpr std::array<Timers, sizeof...(K)> TimersOf(std::index_sequence<K...>) {
+constexpr std::array<Timers, sizeof...(K)> TimersOf(std::index_sequence<K...>)
+{
     return {Timers{TimeLibrary<K>, TimeBaseline<K>}...};
 }
 constexpr auto kTimers = TimersOf(std::make_index_sequence<std::size(kKinds)>());
@@ -275,7 +302,8 @@ constexpr auto kTimers = TimersOf(std::make_index_sequence<std::size(kKinds)>())
 // table printed at the end.
 class TableReporter : public benchmark::ConsoleReporter {
   public:
-    void ReportRuns(const std::vector<Run> &runs) override {
+    void ReportRuns(const std::vector<Run> &runs) override
+    {
         std::vector<Run> shown;
         for (const Run &r : runs) {
             if (r.run_type == Run::RT_Iteration)
@@ -283,20 +311,23 @@ class TableReporter : public benchmark::ConsoleReporter {
             else if (r.aggregate_name == "median")
                 shown.push_back(r);
         }
-        if (!shown.empty()) ConsoleReporter::ReportRuns(shown);
+        if (!shown.empty())
+            ConsoleReporter::ReportRuns(shown);
     }
 
-    void Finalize() override {
+    void Finalize() override
+    {
         ConsoleReporter::Finalize();
-        std::printf("\n%-14s %-18s %5s %10s %10s %7s %8s\n", "family", "lookup", "slot",
-                    "lib ns", "base ns", "ratio", "spread");
+        std::printf("\n%-14s %-18s %5s %10s %10s %7s %8s\n", "family", "lookup", "slot", "lib ns",
+                    "base ns", "ratio", "spread");
         int above = 0, rows = 0;
         double worst = 0;
         for (const auto &[family, kind, slot] : rows_) {
             const std::string stem = family + "/" + kind;
             const std::vector<double> &lib = times_[stem + "/lib"];
             const std::vector<double> &base = times_[stem + "/base"];
-            if (lib.empty() || base.empty()) continue;
+            if (lib.empty() || base.empty())
+                continue;
             const double l = Median(lib), b = Median(base), ratio = l / b;
             const double spread = std::max(Spread(lib), Spread(base));
             std::printf("%-14s %-18s %5u %10.1f %10.1f %6.2fx %7.0f%%%s\n", family.c_str(),
@@ -311,20 +342,24 @@ class TableReporter : public benchmark::ConsoleReporter {
                     "distance of a repetition from its median)\n");
     }
 
-    void AddRow(const std::string &family, const std::string &kind, uint32_t slot) {
+    void AddRow(const std::string &family, const std::string &kind, uint32_t slot)
+    {
         rows_.push_back({family, kind, slot});
     }
 
   private:
-    static double Median(std::vector<double> v) {
+    static double Median(std::vector<double> v)
+    {
         std::sort(v.begin(), v.end());
         const size_t n = v.size();
         return n % 2 ? v[n / 2] : (v[n / 2 - 1] + v[n / 2]) / 2;
     }
-    static double Spread(const std::vector<double> &v) {
+    static double Spread(const std::vector<double> &v)
+    {
         const double m = Median(v);
         double worst = 0;
-        for (double x : v) worst = std::max(worst, std::abs(x - m) / m);
+        for (double x : v)
+            worst = std::max(worst, std::abs(x - m) / m);
         return worst;
     }
 
@@ -336,11 +371,13 @@ class TableReporter : public benchmark::ConsoleReporter {
     std::map<std::string, std::vector<double>> times_;
 };
 
-}  // namespace
+} // namespace
 
-int main(int argc, char **argv) {
+int main(int argc, char **argv)
+{
     benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 1;
 
     static std::vector<Scenario> scenarios = cvn_scenario::AllScenarios();
     std::vector<std::unique_ptr<Case>> cases;

@@ -17,6 +17,7 @@ fi
 if [ "${CVN_NP_NEED_STATIC_CHECKS:-0}" = 1 ]; then
     command -v clang-tidy >/dev/null || need+=(clang-tidy)
     command -v cppcheck >/dev/null || need+=(cppcheck)
+    command -v clang-format >/dev/null || need+=(clang-format)
 fi
 # The port-map tool's picture test renders its SVG in headless Chromium.
 if [ "${CVN_NP_NEED_CHROMIUM:-0}" = 1 ]; then

@@ -23,7 +23,7 @@ namespace cvn_scenario {
 // One answer of the platform's query: (subslot, ifsubsys) reports type.
 struct Plugged {
     uint32_t subslot;
-    uint32_t ifsubsys;  // a cage, an instance, or CVN_NP_SIM_ANY
+    uint32_t ifsubsys; // a cage, an instance, or CVN_NP_SIM_ANY
     uint32_t type;
 };
 
@@ -31,10 +31,10 @@ struct Plugged {
 struct FrontFacts {
     uint32_t front;
     uint32_t np, np_port, fplate, port_type;
-    uint32_t subslot, ifsubsys, ifsub_type;  // slot 37
-    uint32_t port;                           // slot 33
-    uint32_t ifsubinst, ifsubinst_port;      // slots 34, 35
-    uint32_t subslot_of, subslot_port;       // slots 31, 32
+    uint32_t subslot, ifsubsys, ifsub_type; // slot 37
+    uint32_t port;                          // slot 33
+    uint32_t ifsubinst, ifsubinst_port;     // slots 34, 35
+    uint32_t subslot_of, subslot_port;      // slots 31, 32
 };
 
 // What the family's own slots 8 and 19 pass to slots 39 and 43 as the port.
@@ -53,32 +53,40 @@ struct Scenario {
     uint32_t subslots = 0;
 };
 
-inline std::vector<uint32_t> CageFronts(uint32_t cages, uint32_t ports_per_cage) {
+inline std::vector<uint32_t> CageFronts(uint32_t cages, uint32_t ports_per_cage)
+{
     std::vector<uint32_t> out;
     for (uint32_t c = 0; c < cages; ++c)
-        for (uint32_t p = 0; p < ports_per_cage; ++p) out.push_back(16 * c + p);
+        for (uint32_t p = 0; p < ports_per_cage; ++p)
+            out.push_back(16 * c + p);
     return out;
 }
 
-inline std::vector<Plugged> EveryCage(uint32_t cages, uint32_t type) {
+inline std::vector<Plugged> EveryCage(uint32_t cages, uint32_t type)
+{
     std::vector<Plugged> out;
-    for (uint32_t c = 0; c < cages; ++c) out.push_back({0, c, type});
+    for (uint32_t c = 0; c < cages; ++c)
+        out.push_back({0, c, type});
     return out;
 }
 
-inline std::vector<uint32_t> Range(uint32_t first, uint32_t count) {
+inline std::vector<uint32_t> Range(uint32_t first, uint32_t count)
+{
     std::vector<uint32_t> out;
-    for (uint32_t k = 0; k < count; ++k) out.push_back(first + k);
+    for (uint32_t k = 0; k < count; ++k)
+        out.push_back(first + k);
     return out;
 }
 
-inline std::vector<uint32_t> operator+(std::vector<uint32_t> a, const std::vector<uint32_t> &b) {
+inline std::vector<uint32_t> operator+(std::vector<uint32_t> a, const std::vector<uint32_t> &b)
+{
     a.insert(a.end(), b.begin(), b.end());
     return a;
 }
 
 // The eight families, each on a card with every cage or subslot filled.
-inline std::vector<Scenario> AllScenarios() {
+inline std::vector<Scenario> AllScenarios()
+{
     constexpr uint32_t any = CVN_NP_SIM_ANY;
     constexpr uint32_t k10 = CVN_NP_IFSUB_TYPE_10GE, k100 = CVN_NP_IFSUB_TYPE_100GE;
     constexpr uint32_t tv_8x10 = CVN_NP_IFSUB_TYPE_TV_8X10GE, tv_split = CVN_NP_IFSUB_TYPE_TV_SPLIT;
@@ -86,34 +94,63 @@ inline std::vector<Scenario> AllScenarios() {
         {"brisca", 0x3D0274, EveryCage(8, k10), CageFronts(8, 10), AuxPort::cage_port, {}, 0, 0},
         {"brisca_4p", 0x3D0278, EveryCage(4, k10), CageFronts(4, 10), AuxPort::cage_port, {}, 0, 0},
         {"fenna", 0x3D0267, EveryCage(6, k10), CageFronts(6, 10), AuxPort::cage_port, {}, 0, 0},
-        {"dornik", 0x3D02C3, EveryCage(12, CVN_NP_IFSUB_TYPE_DORNIK_100GE), CageFronts(12, 1),
-         AuxPort::cage_port, {}, 0, 0},
-        {"maruta", 0x3D02C1,
+        {"dornik",
+         0x3D02C3,
+         EveryCage(12, CVN_NP_IFSUB_TYPE_DORNIK_100GE),
+         CageFronts(12, 1),
+         AuxPort::cage_port,
+         {},
+         0,
+         0},
+        {"maruta",
+         0x3D02C1,
          {{0, 0, CVN_NP_IFSUB_TYPE_MARUTA_100GE},
           {0, 1, CVN_NP_IFSUB_TYPE_MARUTA_10GE},
           {0, 2, CVN_NP_IFSUB_TYPE_MARUTA_100GE},
           {0, 3, CVN_NP_IFSUB_TYPE_MARUTA_10GE}},
-         Range(0, 1) + Range(16, 10) + Range(32, 1) + Range(48, 10), AuxPort::instance_port, {}, 0, 0},
-        {"quellon", 0x3D02C7, EveryCage(12, CVN_NP_IFSUB_TYPE_QUELLON_10GE), Range(0, 48),
-         AuxPort::cage_port, {}, 0, 0},
+         Range(0, 1) + Range(16, 10) + Range(32, 1) + Range(48, 10),
+         AuxPort::instance_port,
+         {},
+         0,
+         0},
+        {"quellon",
+         0x3D02C7,
+         EveryCage(12, CVN_NP_IFSUB_TYPE_QUELLON_10GE),
+         Range(0, 48),
+         AuxPort::cage_port,
+         {},
+         0,
+         0},
         // Subslot 0 a plain 8x10GE EP, subslot 1 split: a 100GE and a 10GE
         // instance.
-        {"tolvar_2slice", 0x3D0296,
+        {"tolvar_2slice",
+         0x3D0296,
          {{0, any, tv_8x10}, {0, 0, tv_8x10}, {1, any, tv_split}, {1, 0, k100}, {1, 1, k10}},
-         Range(0, 8) + Range(64, 1) + Range(80, 10), AuxPort::front, {}, 0, 0},
+         Range(0, 8) + Range(64, 1) + Range(80, 10),
+         AuxPort::front,
+         {},
+         0,
+         0},
         // Bay 0 split into two 10GE instances, bay 1 a plain 8x10GE EP.
-        {"tolvar_1slice", 0x3D028C,
+        {"tolvar_1slice",
+         0x3D028C,
          {{0, any, tv_split}, {0, 0, k10}, {0, 1, k10}, {1, any, tv_8x10}, {1, 0, tv_8x10}},
-         Range(0, 10) + Range(16, 10) + Range(64, 8), AuxPort::front, {}, 0, 0},
+         Range(0, 10) + Range(16, 10) + Range(64, 8),
+         AuxPort::front,
+         {},
+         0,
+         0},
     };
 }
 
 // Selects the scenario's card, scripts the substitute and derives the
 // facts of every front port.  Not to run beside Sweep().
-inline void Prepare(Scenario &s) {
+inline void Prepare(Scenario &s)
+{
     cvn_np_sim_reset();
     cvn_np_sim_set_card_type(s.card_type);
-    for (const Plugged &p : s.plugged) cvn_np_sim_set_ifsubsys(p.subslot, p.ifsubsys, p.type);
+    for (const Plugged &p : s.plugged)
+        cvn_np_sim_set_ifsubsys(p.subslot, p.ifsubsys, p.type);
     cardtype = s.card_type;
     cvn_np_lib_init(s.card_type);
     s.nps = cvn_np_how_many();
@@ -137,19 +174,23 @@ inline void Prepare(Scenario &s) {
 // that it takes; `sink(value)` receives each answer and each output in a
 // fixed order (pointers as their address).  Outputs start from a marker so
 // that an output left unwritten is an answer as well.
-template <class Sink> void Sweep(const Scenario &s, Sink &&sink) {
+template <class Sink> void Sweep(const Scenario &s, Sink &&sink)
+{
     constexpr uint32_t marker = 0xA5A5A5A5u;
     auto ptr = [&sink](const void *p) { sink(reinterpret_cast<uintptr_t>(p)); };
     auto list = [&ptr, &sink](const port_info *p) {
         ptr(p);
-        if (p != nullptr) sink(uint64_t{p->num_ports} << 32 | p->port_type);
+        if (p != nullptr)
+            sink(uint64_t{p->num_ports} << 32 | p->port_type);
     };
     uint32_t o[4];
     auto fresh = [&o] {
-        for (uint32_t &x : o) x = marker;
+        for (uint32_t &x : o)
+            x = marker;
     };
     auto outputs = [&o, &sink] {
-        for (uint32_t x : o) sink(x);
+        for (uint32_t x : o)
+            sink(x);
     };
 
     ptr(cvn_np_version_get());
@@ -165,7 +206,8 @@ template <class Sink> void Sweep(const Scenario &s, Sink &&sink) {
         outputs();
     }
     for (const Plugged &p : s.plugged) {
-        if (p.ifsubsys == CVN_NP_SIM_ANY) continue;
+        if (p.ifsubsys == CVN_NP_SIM_ANY)
+            continue;
         list(cvn_np_port_info_from_subslot_ifsubinst(static_cast<uint16_t>(p.subslot),
                                                      static_cast<uint16_t>(p.ifsubsys)));
     }
@@ -179,7 +221,7 @@ template <class Sink> void Sweep(const Scenario &s, Sink &&sink) {
         outputs();
         sink(cvn_np_complex_to_subslot(n8));
         fresh();
-        sink(cvn_np_complex_to_subslot_list(n8, &o[0], o + 1));  // room for two subslots
+        sink(cvn_np_complex_to_subslot_list(n8, &o[0], o + 1)); // room for two subslots
         outputs();
         sink(cvn_np_complex_to_np(n8, 0));
         sink(cvn_np_complex_to_np(n8, 1));
@@ -257,6 +299,6 @@ template <class Sink> void Sweep(const Scenario &s, Sink &&sink) {
     outputs();
 }
 
-}  // namespace cvn_scenario
+} // namespace cvn_scenario
 
-#endif  // CVN_NP_FAMILY_SCENARIOS_H
+#endif // CVN_NP_FAMILY_SCENARIOS_H

@@ -13,19 +13,26 @@ constexpr uint32_t kNps = 4;
 std::string Report(const char *condition) { return ReportLine("cvn_np_lib_brisca.cpp", condition); }
 
 // brisca knows the alternative 40GE module too: 40GE tables, one port counted.
-std::vector<Speed> BriscaSpeeds() {
+std::vector<Speed> BriscaSpeeds()
+{
     auto speeds = Speeds();
     speeds.push_back({"40GE alt", k40GAlt, CVN_NP_PORT_TYPE_40GE, 2, 99, 96});
     return speeds;
 }
 
-uint32_t PortsCountedPerCage(uint32_t ifsub_type) {
+uint32_t PortsCountedPerCage(uint32_t ifsub_type)
+{
     switch (ifsub_type) {
-        case k100G: return 1;
-        case k40G: return 2;
-        case k40GAlt: return 1;
-        case k10G: return 10;
-        default: return 0;
+    case k100G:
+        return 1;
+    case k40G:
+        return 2;
+    case k40GAlt:
+        return 1;
+    case k10G:
+        return 10;
+    default:
+        return 0;
     }
 }
 
@@ -34,7 +41,8 @@ class BriscaTest : public LibTest {
     BriscaTest() : LibTest(0x3D0274) {}
 };
 
-TEST_F(BriscaTest, CardSummaryDescribesEightCagesOnFourNps) {
+TEST_F(BriscaTest, CardSummaryDescribesEightCagesOnFourNps)
+{
     const card_version *v = cvn_np_version_get();
     ASSERT_EQ(v, &brisca_card_version);
     EXPECT_EQ(v->ver_major, 5);
@@ -51,7 +59,8 @@ TEST_F(BriscaTest, CardSummaryDescribesEightCagesOnFourNps) {
     EXPECT_DEATH(cvn_np_port_info_subslot(1), Report("subslot < brisca_card_np_info->num_subslot"));
 }
 
-TEST_F(BriscaTest, CardPortInfoIsThatOfTheFirstCageHoldingAModule) {
+TEST_F(BriscaTest, CardPortInfoIsThatOfTheFirstCageHoldingAModule)
+{
     EXPECT_EQ(cvn_np_port_info_get(), brisca_dummy_port_info);
     EXPECT_EQ(cvn_np_sim_ifsubsys_queries(), kCages);
 
@@ -59,20 +68,21 @@ TEST_F(BriscaTest, CardPortInfoIsThatOfTheFirstCageHoldingAModule) {
     Plug(3, k10G);
     Plug(6, k100G);
     EXPECT_EQ(ListOf(cvn_np_port_info_get()), (List{{10, CVN_NP_PORT_TYPE_10GE}}));
-    EXPECT_EQ(cvn_np_sim_ifsubsys_queries(), 4u);  // cages 0..3, then stop
+    EXPECT_EQ(cvn_np_sim_ifsubsys_queries(), 4u); // cages 0..3, then stop
 
     cvn_np_sim_reset();
     Plug(0, k40GAlt);
     Plug(1, k10G);
     EXPECT_EQ(ListOf(cvn_np_port_info_get()), (List{{2, CVN_NP_PORT_TYPE_40GE}}));
 
-    cvn_np_sim_reset();  // a failed query counts as an empty cage
+    cvn_np_sim_reset(); // a failed query counts as an empty cage
     Plug(0, kFails);
     Plug(5, k100G);
     EXPECT_EQ(ListOf(cvn_np_port_info_get()), (List{{1, CVN_NP_PORT_TYPE_100GE}}));
 }
 
-TEST_F(BriscaTest, CagePortInfoFollowsTheReportedModule) {
+TEST_F(BriscaTest, CagePortInfoFollowsTheReportedModule)
+{
     const std::vector<std::pair<uint32_t, List>> cases = {
         {k100G, {{1, CVN_NP_PORT_TYPE_100GE}}},
         {k40G, {{2, CVN_NP_PORT_TYPE_40GE}}},
@@ -103,7 +113,8 @@ TEST_F(BriscaTest, CagePortInfoFollowsTheReportedModule) {
                  Report("ifsubsys_num < brisca_card_np_info->num_cage"));
 }
 
-TEST_F(BriscaTest, ExportedTablesRunCageByCageWithParityNpPorts) {
+TEST_F(BriscaTest, ExportedTablesRunCageByCageWithParityNpPorts)
+{
     const port_mapping_entry *const mapping[3] = {cvn_np_port_mapping_brisca_100g,
                                                   cvn_np_port_mapping_brisca_40g,
                                                   cvn_np_port_mapping_brisca_10g};
@@ -113,11 +124,13 @@ TEST_F(BriscaTest, ExportedTablesRunCageByCageWithParityNpPorts) {
     ExpectExportedTablesFollowWiring(kCages, mapping, index);
 }
 
-TEST_F(BriscaTest, FrontPortMapsToCageNpAndParityNpPort) {
+TEST_F(BriscaTest, FrontPortMapsToCageNpAndParityNpPort)
+{
     ExpectFrontPortsFollowWiring(kCages, BriscaSpeeds());
 }
 
-TEST_F(BriscaTest, ModulePluggedBetweenCallsChangesTheAnswer) {
+TEST_F(BriscaTest, ModulePluggedBetweenCallsChangesTheAnswer)
+{
     Plug(0, k10G);
     EXPECT_EQ(cvn_np_front_port_to_np_port(0x00), 204u);
     Plug(0, k100G);
@@ -125,7 +138,8 @@ TEST_F(BriscaTest, ModulePluggedBetweenCallsChangesTheAnswer) {
     EXPECT_EQ(cvn_np_front_port_to_port_type(0x00), CVN_NP_PORT_TYPE_100GE);
 }
 
-TEST_F(BriscaTest, FrontPortWithoutAPortOfTheModuleFailsItsSpeedIndex) {
+TEST_F(BriscaTest, FrontPortWithoutAPortOfTheModuleFailsItsSpeedIndex)
+{
     Plug(0, k10G);
     Plug(1, k40G);
     Plug(2, k40GAlt);
@@ -142,8 +156,9 @@ TEST_F(BriscaTest, FrontPortWithoutAPortOfTheModuleFailsItsSpeedIndex) {
                  Report("cage_id.ifsubsys < brisca_card_np_info->num_cage"));
 }
 
-TEST_F(BriscaTest, EmptyOrUnansweredCageEndsSingleAnswersButFailedQueryIsPassedBack) {
-    Plug(5, 0x10004);  // a module type brisca has no tables for
+TEST_F(BriscaTest, EmptyOrUnansweredCageEndsSingleAnswersButFailedQueryIsPassedBack)
+{
+    Plug(5, 0x10004); // a module type brisca has no tables for
     Plug(6, kFails);
     for (uint32_t f : {0x40u, 0x50u, 0x60u}) {
         SCOPED_TRACE(testing::Message() << "front 0x" << std::hex << f);
@@ -160,7 +175,8 @@ TEST_F(BriscaTest, EmptyOrUnansweredCageEndsSingleAnswersButFailedQueryIsPassedB
     EXPECT_EQ(out, Untouched());
 }
 
-TEST_F(BriscaTest, FaceplatePortWithoutAnOutputIsRejectedBeforeAsking) {
+TEST_F(BriscaTest, FaceplatePortWithoutAnOutputIsRejectedBeforeAsking)
+{
     Plug(0, k10G);
     uint32_t out = kSentinel;
     EXPECT_EQ(cvn_np_front_port_to_face_plate_port(0x01, nullptr, &out), kInvalid);
@@ -169,14 +185,15 @@ TEST_F(BriscaTest, FaceplatePortWithoutAnOutputIsRejectedBeforeAsking) {
     EXPECT_EQ(cvn_np_sim_ifsubsys_queries(), 0u);
 }
 
-TEST_F(BriscaTest, LocalPortCountAddsThePortsOfEachPopulatedCageOfTheNp) {
+TEST_F(BriscaTest, LocalPortCountAddsThePortsOfEachPopulatedCageOfTheNp)
+{
     const std::vector<std::pair<uint32_t, uint32_t>> cages = {
         {k10G, k10G},   {k10G, k40GAlt}, {kNone, kNone},     {k100G, k40G},
         {kFails, k10G}, {k40G, kFails},  {k40GAlt, k40GAlt}, {kNone, k100G},
     };
     for (uint32_t n = 0; n < kNps; ++n) {
         for (const auto &[even, odd] : cages) {
-            PlugNp(kCages, k10G, n, even, odd);  // the other NPs' cages must not count
+            PlugNp(kCages, k10G, n, even, odd); // the other NPs' cages must not count
             SCOPED_TRACE(testing::Message() << "np " << n << std::hex << " " << even << " " << odd);
             EXPECT_EQ(cvn_np_info_num_local_ports(n),
                       PortsCountedPerCage(even) + PortsCountedPerCage(odd));
@@ -187,7 +204,8 @@ TEST_F(BriscaTest, LocalPortCountAddsThePortsOfEachPopulatedCageOfTheNp) {
     EXPECT_DEATH(cvn_np_info_num_local_ports(kNps), Report("np_id < cvn_np_how_many()"));
 }
 
-TEST_F(BriscaTest, LocalPortCountOfATypeIsPerCage) {
+TEST_F(BriscaTest, LocalPortCountOfATypeIsPerCage)
+{
     for (uint32_t n = 0; n < kNps; ++n) {
         for (uint32_t type : {k100G, k40G, k40GAlt, k10G}) {
             EXPECT_EQ(aux_cvn_np_info_num_local_ports(0, n, type), PortsCountedPerCage(type));
@@ -200,11 +218,13 @@ TEST_F(BriscaTest, LocalPortCountOfATypeIsPerCage) {
     EXPECT_DEATH(aux_cvn_np_info_num_local_ports(0, 0, kNone), Report("0"));
 }
 
-TEST_F(BriscaTest, NpLocalAndFaceplatePortsMapFromTablesAlone) {
+TEST_F(BriscaTest, NpLocalAndFaceplatePortsMapFromTablesAlone)
+{
     ExpectNpAndFaceplatePortsFollowWiring(kCages);
 }
 
-TEST_F(BriscaTest, NpLocalPortWithoutAnEntryLeavesOutputsAlone) {
+TEST_F(BriscaTest, NpLocalPortWithoutAnEntryLeavesOutputsAlone)
+{
     // 100 and below look in 40GE, 101..191 in 100GE, 192 and up in 10GE
     for (auto [n, npp] : {std::pair{2u, 150u},
                           {0u, 98u},
@@ -226,7 +246,8 @@ TEST_F(BriscaTest, NpLocalPortWithoutAnEntryLeavesOutputsAlone) {
     EXPECT_EQ(out, Untouched());
 }
 
-TEST_F(BriscaTest, NpLocalPortSearchOfAKnownType) {
+TEST_F(BriscaTest, NpLocalPortSearchOfAKnownType)
+{
     for (uint32_t type : {k40G, k40GAlt}) {
         Quad out = Untouched();
         aux_cvn_np_info_to_mapping_info(2, 97, type, &out[0], &out[1], &out[2]);
@@ -242,7 +263,8 @@ TEST_F(BriscaTest, NpLocalPortSearchOfAKnownType) {
     ExpectNpPortSearchStopsAtFirstMatchWithinCount(&aux_np_port_to_mapping_info);
 }
 
-TEST_F(BriscaTest, FirstPortOfNpIsTheFirstEntryOfItsFirstPopulatedCageType) {
+TEST_F(BriscaTest, FirstPortOfNpIsTheFirstEntryOfItsFirstPopulatedCageType)
+{
     struct Case {
         uint32_t even, odd, result, port_type;
     };
@@ -277,7 +299,8 @@ TEST_F(BriscaTest, FirstPortOfNpIsTheFirstEntryOfItsFirstPopulatedCageType) {
                  Report("np_id < cvn_np_how_many()"));
 }
 
-TEST_F(BriscaTest, FirstPortOfNpForAType) {
+TEST_F(BriscaTest, FirstPortOfNpForAType)
+{
     for (uint32_t n = 0; n < kNps; ++n) {
         for (const Speed &s : BriscaSpeeds()) {
             Quad out = Untouched();
@@ -293,7 +316,8 @@ TEST_F(BriscaTest, FirstPortOfNpForAType) {
     EXPECT_EQ(out, Untouched());
 }
 
-TEST_F(BriscaTest, FaceplatePortChecksCageThenTypeThenIndex) {
+TEST_F(BriscaTest, FaceplatePortChecksCageThenTypeThenIndex)
+{
     EXPECT_DEATH(cvn_faceplate_porttype_to_np(CVN_NP_PORT_TYPE_40GE, 0x52),
                  Report("index < brisca_card_np_info->port_subslot_40g"));
     EXPECT_DEATH(cvn_faceplate_porttype_to_np_port(CVN_NP_PORT_TYPE_10GE, 0x7A),
@@ -312,10 +336,11 @@ TEST_F(BriscaTest, FaceplatePortChecksCageThenTypeThenIndex) {
                  Report("ifsubsys_num < brisca_card_np_info->num_cage"));
 }
 
-TEST_F(BriscaTest, MappingOfAFrontPortOfAKnownType) {
+TEST_F(BriscaTest, MappingOfAFrontPortOfAKnownType)
+{
     Quad out = Untouched();
     aux_cvn_np_front_port_to_mapping_info(3, 0x135, k10G, &out[0], &out[1], &out[2], &out[3]);
-    EXPECT_EQ(out, (Quad{1, 197, 0x35, CVN_NP_PORT_TYPE_10GE}));  // low 8 bits at 10GE
+    EXPECT_EQ(out, (Quad{1, 197, 0x35, CVN_NP_PORT_TYPE_10GE})); // low 8 bits at 10GE
     out = Untouched();
     aux_cvn_np_front_port_to_mapping_info(6, 0x61, k40GAlt, nullptr, &out[1], nullptr, nullptr);
     EXPECT_EQ(out, (Quad{kSentinel, 100, kSentinel, kSentinel}));
@@ -334,7 +359,8 @@ TEST_F(BriscaTest, MappingOfAFrontPortOfAKnownType) {
         Report("ifsubsys_num < brisca_card_np_info->num_cage"));
 }
 
-TEST_F(BriscaTest, CageQueryAsksThePlatformForSubslotZeroAndTheCage) {
+TEST_F(BriscaTest, CageQueryAsksThePlatformForSubslotZeroAndTheCage)
+{
     for (uint32_t c = 0; c < kCages; ++c) {
         Plug(c, k10G + (c % 3));
         ASSERT_EQ(cvn_np_sim_set_ifsubsys(1, c, k100G), 0);
@@ -354,7 +380,8 @@ TEST_F(BriscaTest, CageQueryAsksThePlatformForSubslotZeroAndTheCage) {
                  Report("cage_id.ifsubsys < brisca_card_np_info->num_cage"));
 }
 
-TEST_F(BriscaTest, ComplexesAndSubslots) {
+TEST_F(BriscaTest, ComplexesAndSubslots)
+{
     for (uint32_t n = 0; n < kNps; ++n) {
         EXPECT_EQ(cvn_np_complex_to_subslot(n), 0u);
         EXPECT_EQ(cvn_np_complex_to_np(n, 0), n);
@@ -380,7 +407,8 @@ TEST_F(BriscaTest, ComplexesAndSubslots) {
     EXPECT_DEATH(cvn_np_complex_to_np(kNps, 0), Report("np_complex < cvn_np_how_many()"));
 }
 
-TEST_F(BriscaTest, FrontPortEncodingKeepsCageAndPortNibbles) {
+TEST_F(BriscaTest, FrontPortEncodingKeepsCageAndPortNibbles)
+{
     EXPECT_EQ(cvn_np_lib_set_subslot_phy_port(3, 0x135), 0x35u);
     EXPECT_EQ(cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port(2, 3, 5), 0x35u);
     EXPECT_EQ(cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port(0, 3, 21), 0x35u);
@@ -401,7 +429,8 @@ TEST_F(BriscaTest, FrontPortEncodingKeepsCageAndPortNibbles) {
     }
 }
 
-TEST_F(BriscaTest, FrontPortCageDecodeReportsCagesBeyondTheCard) {
+TEST_F(BriscaTest, FrontPortCageDecodeReportsCagesBeyondTheCard)
+{
     uint32_t cage = kSentinel;
     EXPECT_EQ(aux_cvn_np_front_port_to_ifsubinst(0x7A, &cage), 0u);
     EXPECT_EQ(cage, 7u);
@@ -412,4 +441,4 @@ TEST_F(BriscaTest, FrontPortCageDecodeReportsCagesBeyondTheCard) {
     EXPECT_EQ(aux_cvn_np_front_port_to_ifsubinst(0x00, nullptr), CVN_NP_EINVAL);
 }
 
-}  // namespace
+} // namespace

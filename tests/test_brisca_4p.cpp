@@ -12,25 +12,33 @@ using namespace cvn_test;
 constexpr uint32_t kCages = 4;
 constexpr uint32_t kNps = 4;
 
-std::string Report(const char *condition) {
+std::string Report(const char *condition)
+{
     return ReportLine("cvn_np_lib_brisca_4p.cpp", condition);
 }
 
 // Every module brisca_4p takes; each cage uses the even-cage NP-local ports.
-std::vector<Speed> Modules() {
+std::vector<Speed> Modules()
+{
     auto speeds = Speeds();
     speeds.push_back({"40GE alt", k40GAlt, CVN_NP_PORT_TYPE_40GE, 2, 99, 96});
     return speeds;
 }
 uint32_t NpPortOf(const Speed &s, uint32_t port) { return s.even_base + port; }
 
-uint32_t PortsCountedPerCage(uint32_t ifsub_type) {
+uint32_t PortsCountedPerCage(uint32_t ifsub_type)
+{
     switch (ifsub_type) {
-        case k100G: return 1;
-        case k40G: return 2;
-        case k40GAlt: return 1;
-        case k10G: return 10;
-        default: return 0;
+    case k100G:
+        return 1;
+    case k40G:
+        return 2;
+    case k40GAlt:
+        return 1;
+    case k10G:
+        return 10;
+    default:
+        return 0;
     }
 }
 
@@ -39,14 +47,17 @@ class Brisca4pTest : public LibTest {
     Brisca4pTest() : LibTest(0x3D0278) {}
 };
 
-TEST_F(Brisca4pTest, EveryCardTypeOfTheFamilySelectsTheFourCageCard) {
+TEST_F(Brisca4pTest, EveryCardTypeOfTheFamilySelectsTheFourCageCard)
+{
     std::vector<uint32_t> types;
-    for (uint32_t t = 0x3D0278; t <= 0x3D0281; ++t) types.push_back(t);
-    for (uint32_t t = 0x3D02B4; t <= 0x3D02BD; ++t) types.push_back(t);
+    for (uint32_t t = 0x3D0278; t <= 0x3D0281; ++t)
+        types.push_back(t);
+    for (uint32_t t = 0x3D02B4; t <= 0x3D02BD; ++t)
+        types.push_back(t);
     ASSERT_EQ(types.size(), 20u);
     for (uint32_t t : types) {
         SCOPED_TRACE(testing::Message() << "card 0x" << std::hex << t);
-        ASSERT_EQ(cvn_np_lib_init(0x3D0274), 0u);  // brisca between the runs
+        ASSERT_EQ(cvn_np_lib_init(0x3D0274), 0u); // brisca between the runs
         ASSERT_EQ(cvn_np_lib_init(t), 0u);
         EXPECT_EQ(card_np_api, &cvn_np_api_brisca_4p);
         EXPECT_EQ(cvn_np_subslot_info_get()->max_of_ifsubsys_per_subslot, kCages);
@@ -58,10 +69,12 @@ TEST_F(Brisca4pTest, EveryCardTypeOfTheFamilySelectsTheFourCageCard) {
     std::array<void (*)(), CVN_NP_API_SLOTS> slots{};
     static_assert(sizeof(slots) == sizeof(cvn_np_api));
     std::memcpy(slots.data(), &cvn_np_api_brisca_4p, sizeof(slots));
-    for (size_t i = 0; i < slots.size(); ++i) EXPECT_NE(slots[i], nullptr) << "slot " << i;
+    for (size_t i = 0; i < slots.size(); ++i)
+        EXPECT_NE(slots[i], nullptr) << "slot " << i;
 }
 
-TEST_F(Brisca4pTest, CardSummaryDescribesFourCagesOnFourNps) {
+TEST_F(Brisca4pTest, CardSummaryDescribesFourCagesOnFourNps)
+{
     const card_version *v = cvn_np_version_get();
     ASSERT_EQ(v, &brisca_4p_card_version);
     EXPECT_EQ((Quad{v->ver_major, v->ver_minor, cvn_max_mtu(), cvn_np_how_many()}),
@@ -77,7 +90,8 @@ TEST_F(Brisca4pTest, CardSummaryDescribesFourCagesOnFourNps) {
                  Report("subslot < brisca_4p_card_np_info->num_subslot"));
 }
 
-TEST_F(Brisca4pTest, CardPortInfoIsTheCageListWithoutAskingAnyCage) {
+TEST_F(Brisca4pTest, CardPortInfoIsTheCageListWithoutAskingAnyCage)
+{
     for (uint32_t type : {kNone, k10G, k100G, kFails}) {
         cvn_np_sim_reset();
         PlugAll(kCages, type);
@@ -87,7 +101,8 @@ TEST_F(Brisca4pTest, CardPortInfoIsTheCageListWithoutAskingAnyCage) {
     }
 }
 
-TEST_F(Brisca4pTest, CagePortInfoFollowsTheReportedModule) {
+TEST_F(Brisca4pTest, CagePortInfoFollowsTheReportedModule)
+{
     const std::vector<std::pair<uint32_t, List>> cases = {
         {k100G, {{1, CVN_NP_PORT_TYPE_100GE}}},
         {k40G, {{2, CVN_NP_PORT_TYPE_40GE}}},
@@ -117,7 +132,8 @@ TEST_F(Brisca4pTest, CagePortInfoFollowsTheReportedModule) {
                  Report("ifsubsys_num < brisca_4p_card_np_info->num_cage"));
 }
 
-TEST_F(Brisca4pTest, ExportedTablesGiveEveryCageTheEvenCagePortsOfItsNp) {
+TEST_F(Brisca4pTest, ExportedTablesGiveEveryCageTheEvenCagePortsOfItsNp)
+{
     const port_mapping_entry *const mapping[3] = {cvn_np_port_mapping_brisca_4p_100g,
                                                   cvn_np_port_mapping_brisca_4p_40g,
                                                   cvn_np_port_mapping_brisca_4p_10g};
@@ -134,13 +150,14 @@ TEST_F(Brisca4pTest, ExportedTablesGiveEveryCageTheEvenCagePortsOfItsNp) {
             for (uint32_t p = 0; p < 16; ++p) {
                 const uint32_t pos = c * s.ports + p;
                 EXPECT_EQ(index[i][Front(c, p)], p < s.ports ? int32_t(pos) : 255);
-                if (p >= s.ports) continue;
+                if (p >= s.ports)
+                    continue;
                 const port_mapping_entry &e = mapping[i][pos];
                 EXPECT_EQ((std::array<uint32_t, 5>{e.phys_front_port, e.np, e.np_port,
                                                    e.fplate_port, e.port_type}),
                           (std::array<uint32_t, 5>{Front(c, p), c, NpPortOf(s, p), Front(c, p),
                                                    s.port_type}));
-                EXPECT_EQ(local[i][pos], &e);  // NP c's block starts at c * ports
+                EXPECT_EQ(local[i][pos], &e); // NP c's block starts at c * ports
             }
         }
         const port_mapping_entry &end = mapping[i][kCages * s.ports];
@@ -150,7 +167,8 @@ TEST_F(Brisca4pTest, ExportedTablesGiveEveryCageTheEvenCagePortsOfItsNp) {
     }
 }
 
-TEST_F(Brisca4pTest, FrontPortMapsToTheNpOfItsCage) {
+TEST_F(Brisca4pTest, FrontPortMapsToTheNpOfItsCage)
+{
     for (const Speed &s : Modules()) {
         PlugAll(kCages, s.ifsub_type);
         for (uint32_t c = 0; c < kCages; ++c) {
@@ -175,7 +193,8 @@ TEST_F(Brisca4pTest, FrontPortMapsToTheNpOfItsCage) {
     }
 }
 
-TEST_F(Brisca4pTest, FrontPortWithoutAPortOfTheModuleFailsItsSpeedIndex) {
+TEST_F(Brisca4pTest, FrontPortWithoutAPortOfTheModuleFailsItsSpeedIndex)
+{
     Plug(0, k10G);
     Plug(1, k40G);
     Plug(2, k40GAlt);
@@ -190,10 +209,11 @@ TEST_F(Brisca4pTest, FrontPortWithoutAPortOfTheModuleFailsItsSpeedIndex) {
                  Report("cage_id.ifsubsys < brisca_4p_card_np_info->num_cage"));
 }
 
-TEST_F(Brisca4pTest, FailedCageQueryGoesOnAsAnEmptyCageInEveryFrontPortAnswer) {
+TEST_F(Brisca4pTest, FailedCageQueryGoesOnAsAnEmptyCageInEveryFrontPortAnswer)
+{
     Plug(0, kNone);
     Plug(1, kFails);
-    Plug(2, 0x10030);  // a type the card has no tables for
+    Plug(2, 0x10030); // a type the card has no tables for
     Quad out = Untouched();
     for (uint32_t f : {0x00u, 0x10u, 0x20u}) {
         SCOPED_TRACE(testing::Message() << "front 0x" << std::hex << f);
@@ -210,16 +230,17 @@ TEST_F(Brisca4pTest, FailedCageQueryGoesOnAsAnEmptyCageInEveryFrontPortAnswer) {
     EXPECT_EQ(cvn_np_sim_ifsubsys_queries(), 0u);
 }
 
-TEST_F(Brisca4pTest, LocalPortCountIsThatOfTheNpsOneCage) {
+TEST_F(Brisca4pTest, LocalPortCountIsThatOfTheNpsOneCage)
+{
     for (uint32_t n = 0; n < kNps; ++n) {
         for (uint32_t type : {k10G, k40G, k40GAlt, k100G, kNone, kFails}) {
             cvn_np_sim_reset();
-            PlugAll(kCages, k10G);  // the other NPs' cages must not count
+            PlugAll(kCages, k10G); // the other NPs' cages must not count
             Plug(n, type);
             SCOPED_TRACE(testing::Message() << "np " << n << " type " << std::hex << type);
             EXPECT_EQ(cvn_np_info_num_local_ports(n), PortsCountedPerCage(type));
         }
-        for (uint32_t type : {k10G, k40G, k40GAlt, k100G}) {  // per cage, no cage asked
+        for (uint32_t type : {k10G, k40G, k40GAlt, k100G}) { // per cage, no cage asked
             EXPECT_EQ(aux_cvn_np_info_num_local_ports(0, n, type), PortsCountedPerCage(type));
         }
     }
@@ -233,7 +254,8 @@ TEST_F(Brisca4pTest, LocalPortCountIsThatOfTheNpsOneCage) {
     EXPECT_DEATH(aux_cvn_np_info_num_local_ports(0, 0, kNone), Report("0"));
 }
 
-TEST_F(Brisca4pTest, NpLocalAndFaceplatePortsMapFromTablesAlone) {
+TEST_F(Brisca4pTest, NpLocalAndFaceplatePortsMapFromTablesAlone)
+{
     for (const Speed &s : Speeds()) {
         for (uint32_t c = 0; c < kCages; ++c) {
             for (uint32_t p = 0; p < s.ports; ++p) {
@@ -257,7 +279,8 @@ TEST_F(Brisca4pTest, NpLocalAndFaceplatePortsMapFromTablesAlone) {
     EXPECT_EQ(cvn_np_sim_ifsubsys_queries(), 0u);
 }
 
-TEST_F(Brisca4pTest, NpLocalPortsOfAnOddCageDoNotExist) {
+TEST_F(Brisca4pTest, NpLocalPortsOfAnOddCageDoNotExist)
+{
     // brisca's second-cage ports (96..98, 116, 192..201) and ports past a block
     for (uint32_t n = 0; n < kNps; ++n) {
         for (uint32_t npp : {96u, 97u, 98u, 101u, 116u, 150u, 192u, 201u, 203u, 214u, 0x10075u}) {
@@ -284,7 +307,8 @@ TEST_F(Brisca4pTest, NpLocalPortsOfAnOddCageDoNotExist) {
     ExpectNpPortSearchStopsAtFirstMatchWithinCount(&aux_np_port_to_mapping_info);
 }
 
-TEST_F(Brisca4pTest, FirstPortOfNpAnswersZeroAndWritesOnlyForAKnownModule) {
+TEST_F(Brisca4pTest, FirstPortOfNpAnswersZeroAndWritesOnlyForAKnownModule)
+{
     const std::vector<std::pair<uint32_t, uint32_t>> cases = {
         {k10G, CVN_NP_PORT_TYPE_10GE},
         {k40G, CVN_NP_PORT_TYPE_40GE},
@@ -320,7 +344,8 @@ TEST_F(Brisca4pTest, FirstPortOfNpAnswersZeroAndWritesOnlyForAKnownModule) {
                  Report("np_id < cvn_np_how_many()"));
 }
 
-TEST_F(Brisca4pTest, FirstPortOfNpForAType) {
+TEST_F(Brisca4pTest, FirstPortOfNpForAType)
+{
     for (uint32_t n = 0; n < kNps; ++n) {
         for (const Speed &s : Modules()) {
             Quad out = Untouched();
@@ -336,7 +361,8 @@ TEST_F(Brisca4pTest, FirstPortOfNpForAType) {
     EXPECT_EQ(out, Untouched());
 }
 
-TEST_F(Brisca4pTest, FaceplatePortChecksCageThenTypeThenIndex) {
+TEST_F(Brisca4pTest, FaceplatePortChecksCageThenTypeThenIndex)
+{
     EXPECT_EQ(cvn_faceplate_porttype_to_np(CVN_NP_PORT_TYPE_100GE, 0x30), 3u);
     EXPECT_DEATH(cvn_faceplate_porttype_to_np(CVN_NP_PORT_TYPE_100GE, 0x40),
                  Report("ifsubsys_num < brisca_4p_card_np_info->num_cage"));
@@ -356,10 +382,11 @@ TEST_F(Brisca4pTest, FaceplatePortChecksCageThenTypeThenIndex) {
         Report("ifsubsys_num < brisca_4p_card_np_info->num_cage"));
 }
 
-TEST_F(Brisca4pTest, MappingOfAFrontPortOfAKnownType) {
+TEST_F(Brisca4pTest, MappingOfAFrontPortOfAKnownType)
+{
     Quad out = Untouched();
     aux_cvn_np_front_port_to_mapping_info(3, 0x139, k10G, &out[0], &out[1], &out[2], &out[3]);
-    EXPECT_EQ(out, (Quad{3, 213, 0x39, CVN_NP_PORT_TYPE_10GE}));  // low 8 bits at 10GE
+    EXPECT_EQ(out, (Quad{3, 213, 0x39, CVN_NP_PORT_TYPE_10GE})); // low 8 bits at 10GE
     out = Untouched();
     aux_cvn_np_front_port_to_mapping_info(2, 0x21, k40G, nullptr, &out[1], nullptr, nullptr);
     EXPECT_EQ(out, (Quad{kSentinel, 100, kSentinel, kSentinel}));
@@ -377,7 +404,8 @@ TEST_F(Brisca4pTest, MappingOfAFrontPortOfAKnownType) {
         Report("ifsubsys_num < brisca_4p_card_np_info->num_cage"));
 }
 
-TEST_F(Brisca4pTest, CageQueryAsksThePlatformForSubslotZeroAndTheCage) {
+TEST_F(Brisca4pTest, CageQueryAsksThePlatformForSubslotZeroAndTheCage)
+{
     for (uint32_t c = 0; c < kCages; ++c) {
         Plug(c, k100G + c);
         ASSERT_EQ(cvn_np_sim_set_ifsubsys(1, c, k10G), 0);
@@ -394,7 +422,8 @@ TEST_F(Brisca4pTest, CageQueryAsksThePlatformForSubslotZeroAndTheCage) {
                  Report("cage_id.ifsubsys < brisca_4p_card_np_info->num_cage"));
 }
 
-TEST_F(Brisca4pTest, ComplexesSubslotsAndEncoding) {
+TEST_F(Brisca4pTest, ComplexesSubslotsAndEncoding)
+{
     for (uint32_t n = 0; n < kNps; ++n) {
         Quad out = Untouched();
         EXPECT_EQ(cvn_np_complex_to_subslot_list(n, &out[0], &out[1]), 0u);
@@ -417,7 +446,8 @@ TEST_F(Brisca4pTest, ComplexesSubslotsAndEncoding) {
     EXPECT_EQ(cvn_np_lib_get_phys_port_tuple45(CVN_NP_PORT_TYPE_COMBO, 0, 2, 9), 255u);
 }
 
-TEST_F(Brisca4pTest, FrontPortCageDecodeBoundIsTheFourthCage) {
+TEST_F(Brisca4pTest, FrontPortCageDecodeBoundIsTheFourthCage)
+{
     struct Case {
         uint32_t front, cage, result;
     };
@@ -431,4 +461,4 @@ TEST_F(Brisca4pTest, FrontPortCageDecodeBoundIsTheFourthCage) {
     EXPECT_EQ(aux_cvn_np_front_port_to_ifsubinst(0x00, nullptr), CVN_NP_EINVAL);
 }
 
-}  // namespace
+} // namespace

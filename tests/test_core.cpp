@@ -10,15 +10,19 @@ using namespace cvn_test;
 
 const std::string kCoreFile = "cvn_np_lib.cpp";
 
-std::vector<uint32_t> Range(uint32_t first, uint32_t last) {
+std::vector<uint32_t> Range(uint32_t first, uint32_t last)
+{
     std::vector<uint32_t> out;
-    for (uint32_t t = first; t <= last; ++t) out.push_back(t);
+    for (uint32_t t = first; t <= last; ++t)
+        out.push_back(t);
     return out;
 }
 
-std::vector<uint32_t> BriscaTypes() {
+std::vector<uint32_t> BriscaTypes()
+{
     auto types = Range(0x3D026D, 0x3D0276);
-    for (uint32_t t : Range(0x3D02AA, 0x3D02B3)) types.push_back(t);
+    for (uint32_t t : Range(0x3D02AA, 0x3D02B3))
+        types.push_back(t);
     types.push_back(0x3D02C4);
     types.push_back(0x3D02C5);
     return types;
@@ -31,14 +35,16 @@ class CoreTest : public LibTest {
   protected:
     CoreTest() : LibTest(0) {}
     // The state of a process that has not touched the library yet.
-    static void Forget() {
+    static void Forget()
+    {
         initialized = 0;
         card_np_api = nullptr;
         cardtype = 0;
     }
 };
 
-TEST_F(CoreTest, FirstPublicCallInitialisesFromPlatformCardTypeOnce) {
+TEST_F(CoreTest, FirstPublicCallInitialisesFromPlatformCardTypeOnce)
+{
     struct Family {
         uint32_t type;
         cvn_np_api *table;
@@ -70,7 +76,8 @@ TEST_F(CoreTest, FirstPublicCallInitialisesFromPlatformCardTypeOnce) {
     }
 }
 
-TEST_F(CoreTest, IdValidateInitialisesLazilyThroughHowMany) {
+TEST_F(CoreTest, IdValidateInitialisesLazilyThroughHowMany)
+{
     cvn_np_sim_set_card_type(0x3D0267);
     Forget();
     uint8_t np = 0xEE;
@@ -80,13 +87,15 @@ TEST_F(CoreTest, IdValidateInitialisesLazilyThroughHowMany) {
     EXPECT_EQ(cardtype, 0x3D0267u);
 }
 
-TEST_F(CoreTest, UnknownCardTypeFromPlatformEndsInCoreReport) {
+TEST_F(CoreTest, UnknownCardTypeFromPlatformEndsInCoreReport)
+{
     cvn_np_sim_set_card_type(0x3D0277);
     Forget();
     EXPECT_DEATH(cvn_np_how_many(), ReportLine(kCoreFile, "0"));
 }
 
-TEST_F(CoreTest, ExplicitInitNeitherAsksPlatformNorWritesCardType) {
+TEST_F(CoreTest, ExplicitInitNeitherAsksPlatformNorWritesCardType)
+{
     Forget();
     cardtype = 0x1234;
     EXPECT_EQ(cvn_np_lib_init(0x3D0270), 0u);
@@ -95,7 +104,8 @@ TEST_F(CoreTest, ExplicitInitNeitherAsksPlatformNorWritesCardType) {
     EXPECT_EQ(cardtype, 0x1234u);
 }
 
-TEST_F(CoreTest, EveryBriscaCardTypeSelectsBrisca) {
+TEST_F(CoreTest, EveryBriscaCardTypeSelectsBrisca)
+{
     for (uint32_t type : BriscaTypes()) {
         SCOPED_TRACE(testing::Message() << std::hex << type);
         Forget();
@@ -108,7 +118,8 @@ TEST_F(CoreTest, EveryBriscaCardTypeSelectsBrisca) {
     EXPECT_EQ(cvn_np_sim_card_type_queries(), 0u);
 }
 
-TEST_F(CoreTest, EveryFennaCardTypeSelectsFenna) {
+TEST_F(CoreTest, EveryFennaCardTypeSelectsFenna)
+{
     for (uint32_t type : Range(0x3D0267, 0x3D026C)) {
         SCOPED_TRACE(testing::Message() << std::hex << type);
         Forget();
@@ -120,7 +131,8 @@ TEST_F(CoreTest, EveryFennaCardTypeSelectsFenna) {
     }
 }
 
-TEST_F(CoreTest, CardTypesOfNoFamilyEndInCoreReport) {
+TEST_F(CoreTest, CardTypesOfNoFamilyEndInCoreReport)
+{
     for (uint32_t type : {0x3D0277u, 0x3D0282u, 0x3D0290u, 0x3D029Au, 0x3D02A0u, 0x3D02BEu,
                           0x3D02D3u, 0x3D0266u, 0x3D02DBu, 0u, 0xFFFFFFFFu}) {
         SCOPED_TRACE(testing::Message() << std::hex << type);
@@ -128,15 +140,19 @@ TEST_F(CoreTest, CardTypesOfNoFamilyEndInCoreReport) {
     }
 }
 
-TEST_F(CoreTest, CardFamilyNamesTheFamilyInitWouldSelectAndNullForOthers) {
+TEST_F(CoreTest, CardFamilyNamesTheFamilyInitWouldSelectAndNullForOthers)
+{
     const struct {
         uint32_t type;
         const char *name;
         const cvn_np_api *api;
     } cases[] = {
-        {0x3D0267, "fenna", &cvn_np_api_fenna},           {0x3D02C5, "brisca", &cvn_np_api_brisca},
-        {0x3D02BD, "brisca_4p", &cvn_np_api_brisca_4p},   {0x3D02C2, "dornik", &cvn_np_api_dornik},
-        {0x3D02DA, "maruta", &cvn_np_api_maruta},         {0x3D02D2, "quellon", &cvn_np_api_quellon},
+        {0x3D0267, "fenna", &cvn_np_api_fenna},
+        {0x3D02C5, "brisca", &cvn_np_api_brisca},
+        {0x3D02BD, "brisca_4p", &cvn_np_api_brisca_4p},
+        {0x3D02C2, "dornik", &cvn_np_api_dornik},
+        {0x3D02DA, "maruta", &cvn_np_api_maruta},
+        {0x3D02D2, "quellon", &cvn_np_api_quellon},
         {0x3D0296, "tolvar_2slice", &cvn_np_api_2slice_tolvar},
         {0x3D02D9, "tolvar_1slice", &cvn_np_api_1slice_tolvar},
     };
@@ -145,7 +161,7 @@ TEST_F(CoreTest, CardFamilyNamesTheFamilyInitWouldSelectAndNullForOthers) {
         Forget();
         ASSERT_NE(cvn_np_card_family(c.type), nullptr);
         EXPECT_STREQ(cvn_np_card_family(c.type), c.name);
-        EXPECT_EQ(initialized, 0);  // a lookup, not an init
+        EXPECT_EQ(initialized, 0); // a lookup, not an init
         cvn_np_lib_init(c.type);
         EXPECT_EQ(card_np_api, c.api);
     }
@@ -155,7 +171,8 @@ TEST_F(CoreTest, CardFamilyNamesTheFamilyInitWouldSelectAndNullForOthers) {
     EXPECT_EQ(cvn_np_sim_ifsubsys_queries(), 0u);
 }
 
-TEST_F(CoreTest, ReinitialisationServesTheLastFamily) {
+TEST_F(CoreTest, ReinitialisationServesTheLastFamily)
+{
     ASSERT_EQ(cvn_np_lib_init(0x3D0274), 0u);
     ASSERT_EQ(cvn_np_lib_init(0x3D0267), 0u);
     EXPECT_EQ(card_np_api, &cvn_np_api_fenna);
@@ -169,9 +186,10 @@ TEST_F(CoreTest, ReinitialisationServesTheLastFamily) {
     EXPECT_EQ(initialized, 1);
 }
 
-TEST_F(CoreTest, ComplexAndSubslotArgumentsAreNarrowedToEightBits) {
+TEST_F(CoreTest, ComplexAndSubslotArgumentsAreNarrowedToEightBits)
+{
     ASSERT_EQ(cvn_np_lib_init(0x3D0274), 0u);
-    EXPECT_EQ(cvn_np_complex_to_subslot(Wide(0x102)), 0u);  // complex 2
+    EXPECT_EQ(cvn_np_complex_to_subslot(Wide(0x102)), 0u); // complex 2
     EXPECT_EQ(cvn_np_complex_to_np(Wide(0x103), 0), 3u);
     EXPECT_EQ(cvn_np_complex_to_np(Wide(0x7F01), 1), 1u);
     uint32_t count = kSentinel, first = kSentinel;
@@ -183,7 +201,8 @@ TEST_F(CoreTest, ComplexAndSubslotArgumentsAreNarrowedToEightBits) {
                  ReportLine("cvn_np_lib_brisca.cpp", "np_complex < cvn_np_how_many()"));
 }
 
-TEST_F(CoreTest, SubslotAndCageArgumentsAreNarrowedToSixteenBits) {
+TEST_F(CoreTest, SubslotAndCageArgumentsAreNarrowedToSixteenBits)
+{
     ASSERT_EQ(cvn_np_lib_init(0x3D0274), 0u);
     EXPECT_EQ(ListOf(cvn_np_port_info_subslot(Wide(0x10000))), (List{{8, CVN_NP_PORT_TYPE_COMBO}}));
     ASSERT_EQ(cvn_np_sim_set_ifsubsys(0, 3, k10G), 0);
@@ -196,7 +215,8 @@ TEST_F(CoreTest, SubslotAndCageArgumentsAreNarrowedToSixteenBits) {
     EXPECT_EQ(cvn_np_lib_get_phys_port_tuple45(CVN_NP_PORT_TYPE_100GE, 0, Wide(0x10007), 0), 0x70u);
 }
 
-TEST_F(CoreTest, IdValidateStoresLowByteAndChecksItAgainstComplexCount) {
+TEST_F(CoreTest, IdValidateStoresLowByteAndChecksItAgainstComplexCount)
+{
     struct Case {
         uint32_t card_type, np_id, result;
         uint8_t stored;
@@ -213,11 +233,12 @@ TEST_F(CoreTest, IdValidateStoresLowByteAndChecksItAgainstComplexCount) {
     }
 }
 
-TEST_F(CoreTest, UnsupportedAlwaysRejects) {
+TEST_F(CoreTest, UnsupportedAlwaysRejects)
+{
     ASSERT_EQ(cvn_np_lib_init(0x3D0274), 0u);
     EXPECT_EQ(cvn_np_unsupported(), kInvalid);
     ASSERT_EQ(cvn_np_lib_init(0x3D0267), 0u);
     EXPECT_EQ(cvn_np_unsupported(), kInvalid);
 }
 
-}  // namespace
+} // namespace

@@ -36,8 +36,10 @@ class DornikSizeTest : public LibTest {
 };
 
 // Slots 8-12 and 14-22 over every cage, all cages reporting the module.
-void ExpectEveryCageFollowsTheWiring(uint32_t cages) {
-    for (uint32_t c = 0; c < cages; ++c) ASSERT_EQ(cvn_np_sim_set_ifsubsys(0, c, kT), 0);
+void ExpectEveryCageFollowsTheWiring(uint32_t cages)
+{
+    for (uint32_t c = 0; c < cages; ++c)
+        ASSERT_EQ(cvn_np_sim_set_ifsubsys(0, c, kT), 0);
     for (uint32_t c = 0; c < cages; ++c) {
         const uint32_t f = Front(c, 0), n = c / 2, npp = kNpPort[c];
         SCOPED_TRACE(testing::Message() << "cage " << c);
@@ -67,7 +69,8 @@ void ExpectEveryCageFollowsTheWiring(uint32_t cages) {
     }
 }
 
-TEST_F(DornikSizeTest, InitFillsEverySlotAndTakesTheSizeFromCardtypeNotItsArgument) {
+TEST_F(DornikSizeTest, InitFillsEverySlotAndTakesTheSizeFromCardtypeNotItsArgument)
+{
     struct Case {
         uint32_t written, init;
         bool full;
@@ -94,17 +97,19 @@ TEST_F(DornikSizeTest, InitFillsEverySlotAndTakesTheSizeFromCardtypeNotItsArgume
                         s->max_of_ifsubsys_per_subslot, s->spare}),
                   (Quad{1, 1, cages, 255}));
         EXPECT_EQ(ListOf(cvn_np_port_info_subslot(0)), (List{{cages, CVN_NP_PORT_TYPE_COMBO}}));
-        cardtype = k.full ? 0x3D02C2 : 0x3D02C3;  // no effect until the next init
+        cardtype = k.full ? 0x3D02C2 : 0x3D02C3; // no effect until the next init
         EXPECT_EQ(cvn_np_how_many(), nps);
     }
     // the init fills every slot of the operation table
     std::array<void (*)(), CVN_NP_API_SLOTS> slots{};
     static_assert(sizeof(slots) == sizeof(cvn_np_api));
     std::memcpy(slots.data(), &cvn_np_api_dornik, sizeof(slots));
-    for (size_t i = 0; i < slots.size(); ++i) EXPECT_NE(slots[i], nullptr) << "slot " << i;
+    for (size_t i = 0; i < slots.size(); ++i)
+        EXPECT_NE(slots[i], nullptr) << "slot " << i;
 }
 
-TEST_F(DornikSizeTest, LazyInitTakesTheSizeFromThePlatformCardType) {
+TEST_F(DornikSizeTest, LazyInitTakesTheSizeFromThePlatformCardType)
+{
     for (auto [type, nps] : {std::pair{0x3D02C6u, kFullNps}, {0x3D02C2u, kLiteNps}}) {
         cvn_np_sim_set_card_type(type);
         cardtype = 0;
@@ -115,10 +120,12 @@ TEST_F(DornikSizeTest, LazyInitTakesTheSizeFromThePlatformCardType) {
     }
 }
 
-TEST_F(DornikSizeTest, OnlyTheComboAndHundredGigPositionsHoldListsOfTheirOwn) {
+TEST_F(DornikSizeTest, OnlyTheComboAndHundredGigPositionsHoldListsOfTheirOwn)
+{
     for (auto [array, cages] :
          {std::pair{port_info_dornik, kFullCages}, {port_info_dornik_lite, kLiteCages}}) {
-        for (int i : {0, 1, 3}) EXPECT_EQ(array[i], dornik_dummy_port_info) << i;
+        for (int i : {0, 1, 3})
+            EXPECT_EQ(array[i], dornik_dummy_port_info) << i;
         EXPECT_EQ(ListOf(array[2]), (List{{cages, CVN_NP_PORT_TYPE_COMBO}}));
         EXPECT_EQ(ListOf(array[4]), (List{{1, k100}}));
         EXPECT_EQ(array[5], nullptr);
@@ -126,7 +133,8 @@ TEST_F(DornikSizeTest, OnlyTheComboAndHundredGigPositionsHoldListsOfTheirOwn) {
     EXPECT_EQ(ListOf(dornik_dummy_port_info), List{});
 }
 
-TEST_F(DornikTest, ExportedTablesHoldOneEntryPerCage) {
+TEST_F(DornikTest, ExportedTablesHoldOneEntryPerCage)
+{
     for (uint32_t c = 0; c < kFullCages; ++c) {
         const port_mapping_entry &e = cvn_np_port_mapping_dornik_100g[c];
         EXPECT_EQ((std::array<uint32_t, 5>{e.phys_front_port, e.np, e.np_port, e.fplate_port,
@@ -146,7 +154,8 @@ TEST_F(DornikTest, ExportedTablesHoldOneEntryPerCage) {
               (std::array<uint32_t, 5>{0xFF, 0xFF, 0xFF, 0xFF, 0xFF}));
 }
 
-TEST_F(DornikTest, CardPortInfoIsTheHundredGigListWithoutAskingAnyCage) {
+TEST_F(DornikTest, CardPortInfoIsTheHundredGigListWithoutAskingAnyCage)
+{
     for (uint32_t type : {kNone, kT, k100G, kFails}) {
         cvn_np_sim_reset();
         PlugAll(kFullCages, type);
@@ -157,7 +166,8 @@ TEST_F(DornikTest, CardPortInfoIsTheHundredGigListWithoutAskingAnyCage) {
     EXPECT_DEATH(cvn_np_port_info_subslot(1), Report("subslot < dornik_card_np_info->num_subslot"));
 }
 
-TEST_F(DornikTest, CagePortInfoKnowsOnlyTheDornikModule) {
+TEST_F(DornikTest, CagePortInfoKnowsOnlyTheDornikModule)
+{
     for (uint32_t c = 0; c < kFullCages; ++c) {
         for (uint32_t type : {kT, k100G, k40G, k10G, k40GAlt, kNone, kFails}) {
             SCOPED_TRACE(testing::Message() << "cage " << c << " type " << std::hex << type);
@@ -182,9 +192,10 @@ TEST_F(DornikTest, CagePortInfoKnowsOnlyTheDornikModule) {
 
 TEST_F(DornikTest, EveryCageMapsToItsNpAndNpPort) { ExpectEveryCageFollowsTheWiring(kFullCages); }
 
-TEST_F(DornikTest, FailedQueryAnswersZeroWithoutLookingThePortUp) {
+TEST_F(DornikTest, FailedQueryAnswersZeroWithoutLookingThePortUp)
+{
     Plug(3, kFails);
-    for (uint32_t f : {0x30u, 0x31u, 0x3Fu}) {  // ports 1 and 15 have no index either
+    for (uint32_t f : {0x30u, 0x31u, 0x3Fu}) { // ports 1 and 15 have no index either
         EXPECT_EQ((Quad{cvn_np_front_port_to_np(f), cvn_np_front_port_to_np_port(f),
                         cvn_np_front_port_to_port_type(f), 0}),
                   (Quad{0, 0, 0, 0}))
@@ -197,11 +208,12 @@ TEST_F(DornikTest, FailedQueryAnswersZeroWithoutLookingThePortUp) {
     }
 }
 
-TEST_F(DornikTest, AnsweredCageWithoutTheModuleFailsTheTypeBeforeThePort) {
+TEST_F(DornikTest, AnsweredCageWithoutTheModuleFailsTheTypeBeforeThePort)
+{
     Plug(0, kT);
     Plug(2, k100G);
     Quad out = Untouched();
-    for (uint32_t f : {0x10u, 0x11u, 0x20u, 0x2Au}) {  // cage 1 empty, cage 2 another type
+    for (uint32_t f : {0x10u, 0x11u, 0x20u, 0x2Au}) { // cage 1 empty, cage 2 another type
         SCOPED_TRACE(testing::Message() << "front 0x" << std::hex << f);
         EXPECT_DEATH(cvn_np_front_port_to_np(f), Report("0"));
         EXPECT_DEATH(cvn_np_front_port_to_np_port(f), Report("0"));
@@ -219,14 +231,15 @@ TEST_F(DornikTest, AnsweredCageWithoutTheModuleFailsTheTypeBeforeThePort) {
     EXPECT_EQ(out, Untouched());
 }
 
-TEST_F(DornikTest, LocalPortCountIsOnePerCageReportingTheModule) {
+TEST_F(DornikTest, LocalPortCountIsOnePerCageReportingTheModule)
+{
     const std::vector<std::pair<uint32_t, uint32_t>> cages = {
         {kT, kT},     {kT, kNone},  {kNone, kT},      {kNone, kNone},
         {kFails, kT}, {kT, kFails}, {kFails, kFails},
     };
     for (uint32_t n = 0; n < kFullNps; ++n) {
         for (const auto &[even, odd] : cages) {
-            PlugNp(kFullCages, kT, n, even, odd);  // the other NPs' cages must not count
+            PlugNp(kFullCages, kT, n, even, odd); // the other NPs' cages must not count
             SCOPED_TRACE(testing::Message() << "np " << n << std::hex << " " << even << " " << odd);
             EXPECT_EQ(cvn_np_info_num_local_ports(n), uint32_t(even == kT) + uint32_t(odd == kT));
         }
@@ -241,7 +254,8 @@ TEST_F(DornikTest, LocalPortCountIsOnePerCageReportingTheModule) {
                  Report("np_num < dornik_card_np_info->num_complex"));
 }
 
-TEST_F(DornikTest, NpLocalPortWithoutAnEntryLeavesOutputsAlone) {
+TEST_F(DornikTest, NpLocalPortWithoutAnEntryLeavesOutputsAlone)
+{
     for (uint32_t n = 0; n < kFullNps; ++n) {
         for (uint32_t npp : {0u, 100u, 115u, 118u, 204u, 0x10074u, 0x10075u}) {
             SCOPED_TRACE(testing::Message() << "np " << n << " np_port " << npp);
@@ -261,7 +275,8 @@ TEST_F(DornikTest, NpLocalPortWithoutAnEntryLeavesOutputsAlone) {
     ExpectNpPortSearchStopsAtFirstMatchWithinCount(&aux_np_port_to_mapping_info);
 }
 
-TEST_F(DornikTest, FirstPortOfNpIsItsFirstEntryOnceACageReportsTheModule) {
+TEST_F(DornikTest, FirstPortOfNpIsItsFirstEntryOnceACageReportsTheModule)
+{
     struct Case {
         uint32_t even, odd, result;
     };
@@ -302,7 +317,8 @@ TEST_F(DornikTest, FirstPortOfNpIsItsFirstEntryOnceACageReportsTheModule) {
                  Report("np_id < cvn_np_how_many()"));
 }
 
-TEST_F(DornikTest, ThreeSpeedModuleTypesAreUnknown) {
+TEST_F(DornikTest, ThreeSpeedModuleTypesAreUnknown)
+{
     for (uint32_t type : {k100G, k40G, k10G, k40GAlt, kNone}) {
         SCOPED_TRACE(testing::Message() << "type 0x" << std::hex << type);
         EXPECT_EQ(aux_cvn_np_port_info_get(0, 0, type), dornik_dummy_port_info);
@@ -318,7 +334,8 @@ TEST_F(DornikTest, ThreeSpeedModuleTypesAreUnknown) {
     }
 }
 
-TEST_F(DornikTest, FrontPortMappingChecksCageThenTypeThenIndex) {
+TEST_F(DornikTest, FrontPortMappingChecksCageThenTypeThenIndex)
+{
     Quad out = Untouched();
     aux_cvn_np_front_port_to_mapping_info(5, 0x50, kT, &out[0], &out[1], &out[2], &out[3]);
     EXPECT_EQ(out, (Quad{2, 116, 0x50, k100}));
@@ -328,14 +345,15 @@ TEST_F(DornikTest, FrontPortMappingChecksCageThenTypeThenIndex) {
     EXPECT_DEATH(
         aux_cvn_np_front_port_to_mapping_info(0, 0x01, kNone, &out[0], nullptr, nullptr, nullptr),
         Report("0"));
-    for (uint32_t port : {0x01u, 0x1Fu, 0xC0u}) {  // 0xC0 is past the table
+    for (uint32_t port : {0x01u, 0x1Fu, 0xC0u}) { // 0xC0 is past the table
         EXPECT_DEATH(
             aux_cvn_np_front_port_to_mapping_info(0, port, kT, &out[0], nullptr, nullptr, nullptr),
             Report("index < dornik_card_np_info->port_subslot_100g"));
     }
 }
 
-TEST_F(DornikTest, FaceplatePortChecksCageThenTypeThenIndex) {
+TEST_F(DornikTest, FaceplatePortChecksCageThenTypeThenIndex)
+{
     EXPECT_DEATH(cvn_faceplate_porttype_to_np(k100, 0xC0),
                  Report("ifsubsys_num < dornik_card_np_info->num_cage"));
     for (uint32_t port_type : {CVN_NP_PORT_TYPE_10GE, CVN_NP_PORT_TYPE_40GE, 0x104u}) {
@@ -349,7 +367,8 @@ TEST_F(DornikTest, FaceplatePortChecksCageThenTypeThenIndex) {
                  Report("ifsubsys_num < dornik_card_np_info->num_cage"));
 }
 
-TEST_F(DornikTest, CageQueryAsksThePlatformForSubslotZeroAndTheCage) {
+TEST_F(DornikTest, CageQueryAsksThePlatformForSubslotZeroAndTheCage)
+{
     for (uint32_t c = 0; c < kFullCages; ++c) {
         Plug(c, c % 2 == 0 ? kT : kNone);
         ASSERT_EQ(cvn_np_sim_set_ifsubsys(1, c, k10G), 0);
@@ -366,7 +385,8 @@ TEST_F(DornikTest, CageQueryAsksThePlatformForSubslotZeroAndTheCage) {
                  Report("ifsubsys_id.ifsubsys < dornik_card_np_info->num_cage"));
 }
 
-TEST_F(DornikTest, ComplexesSubslotsAndEncoding) {
+TEST_F(DornikTest, ComplexesSubslotsAndEncoding)
+{
     EXPECT_EQ(cvn_np_complex_to_np(kFullNps - 1, 1), kFullNps - 1);
     Quad out = Untouched();
     EXPECT_EQ(cvn_np_subslot_to_np_list(0, &out[2], &out[3]), 0u);
@@ -380,14 +400,15 @@ TEST_F(DornikTest, ComplexesSubslotsAndEncoding) {
     EXPECT_EQ((Quad{cvn_np_lib_get_subslot(0x1B3), cvn_np_lib_get_port(0x1B3),
                     cvn_np_lib_get_ifsubinst(0x1B3), cvn_np_lib_get_ifsubinst_port(0x1B3)}),
               (Quad{0, 0xB3, 11, 3}));
-    EXPECT_EQ(cvn_np_lib_get_phys_port_tuple45(k100, 0, 5, 3), 80u);  // the port is dropped
+    EXPECT_EQ(cvn_np_lib_get_phys_port_tuple45(k100, 0, 5, 3), 80u); // the port is dropped
     for (uint32_t other : {1u, 3u, 0x104u}) {
         EXPECT_EQ(cvn_np_lib_get_phys_port_tuple45(other, 0, 5, 0), 255u) << other;
     }
 }
 
 // Slot 45's cage bound is twelve on both sizes.
-void ExpectCageDecodeBoundIsTwelve() {
+void ExpectCageDecodeBoundIsTwelve()
+{
     struct Case {
         uint32_t front, cage, result;
     };
@@ -404,7 +425,8 @@ void ExpectCageDecodeBoundIsTwelve() {
 TEST_F(DornikTest, FrontPortCageDecodeBoundIsTwelve) { ExpectCageDecodeBoundIsTwelve(); }
 TEST_F(DornikLiteTest, FrontPortCageDecodeBoundIsTwelveToo) { ExpectCageDecodeBoundIsTwelve(); }
 
-TEST_F(DornikLiteTest, FourCagesMapToTheirNpsAndNpPorts) {
+TEST_F(DornikLiteTest, FourCagesMapToTheirNpsAndNpPorts)
+{
     EXPECT_EQ(cvn_np_port_info_get(), port_info_dornik_lite[4]);
     ExpectEveryCageFollowsTheWiring(kLiteCages);
     for (uint32_t n = 0; n < kLiteNps; ++n) {
@@ -414,7 +436,8 @@ TEST_F(DornikLiteTest, FourCagesMapToTheirNpsAndNpPorts) {
     }
 }
 
-TEST_F(DornikLiteTest, CageFourAndNpTwoAreBeyondTheCard) {
+TEST_F(DornikLiteTest, CageFourAndNpTwoAreBeyondTheCard)
+{
     PlugAll(kFullCages, kT);
     uint32_t out = kSentinel;
     EXPECT_DEATH(cvn_np_port_info_from_subslot_ifsubinst(0, 4),
@@ -447,4 +470,4 @@ TEST_F(DornikLiteTest, CageFourAndNpTwoAreBeyondTheCard) {
     EXPECT_DEATH(cvn_np_complex_to_np(kLiteNps, 0), Report("np_complex < cvn_np_how_many()"));
 }
 
-}  // namespace
+} // namespace

@@ -12,12 +12,17 @@ constexpr uint32_t kNps = 3;
 
 std::string Report(const char *condition) { return ReportLine("cvn_np_lib_fenna.cpp", condition); }
 
-uint32_t PortsPerCage(uint32_t ifsub_type) {
+uint32_t PortsPerCage(uint32_t ifsub_type)
+{
     switch (ifsub_type) {
-        case k100G: return 1;
-        case k40G: return 2;
-        case k10G: return 10;
-        default: return 0;
+    case k100G:
+        return 1;
+    case k40G:
+        return 2;
+    case k10G:
+        return 10;
+    default:
+        return 0;
     }
 }
 
@@ -26,7 +31,8 @@ class FennaTest : public LibTest {
     FennaTest() : LibTest(0x3D0267) {}
 };
 
-TEST_F(FennaTest, CardSummaryDescribesSixCagesOnThreeNps) {
+TEST_F(FennaTest, CardSummaryDescribesSixCagesOnThreeNps)
+{
     const card_version *v = cvn_np_version_get();
     ASSERT_EQ(v, &fenna_card_version);
     EXPECT_EQ(v->ver_major, 5);
@@ -48,16 +54,18 @@ TEST_F(FennaTest, CardSummaryDescribesSixCagesOnThreeNps) {
     EXPECT_EQ(out, kSentinel);
 }
 
-TEST_F(FennaTest, CardPortInfoStopsAtTheFirstCageReportingAnyType) {
+TEST_F(FennaTest, CardPortInfoStopsAtTheFirstCageReportingAnyType)
+{
     EXPECT_EQ(cvn_np_port_info_get(), fenna_dummy_port_info);
     Plug(4, k40G);
     Plug(5, k10G);
     EXPECT_EQ(ListOf(cvn_np_port_info_get()), (List{{2, CVN_NP_PORT_TYPE_40GE}}));
-    Plug(1, k40GAlt);  // a type fenna has no list for still ends the scan
+    Plug(1, k40GAlt); // a type fenna has no list for still ends the scan
     EXPECT_EQ(cvn_np_port_info_get(), fenna_dummy_port_info);
 }
 
-TEST_F(FennaTest, CagePortInfoKnowsThreeModuleTypes) {
+TEST_F(FennaTest, CagePortInfoKnowsThreeModuleTypes)
+{
     const std::vector<std::pair<uint32_t, List>> cases = {
         {k100G, {{1, CVN_NP_PORT_TYPE_100GE}}},
         {k40G, {{2, CVN_NP_PORT_TYPE_40GE}}},
@@ -86,7 +94,8 @@ TEST_F(FennaTest, CagePortInfoKnowsThreeModuleTypes) {
                  Report("ifsubsys_num < fenna_card_np_info->num_cage"));
 }
 
-TEST_F(FennaTest, ExportedTablesRunCageByCageWithParityNpPorts) {
+TEST_F(FennaTest, ExportedTablesRunCageByCageWithParityNpPorts)
+{
     const port_mapping_entry *const mapping[3] = {cvn_np_port_mapping_fenna_100g,
                                                   cvn_np_port_mapping_fenna_40g,
                                                   cvn_np_port_mapping_fenna_10g};
@@ -95,11 +104,13 @@ TEST_F(FennaTest, ExportedTablesRunCageByCageWithParityNpPorts) {
     ExpectExportedTablesFollowWiring(kCages, mapping, index);
 }
 
-TEST_F(FennaTest, FrontPortMapsToCageNpAndParityNpPort) {
+TEST_F(FennaTest, FrontPortMapsToCageNpAndParityNpPort)
+{
     ExpectFrontPortsFollowWiring(kCages, Speeds());
 }
 
-TEST_F(FennaTest, FrontPortOfAnUnusableCageEndsInTheAssertions) {
+TEST_F(FennaTest, FrontPortOfAnUnusableCageEndsInTheAssertions)
+{
     Plug(0, k10G);
     Plug(1, k40G);
     Plug(2, k100G);
@@ -113,7 +124,7 @@ TEST_F(FennaTest, FrontPortOfAnUnusableCageEndsInTheAssertions) {
                  Report("index < fenna_card_np_info->port_subslot_100g"));
     EXPECT_DEATH(cvn_np_front_port_to_np(0x60),
                  Report("cage_id.ifsubsys < fenna_card_np_info->num_cage"));
-    for (uint32_t f : {0x30u, 0x40u, 0x50u}) {  // 40GE alt, empty, failed query
+    for (uint32_t f : {0x30u, 0x40u, 0x50u}) { // 40GE alt, empty, failed query
         SCOPED_TRACE(testing::Message() << "front 0x" << std::hex << f);
         EXPECT_DEATH(cvn_np_front_port_to_np(f), Report("0"));
         EXPECT_DEATH(cvn_np_front_port_to_np_port(f), Report("0"));
@@ -128,7 +139,8 @@ TEST_F(FennaTest, FrontPortOfAnUnusableCageEndsInTheAssertions) {
     EXPECT_EQ(o, Untouched());
 }
 
-TEST_F(FennaTest, LocalPortCountAddsOneCageWorthPerPopulatedCage) {
+TEST_F(FennaTest, LocalPortCountAddsOneCageWorthPerPopulatedCage)
+{
     const std::vector<std::pair<uint32_t, uint32_t>> cages = {
         {k10G, k10G}, {k100G, k40G}, {kNone, kNone}, {kNone, k10G}, {kFails, k40G}, {k100G, kFails},
     };
@@ -144,7 +156,8 @@ TEST_F(FennaTest, LocalPortCountAddsOneCageWorthPerPopulatedCage) {
     EXPECT_DEATH(cvn_np_info_num_local_ports(kNps), Report("np_id < cvn_np_how_many()"));
 }
 
-TEST_F(FennaTest, LocalPortCountOfATypeIsPerNp) {
+TEST_F(FennaTest, LocalPortCountOfATypeIsPerNp)
+{
     for (uint32_t n = 0; n < kNps; ++n) {
         EXPECT_EQ(aux_cvn_np_info_num_local_ports(0, n, k100G), 2u);
         EXPECT_EQ(aux_cvn_np_info_num_local_ports(0, n, k40G), 4u);
@@ -157,11 +170,13 @@ TEST_F(FennaTest, LocalPortCountOfATypeIsPerNp) {
                  Report("np_num < fenna_card_np_info->num_complex"));
 }
 
-TEST_F(FennaTest, NpLocalAndFaceplatePortsMapFromTablesAlone) {
+TEST_F(FennaTest, NpLocalAndFaceplatePortsMapFromTablesAlone)
+{
     ExpectNpAndFaceplatePortsFollowWiring(kCages);
 }
 
-TEST_F(FennaTest, NpLocalPortAbove254IsRejectedAndUnmatchedOnesLeaveOutputsAlone) {
+TEST_F(FennaTest, NpLocalPortAbove254IsRejectedAndUnmatchedOnesLeaveOutputsAlone)
+{
     struct Case {
         uint32_t np, np_port, result;
     };
@@ -176,7 +191,8 @@ TEST_F(FennaTest, NpLocalPortAbove254IsRejectedAndUnmatchedOnesLeaveOutputsAlone
     }
 }
 
-TEST_F(FennaTest, NpLocalPortSearchKnowsThreeTypes) {
+TEST_F(FennaTest, NpLocalPortSearchKnowsThreeTypes)
+{
     Quad out = Untouched();
     aux_cvn_np_info_to_mapping_info(1, 195, k10G, &out[0], &out[1], &out[2]);
     EXPECT_EQ(out, (Quad{0x33, 0x33, CVN_NP_PORT_TYPE_10GE, kSentinel}));
@@ -195,7 +211,8 @@ TEST_F(FennaTest, NpLocalPortSearchKnowsThreeTypes) {
     ExpectNpPortSearchStopsAtFirstMatchWithinCount(&aux_np_port_to_mapping_info_fenna);
 }
 
-TEST_F(FennaTest, FirstPortOfNpNeedsAKnownTypeInItsFirstPopulatedCage) {
+TEST_F(FennaTest, FirstPortOfNpNeedsAKnownTypeInItsFirstPopulatedCage)
+{
     struct Case {
         uint32_t even, odd, result, port_type;
     };
@@ -227,7 +244,8 @@ TEST_F(FennaTest, FirstPortOfNpNeedsAKnownTypeInItsFirstPopulatedCage) {
                  Report("np_id < cvn_np_how_many()"));
 }
 
-TEST_F(FennaTest, FirstPortOfNpForAType) {
+TEST_F(FennaTest, FirstPortOfNpForAType)
+{
     for (uint32_t n = 0; n < kNps; ++n) {
         for (const Speed &s : Speeds()) {
             Quad out = Untouched();
@@ -242,7 +260,8 @@ TEST_F(FennaTest, FirstPortOfNpForAType) {
     EXPECT_EQ(out, Untouched());
 }
 
-TEST_F(FennaTest, FaceplatePortWithoutAPortOfItsTypeFailsTheIndex) {
+TEST_F(FennaTest, FaceplatePortWithoutAPortOfItsTypeFailsTheIndex)
+{
     for (uint32_t c = 0; c < kCages; ++c) {
         EXPECT_DEATH(aux_cvn_faceplate_to_mapping_info(c, Front(c, 10), CVN_NP_PORT_TYPE_10GE,
                                                        nullptr, nullptr, nullptr),
@@ -252,7 +271,7 @@ TEST_F(FennaTest, FaceplatePortWithoutAPortOfItsTypeFailsTheIndex) {
                  Report("index < fenna_card_np_info->port_subslot_40g"));
     EXPECT_DEATH(aux_cvn_faceplate_to_mapping_info(0, 0x60, CVN_NP_PORT_TYPE_10GE, nullptr, nullptr,
                                                    nullptr),
-                 Report("index < fenna_card_np_info->port_subslot_10g"));  // past the table
+                 Report("index < fenna_card_np_info->port_subslot_10g")); // past the table
     EXPECT_DEATH(cvn_faceplate_porttype_to_np(CVN_NP_PORT_TYPE_100GE, 0x51),
                  Report("index < fenna_card_np_info->port_subslot_100g"));
     EXPECT_DEATH(cvn_faceplate_porttype_to_np(CVN_NP_PORT_TYPE_NONE, 0x00), Report("0"));
@@ -261,7 +280,8 @@ TEST_F(FennaTest, FaceplatePortWithoutAPortOfItsTypeFailsTheIndex) {
                  Report("ifsubsys_num < fenna_card_np_info->num_cage"));
 }
 
-TEST_F(FennaTest, MappingOfAFrontPortOfAKnownType) {
+TEST_F(FennaTest, MappingOfAFrontPortOfAKnownType)
+{
     Quad out = Untouched();
     aux_cvn_np_front_port_to_mapping_info(5, 0x59, k10G, &out[0], &out[1], &out[2], &out[3]);
     EXPECT_EQ(out, (Quad{2, 201, 0x59, CVN_NP_PORT_TYPE_10GE}));
@@ -273,10 +293,11 @@ TEST_F(FennaTest, MappingOfAFrontPortOfAKnownType) {
     EXPECT_DEATH(aux_cvn_np_front_port_to_mapping_info(0, 0x02, k40G, &np, &npp, &fp, &pt),
                  Report("index < fenna_card_np_info->port_subslot_40g"));
     EXPECT_DEATH(aux_cvn_np_front_port_to_mapping_info(0, 0x60, k10G, &np, &npp, &fp, &pt),
-                 Report("index < fenna_card_np_info->port_subslot_10g"));  // past the table
+                 Report("index < fenna_card_np_info->port_subslot_10g")); // past the table
 }
 
-TEST_F(FennaTest, CageQueryAsksThePlatformForSubslotZeroAndTheCage) {
+TEST_F(FennaTest, CageQueryAsksThePlatformForSubslotZeroAndTheCage)
+{
     for (uint32_t c = 0; c < kCages; ++c) {
         Plug(c, k100G + c);
         ASSERT_EQ(cvn_np_sim_set_ifsubsys(1, c, k10G), 0);
@@ -290,12 +311,13 @@ TEST_F(FennaTest, CageQueryAsksThePlatformForSubslotZeroAndTheCage) {
     Quad out = Untouched();
     EXPECT_EQ(aux_cvn_np_front_port_to_ifsubsys(0x10, &out[0], &out[1], &out[2]), kFailStatus);
     EXPECT_EQ(out, Untouched());
-    EXPECT_EQ(cvn_np_port_info_get(), fenna_dummy_port_info);  // every cage unanswered
+    EXPECT_EQ(cvn_np_port_info_get(), fenna_dummy_port_info); // every cage unanswered
     EXPECT_DEATH(aux_cvn_np_front_port_to_ifsubsys(0x60, &out[0], &out[1], &out[2]),
                  Report("cage_id.ifsubsys < fenna_card_np_info->num_cage"));
 }
 
-TEST_F(FennaTest, ComplexesSubslotsAndEncoding) {
+TEST_F(FennaTest, ComplexesSubslotsAndEncoding)
+{
     for (uint32_t n = 0; n < kNps; ++n) {
         EXPECT_EQ(cvn_np_complex_to_subslot(n), 0u);
         EXPECT_EQ(cvn_np_complex_to_np(n, 1), n);
@@ -321,7 +343,8 @@ TEST_F(FennaTest, ComplexesSubslotsAndEncoding) {
     EXPECT_EQ(cvn_np_lib_get_phys_port_tuple45(CVN_NP_PORT_TYPE_COMBO, 0, 5, 9), 255u);
 }
 
-TEST_F(FennaTest, FrontPortCageDecodeIsNotProvided) {
+TEST_F(FennaTest, FrontPortCageDecodeIsNotProvided)
+{
     EXPECT_EQ(cvn_np_api_fenna.aux_cvn_np_front_port_to_ifsubinst, nullptr);
     uint32_t cage = kSentinel;
     EXPECT_EQ(aux_cvn_np_front_port_to_ifsubinst(0x35, &cage), kInvalid);
@@ -329,4 +352,4 @@ TEST_F(FennaTest, FrontPortCageDecodeIsNotProvided) {
     EXPECT_EQ(cage, kSentinel);
 }
 
-}  // namespace
+} // namespace

@@ -18,11 +18,13 @@ struct Port {
     uint32_t front, np, np_port, type;
 };
 // In the tuple order: NP 0's 10GE ports, NP 1's, then the two 100GE ports.
-const std::vector<Port> &Ports() {
+const std::vector<Port> &Ports()
+{
     static const std::vector<Port> ports = [] {
         std::vector<Port> p;
         for (uint32_t np = 0; np < 2; ++np)
-            for (uint32_t k = 0; k < 10; ++k) p.push_back({32 * np + 16 + k, np, 204 + k, 1});
+            for (uint32_t k = 0; k < 10; ++k)
+                p.push_back({32 * np + 16 + k, np, 204 + k, 1});
         p.push_back({0, 0, 116, 4});
         p.push_back({32, 1, 116, 4});
         return p;
@@ -30,20 +32,23 @@ const std::vector<Port> &Ports() {
     return ports;
 }
 // The port at front f, or nullptr.
-const Port *PortAt(uint32_t f) {
+const Port *PortAt(uint32_t f)
+{
     for (const Port &p : Ports())
-        if (p.front == f) return &p;
+        if (p.front == f)
+            return &p;
     return nullptr;
 }
 const Quad kNone4 = Untouched();
-const Quad kFiller = {255, 255, 255, 255};  // what a hole or a past-the-table index reads as
+const Quad kFiller = {255, 255, 255, 255}; // what a hole or a past-the-table index reads as
 
 class MarutaTest : public LibTest {
   protected:
     MarutaTest() : LibTest(0x3D02C1) {}
 };
 
-TEST_F(MarutaTest, CardSummaryAndFixedAnswers) {
+TEST_F(MarutaTest, CardSummaryAndFixedAnswers)
+{
     EXPECT_EQ(card_np_api, &cvn_np_api_maruta);
     EXPECT_EQ(cvn_np_version_get()->ver_major, 5);
     EXPECT_EQ(cvn_np_version_get()->ver_minor, 'c');
@@ -52,8 +57,9 @@ TEST_F(MarutaTest, CardSummaryAndFixedAnswers) {
     EXPECT_EQ(cvn_np_chip_how_many(), 2u);
     const subslot_info *s = cvn_np_subslot_info_get();
     EXPECT_EQ((Quad{s->num_of_subslots, s->max_ports_per_subslot, s->max_of_ifsubsys_per_subslot,
-                    s->spare}), (Quad{1, 24, 4, 255}));
-    const port_info *card = cvn_np_port_info_get();  // single records, no END after them
+                    s->spare}),
+              (Quad{1, 24, 4, 255}));
+    const port_info *card = cvn_np_port_info_get(); // single records, no END after them
     EXPECT_EQ(std::make_pair(card->num_ports, card->port_type), std::make_pair(1u, 4u));
     const port_info *combo = cvn_np_port_info_subslot(0x0);
     EXPECT_EQ(std::make_pair(combo->num_ports, combo->port_type), std::make_pair(24u, 2u));
@@ -72,17 +78,19 @@ TEST_F(MarutaTest, CardSummaryAndFixedAnswers) {
     EXPECT_DEATH(cvn_np_info_num_local_ports(2), Report("np_id < cvn_np_how_many()"));
 }
 
-TEST_F(MarutaTest, TheOtherCardTypeIsServedAlike) {
+TEST_F(MarutaTest, TheOtherCardTypeIsServedAlike)
+{
     cardtype = 0x3D02DA;
     ASSERT_EQ(cvn_np_lib_init(0x3D02DA), 0u);
     EXPECT_EQ(card_np_api, &cvn_np_api_maruta);
     EXPECT_EQ(cvn_np_front_port_to_np_port(0x31), 204u + 1);
 }
 
-TEST_F(MarutaTest, InstancePortInfoFollowsTheReportedType) {
+TEST_F(MarutaTest, InstancePortInfoFollowsTheReportedType)
+{
     const std::vector<std::pair<uint32_t, std::pair<uint32_t, uint32_t>>> cases = {
-        {k100, {1, 4}}, {k10, {10, 1}}, {kNone, {0, 8}}, {k100G, {0, 8}}, {k10G, {0, 8}},
-        {kFails, {0, 8}}};  // a failed query goes on with type NONE
+        {k100, {1, 4}},  {k10, {10, 1}}, {kNone, {0, 8}},
+        {k100G, {0, 8}}, {k10G, {0, 8}}, {kFails, {0, 8}}}; // a failed query goes on with type NONE
     for (const auto &[type, record] : cases) {
         for (uint32_t inst = 0; inst < 4; ++inst) {
             SCOPED_TRACE(testing::Message() << "instance " << inst << " type " << std::hex << type);
@@ -100,8 +108,10 @@ TEST_F(MarutaTest, InstancePortInfoFollowsTheReportedType) {
     EXPECT_DEATH(aux_cvn_np_port_info_get(1, 0, k10), Report("subslot_num == 0"));
 }
 
-TEST_F(MarutaTest, InstanceQueryAsksBits7To4AndPassesAFailureBack) {
-    for (uint32_t inst = 0; inst < 16; ++inst) Plug(inst, 0x20000 + inst);
+TEST_F(MarutaTest, InstanceQueryAsksBits7To4AndPassesAFailureBack)
+{
+    for (uint32_t inst = 0; inst < 16; ++inst)
+        Plug(inst, 0x20000 + inst);
     Plug(5, kFails);
     for (uint32_t f = 0; f < 0x300; f += 7) {
         SCOPED_TRACE(testing::Message() << "front 0x" << std::hex << f);
@@ -118,7 +128,8 @@ TEST_F(MarutaTest, InstanceQueryAsksBits7To4AndPassesAFailureBack) {
     }
 }
 
-TEST_F(MarutaTest, FrontPortReadsItsTableEntryWithoutAskingThePlatform) {
+TEST_F(MarutaTest, FrontPortReadsItsTableEntryWithoutAskingThePlatform)
+{
     for (uint32_t f = 0; f < 0x120; ++f) {
         SCOPED_TRACE(testing::Message() << "front " << f);
         const Port *p = PortAt(f);
@@ -135,7 +146,8 @@ TEST_F(MarutaTest, FrontPortReadsItsTableEntryWithoutAskingThePlatform) {
     EXPECT_EQ(cvn_np_sim_ifsubsys_queries(), 0u);
 }
 
-TEST_F(MarutaTest, NpLocalPortFindsItsFrontPort) {
+TEST_F(MarutaTest, NpLocalPortFindsItsFrontPort)
+{
     for (const Port &p : Ports()) {
         SCOPED_TRACE(testing::Message() << "front " << p.front);
         Quad out = kNone4;
@@ -151,13 +163,14 @@ TEST_F(MarutaTest, NpLocalPortFindsItsFrontPort) {
     aux_cvn_np_info_to_mapping_info(0x10000, 116, 0, &out[0], &out[1], &out[2]);
     EXPECT_EQ(cvn_np_info_to_fplate_porttype(0, 203, &out[0], &out[1]), 0u);
     EXPECT_EQ(out, kNone4);
-    aux_cvn_np_info_to_mapping_info(255, 255, 0, &out[0], &out[1], &out[2]);  // a hole matches
+    aux_cvn_np_info_to_mapping_info(255, 255, 0, &out[0], &out[1], &out[2]); // a hole matches
     EXPECT_EQ(out, (Quad{255, 255, 255, kSentinel}));
     EXPECT_EQ(cvn_np_info_to_fplate_porttype(2, 116, &out[0], &out[1]), kInvalid);
     EXPECT_EQ(cvn_np_info_to_front_port(2, 116, &out[0]), kInvalid);
 }
 
-TEST_F(MarutaTest, FirstPortsOfAnNpAreFixed) {
+TEST_F(MarutaTest, FirstPortsOfAnNpAreFixed)
+{
     for (uint32_t np : {0u, 1u, 7u}) {
         Quad out = kNone4;
         EXPECT_EQ(cvn_np_first_front_port_on_np(np, &out[0]), 0u);
@@ -169,23 +182,27 @@ TEST_F(MarutaTest, FirstPortsOfAnNpAreFixed) {
     EXPECT_EQ(cvn_np_first_fplate_porttype_on_np(0, nullptr, nullptr), 0u);
 }
 
-TEST_F(MarutaTest, FaceplatePortIndexesTheTableWhateverThePortType) {
+TEST_F(MarutaTest, FaceplatePortIndexesTheTableWhateverThePortType)
+{
     for (uint32_t fp : {0u, 5u, 16u, 25u, 26u, 32u, 50u, 57u, 58u, 59u, 300u, 0xFFFFFFFFu}) {
         for (uint32_t port_type : {0u, 1u, 4u, 0x10041u}) {
             SCOPED_TRACE(testing::Message() << "faceplate " << fp << " type " << port_type);
             const Port *p = PortAt(fp);
-            const Quad want = p ? Quad{p->np, p->np_port, fp, kSentinel} : Quad{255, 255, 255, kSentinel};
+            const Quad want =
+                p ? Quad{p->np, p->np_port, fp, kSentinel} : Quad{255, 255, 255, kSentinel};
             EXPECT_EQ(cvn_faceplate_porttype_to_np(port_type, fp), want[0]);
             EXPECT_EQ(cvn_faceplate_porttype_to_np_port(port_type, fp), want[1]);
             EXPECT_EQ(cvn_faceplate_porttype_to_phys_port(port_type, fp), fp);
             Quad out = kNone4;
-            EXPECT_EQ(cvn_faceplate_porttype_mapping_info(port_type, fp, &out[0], &out[1], &out[2]), 0u);
+            EXPECT_EQ(cvn_faceplate_porttype_mapping_info(port_type, fp, &out[0], &out[1], &out[2]),
+                      0u);
             EXPECT_EQ(out, want);
         }
     }
 }
 
-TEST_F(MarutaTest, ComplexIsItsOwnNpOnTheOneSubslot) {
+TEST_F(MarutaTest, ComplexIsItsOwnNpOnTheOneSubslot)
+{
     for (uint32_t c = 0; c < 2; ++c) {
         EXPECT_EQ(cvn_np_complex_to_subslot(static_cast<uint8_t>(c)), 0u);
         EXPECT_EQ(cvn_np_complex_to_np(static_cast<uint8_t>(c), 1), c);
@@ -201,11 +218,13 @@ TEST_F(MarutaTest, ComplexIsItsOwnNpOnTheOneSubslot) {
     EXPECT_DEATH(cvn_np_complex_to_np(2, 0), Report("np_complex < cvn_np_how_many()"));
 }
 
-TEST_F(MarutaTest, FrontPortEncodingIsInstanceAndPort) {
+TEST_F(MarutaTest, FrontPortEncodingIsInstanceAndPort)
+{
     for (uint32_t v = 0; v < 0x240; v += 3) {
         SCOPED_TRACE(testing::Message() << "value 0x" << std::hex << v);
         EXPECT_EQ(cvn_np_lib_set_subslot_phy_port(1, v), v & 0xFF);
-        EXPECT_EQ(cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port(0, v, v + 1), ((v * 16) & 0xF0) | ((v + 1) & 0xF));
+        EXPECT_EQ(cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port(0, v, v + 1),
+                  ((v * 16) & 0xF0) | ((v + 1) & 0xF));
         EXPECT_EQ(cvn_np_lib_get_subslot(v), 0u);
         EXPECT_EQ(cvn_np_lib_get_subslot_port(v), v & 0xFF);
         EXPECT_EQ(cvn_np_lib_get_port(v), v & 0xFF);
@@ -214,19 +233,21 @@ TEST_F(MarutaTest, FrontPortEncodingIsInstanceAndPort) {
     }
 }
 
-TEST_F(MarutaTest, TupleIndexAndFrontPortAreInverse) {
+TEST_F(MarutaTest, TupleIndexAndFrontPortAreInverse)
+{
     const auto &ports = Ports();
     for (uint32_t i = 0; i < ports.size(); ++i) {
         const uint16_t inst = static_cast<uint16_t>(i / 3), port = static_cast<uint16_t>(i - i / 3);
         EXPECT_EQ(cvn_np_lib_get_phys_port_tuple45(i % 5, 1, inst, port), ports[i].front);
     }
-    EXPECT_EQ(cvn_np_lib_get_phys_port_tuple45(4, 0, 20, 2), 255u);    // the end entry
+    EXPECT_EQ(cvn_np_lib_get_phys_port_tuple45(4, 0, 20, 2), 255u);     // the end entry
     EXPECT_EQ(cvn_np_lib_get_phys_port_tuple45(4, 0, 0xFFFF, 9), 255u); // past the table
     for (uint32_t f = 0; f < 0x200; ++f) {
         uint32_t index = kSentinel;
-        uint32_t want = 22;  // the end entry's front port 255 is compared too
+        uint32_t want = 22; // the end entry's front port 255 is compared too
         for (uint32_t i = 0; i < ports.size(); ++i)
-            if (ports[i].front == f) want = i;
+            if (ports[i].front == f)
+                want = i;
         const bool found = want != 22 || f == 255;
         EXPECT_EQ(aux_cvn_np_front_port_to_ifsubinst(f, &index), found ? 0u : 22u) << f;
         EXPECT_EQ(index, found ? want : kSentinel) << f;
@@ -234,7 +255,8 @@ TEST_F(MarutaTest, TupleIndexAndFrontPortAreInverse) {
     EXPECT_EQ(aux_cvn_np_front_port_to_ifsubinst(16, nullptr), 22u);
 }
 
-TEST_F(MarutaTest, InstancePortMapsThroughItsInstanceTable) {
+TEST_F(MarutaTest, InstancePortMapsThroughItsInstanceTable)
+{
     for (uint32_t inst = 0; inst < 4; ++inst) {
         for (uint32_t k = 0; k < 12; ++k) {
             SCOPED_TRACE(testing::Message() << "instance " << inst << " index " << k);
@@ -245,11 +267,13 @@ TEST_F(MarutaTest, InstancePortMapsThroughItsInstanceTable) {
             EXPECT_EQ(out, present ? (Quad{p->np, p->np_port, p->front, p->type}) : kFiller);
         }
     }
-    EXPECT_DEATH(aux_cvn_np_front_port_to_mapping_info(4, 0, k10, nullptr, nullptr, nullptr, nullptr),
-                 Report("0"));
+    EXPECT_DEATH(
+        aux_cvn_np_front_port_to_mapping_info(4, 0, k10, nullptr, nullptr, nullptr, nullptr),
+        Report("0"));
 }
 
-TEST_F(MarutaTest, EmptySlotsAnswerInvalidAndWriteNothing) {
+TEST_F(MarutaTest, EmptySlotsAnswerInvalidAndWriteNothing)
+{
     Quad out = kNone4;
     EXPECT_EQ(aux_cvn_np_info_num_local_ports(0, 0, k10), kInvalid);
     EXPECT_EQ(aux_cvn_np_first_port_on_np(0, 0, k10, &out[0], &out[1], &out[2]), kInvalid);
@@ -260,7 +284,8 @@ TEST_F(MarutaTest, EmptySlotsAnswerInvalidAndWriteNothing) {
     EXPECT_EQ(out, kNone4);
 }
 
-TEST_F(MarutaTest, FillerLeavesOnlySlots40And42To44Empty) {
+TEST_F(MarutaTest, FillerLeavesOnlySlots40And42To44Empty)
+{
     std::array<void (*)(), CVN_NP_API_SLOTS> slots{};
     static_assert(sizeof(slots) == sizeof(cvn_np_api));
     std::memcpy(slots.data(), &cvn_np_api_maruta, sizeof(slots));
@@ -270,4 +295,4 @@ TEST_F(MarutaTest, FillerLeavesOnlySlots40And42To44Empty) {
     }
 }
 
-}  // namespace
+} // namespace

@@ -40,12 +40,15 @@ namespace {
 std::atomic<bool> counting{false};
 std::atomic<uint64_t> allocations{0};
 
-void count() {
-    if (counting.load(std::memory_order_relaxed)) allocations.fetch_add(1, std::memory_order_relaxed);
+void count()
+{
+    if (counting.load(std::memory_order_relaxed))
+        allocations.fetch_add(1, std::memory_order_relaxed);
 }
 
 // operator new takes its memory uncounted: it has counted itself.
-void *uncounted_malloc(std::size_t size) {
+void *uncounted_malloc(std::size_t size)
+{
 #ifdef CVN_NP_SANITIZER_OWNS_MALLOC
     return std::malloc(size);
 #else
@@ -53,20 +56,24 @@ void *uncounted_malloc(std::size_t size) {
 #endif
 }
 
-void *allocate(std::size_t size) {
+void *allocate(std::size_t size)
+{
     count();
-    if (void *p = uncounted_malloc(size == 0 ? 1 : size)) return p;
+    if (void *p = uncounted_malloc(size == 0 ? 1 : size))
+        return p;
     throw std::bad_alloc();
 }
 
-void *allocate_aligned(std::size_t size, std::align_val_t align) {
+void *allocate_aligned(std::size_t size, std::align_val_t align)
+{
     count();
     const auto a = static_cast<std::size_t>(align);
-    if (void *p = std::aligned_alloc(a, (size + a - 1) / a * a)) return p;
+    if (void *p = std::aligned_alloc(a, (size + a - 1) / a * a))
+        return p;
     throw std::bad_alloc();
 }
 
-}  // namespace
+} // namespace
 
 // Every replaceable allocating form reaches allocate(); the non-throwing
 // ones through the throwing ones.
@@ -74,14 +81,16 @@ void *operator new(std::size_t size) { return allocate(size); }
 void *operator new[](std::size_t size) { return allocate(size); }
 void *operator new(std::size_t size, std::align_val_t a) { return allocate_aligned(size, a); }
 void *operator new[](std::size_t size, std::align_val_t a) { return allocate_aligned(size, a); }
-void *operator new(std::size_t size, const std::nothrow_t &) noexcept {
+void *operator new(std::size_t size, const std::nothrow_t &) noexcept
+{
     try {
         return allocate(size);
     } catch (...) {
         return nullptr;
     }
 }
-void *operator new[](std::size_t size, const std::nothrow_t &) noexcept {
+void *operator new[](std::size_t size, const std::nothrow_t &) noexcept
+{
     try {
         return allocate(size);
     } catch (...) {
@@ -100,15 +109,18 @@ void operator delete[](void *p, std::size_t, std::align_val_t) noexcept { std::f
 #ifndef CVN_NP_SANITIZER_OWNS_MALLOC
 // The definitions below take the public names for the whole process.
 
-extern "C" void *malloc(std::size_t size) noexcept {
+extern "C" void *malloc(std::size_t size) noexcept
+{
     count();
     return __libc_malloc(size);
 }
-extern "C" void *calloc(std::size_t n, std::size_t size) noexcept {
+extern "C" void *calloc(std::size_t n, std::size_t size) noexcept
+{
     count();
     return __libc_calloc(n, size);
 }
-extern "C" void *realloc(void *p, std::size_t size) noexcept {
+extern "C" void *realloc(void *p, std::size_t size) noexcept
+{
     count();
     return __libc_realloc(p, size);
 }
@@ -117,7 +129,8 @@ extern "C" void *realloc(void *p, std::size_t size) noexcept {
 namespace {
 
 // Counts the allocations `work` makes.
-template <class Work> uint64_t AllocationsOf(Work &&work) {
+template <class Work> uint64_t AllocationsOf(Work &&work)
+{
     allocations.store(0);
     counting.store(true);
     work();
@@ -127,7 +140,8 @@ template <class Work> uint64_t AllocationsOf(Work &&work) {
 
 class NoAllocation : public ::testing::Test {
   protected:
-    void SetUp() override {
+    void SetUp() override
+    {
 #ifdef CVN_NP_SANITIZER_OWNS_MALLOC
         GTEST_SKIP() << "the sanitizer runtime owns malloc here, so it cannot be counted; "
                         "the plain build runs these tests";
@@ -139,7 +153,8 @@ class NoAllocation : public ::testing::Test {
 // is not removed.
 void *volatile kept = nullptr;
 
-TEST_F(NoAllocation, CountersSeeEveryKindOfAllocation) {
+TEST_F(NoAllocation, CountersSeeEveryKindOfAllocation)
+{
     using Alloc = void *(*)();
     const Alloc kinds[] = {
         [] { return std::malloc(24); },
@@ -155,7 +170,7 @@ TEST_F(NoAllocation, CountersSeeEveryKindOfAllocation) {
         if (k < 3) {
             std::free(p);
         } else if (k == 5) {
-            ::operator delete(p, std::align_val_t{64});
+            ::operator delete (p, std::align_val_t{64});
         } else {
             ::operator delete(p);
         }
@@ -163,7 +178,8 @@ TEST_F(NoAllocation, CountersSeeEveryKindOfAllocation) {
     // A library-style container growing counts as well.
     EXPECT_GT(AllocationsOf([] {
                   std::vector<int> v;
-                  for (int i = 0; i < 100; ++i) v.push_back(i);
+                  for (int i = 0; i < 100; ++i)
+                      v.push_back(i);
                   kept = v.data();
               }),
               0u);
@@ -172,7 +188,8 @@ TEST_F(NoAllocation, CountersSeeEveryKindOfAllocation) {
 // After each family's start-up, a sweep of every public function, with
 // every valid input of a populated card, allocates nothing and answers as
 // the first sweep did.
-TEST_F(NoAllocation, EveryPublicFunctionOnEveryFamilyAllocatesNothing) {
+TEST_F(NoAllocation, EveryPublicFunctionOnEveryFamilyAllocatesNothing)
+{
     for (cvn_scenario::Scenario &s : cvn_scenario::AllScenarios()) {
         SCOPED_TRACE(s.name);
         cvn_scenario::Prepare(s);
@@ -184,7 +201,8 @@ TEST_F(NoAllocation, EveryPublicFunctionOnEveryFamilyAllocatesNothing) {
         size_t n = 0;
         const uint64_t count = AllocationsOf([&] {
             cvn_scenario::Sweep(s, [&](uint64_t v) {
-                if (n < again.size()) again[n] = v;
+                if (n < again.size())
+                    again[n] = v;
                 ++n;
             });
         });
@@ -194,4 +212,4 @@ TEST_F(NoAllocation, EveryPublicFunctionOnEveryFamilyAllocatesNothing) {
     }
 }
 
-}  // namespace
+} // namespace

@@ -11,11 +11,16 @@ using namespace cvn_test;
 
 constexpr uint32_t kQln10 = CVN_NP_IFSUB_TYPE_QUELLON_10GE;
 
-std::string Report(const char *condition) { return ReportLine("cvn_np_lib_quellon.cpp", condition); }
+std::string Report(const char *condition)
+{
+    return ReportLine("cvn_np_lib_quellon.cpp", condition);
+}
 
-uint32_t NpCount(uint32_t card_type) {
+uint32_t NpCount(uint32_t card_type)
+{
     for (uint32_t one : {0x3D02CAu, 0x3D02CBu, 0x3D02CCu, 0x3D02D0u, 0x3D02D1u, 0x3D02D2u})
-        if (card_type == one) return 1;
+        if (card_type == one)
+            return 1;
     return 2;
 }
 uint32_t NpOf(uint32_t i) { return i / 24; }
@@ -29,34 +34,39 @@ class QuellonTest : public LibTest, public testing::WithParamInterface<uint32_t>
     QuellonTest() : LibTest(GetParam()) {}
     uint32_t Ports() const { return 24 * NpCount(GetParam()); }
     // Every instance reports quellon's 10GE type.
-    static void PlugAllInstances() {
-        PlugAll(12, kQln10);
-    }
+    static void PlugAllInstances() { PlugAll(12, kQln10); }
 };
 
 INSTANTIATE_TEST_SUITE_P(EveryCardType, QuellonTest, testing::Range(0x3D02C7u, 0x3D02D3u),
-                         [](const auto &info) { return "x" + std::to_string(info.param - 0x3D0200); });
+                         [](const auto &info) {
+                             return "x" + std::to_string(info.param - 0x3D0200);
+                         });
 
-TEST_P(QuellonTest, CardSummaryFollowsTheNpCount) {
+TEST_P(QuellonTest, CardSummaryFollowsTheNpCount)
+{
     const uint32_t n = NpCount(GetParam());
     EXPECT_EQ(card_np_api, &cvn_np_api_quellon);
     EXPECT_EQ(cvn_np_how_many(), n);
     EXPECT_EQ(cvn_np_chip_how_many(), n);
     EXPECT_EQ(cvn_np_qln_max_ports, Ports());
-    EXPECT_EQ((cvn_np_version_get()->ver_major << 8) | cvn_np_version_get()->ver_minor, (5u << 8) | 'c');
+    EXPECT_EQ((cvn_np_version_get()->ver_major << 8) | cvn_np_version_get()->ver_minor,
+              (5u << 8) | 'c');
     EXPECT_EQ(cvn_max_mtu(), 9216u);
     const subslot_info *s = cvn_np_subslot_info_get();
     EXPECT_EQ((Quad{s->num_of_subslots, s->max_ports_per_subslot, s->max_of_ifsubsys_per_subslot,
-                    s->spare}), (Quad{1, Ports(), 6 * n, Ports()}));
+                    s->spare}),
+              (Quad{1, Ports(), 6 * n, Ports()}));
     const List card = {{Ports(), CVN_NP_PORT_TYPE_COMBO}, {4, CVN_NP_PORT_TYPE_COMBO}};
     EXPECT_EQ(ListOf(cvn_np_port_info_get()), card);
     EXPECT_EQ(ListOf(cvn_np_port_info_subslot(7)), card);
-    EXPECT_EQ(ListOf(cvn_np_port_info_from_subslot_ifsubinst(3, 40)), (List{{4, CVN_NP_PORT_TYPE_COMBO}}));
+    EXPECT_EQ(ListOf(cvn_np_port_info_from_subslot_ifsubinst(3, 40)),
+              (List{{4, CVN_NP_PORT_TYPE_COMBO}}));
     EXPECT_EQ(cvn_np_info_num_local_ports(n - 1), 24u);
     EXPECT_DEATH(cvn_np_info_num_local_ports(n), Report("np_id < cvn_np_how_many()"));
 }
 
-TEST_P(QuellonTest, FrontPortIsTheIndexOfItsPort) {
+TEST_P(QuellonTest, FrontPortIsTheIndexOfItsPort)
+{
     PlugAllInstances();
     for (uint32_t f = 0; f < 0x300; ++f) {
         const uint32_t i = f & 0xFF;
@@ -64,7 +74,8 @@ TEST_P(QuellonTest, FrontPortIsTheIndexOfItsPort) {
         Quad out = kNone4;
         if (i >= Ports()) {
             EXPECT_EQ(cvn_np_front_port_to_face_plate_port(f, &out[2], &out[3]), kInvalid);
-            EXPECT_EQ(cvn_np_front_port_mapping_info(f, &out[0], &out[1], &out[2], &out[3]), kInvalid);
+            EXPECT_EQ(cvn_np_front_port_mapping_info(f, &out[0], &out[1], &out[2], &out[3]),
+                      kInvalid);
             EXPECT_EQ(out, kNone4);
             continue;
         }
@@ -82,10 +93,11 @@ TEST_P(QuellonTest, FrontPortIsTheIndexOfItsPort) {
         EXPECT_EQ(cvn_np_lib_get_ifsubinst(f), i / 4);
         EXPECT_EQ(cvn_np_lib_get_ifsubinst_port(f), i % 4);
         EXPECT_EQ(cvn_np_lib_set_subslot_phy_port(3, i), i);
-        EXPECT_EQ(cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port(9, i / 4, (i % 4) + 4 * (f >> 8)), i);
+        EXPECT_EQ(cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port(9, i / 4, (i % 4) + 4 * (f >> 8)),
+                  i);
         EXPECT_EQ(cvn_np_lib_get_phys_port_tuple45(4, 1, static_cast<uint16_t>(i), 3), i);
     }
-    EXPECT_EQ(cvn_np_lib_get_subslot_port(0x1FF), 0xFFu);  // no check
+    EXPECT_EQ(cvn_np_lib_get_subslot_port(0x1FF), 0xFFu); // no check
     const uint32_t past = Ports();
     const std::string front_bound = Report("phys_front_port < cvn_np_qln_max_ports");
     const std::string sub_bound = Report("sub_phys_front_port < cvn_np_qln_max_ports");
@@ -93,7 +105,7 @@ TEST_P(QuellonTest, FrontPortIsTheIndexOfItsPort) {
     EXPECT_DEATH(cvn_np_front_port_to_np_port(past | 0x100), front_bound);
     EXPECT_DEATH(cvn_np_front_port_to_port_type(past), front_bound);
     EXPECT_DEATH(cvn_np_lib_set_subslot_phy_port(0, past), front_bound);
-    EXPECT_DEATH(cvn_np_lib_set_subslot_phy_port(0, 0x100), front_bound);  // not narrowed
+    EXPECT_DEATH(cvn_np_lib_set_subslot_phy_port(0, 0x100), front_bound); // not narrowed
     EXPECT_DEATH(cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port(0, past / 4, 0), Report("0"));
     EXPECT_DEATH(cvn_np_lib_get_subslot(past), sub_bound);
     EXPECT_DEATH(cvn_np_lib_get_port(past), sub_bound);
@@ -102,7 +114,8 @@ TEST_P(QuellonTest, FrontPortIsTheIndexOfItsPort) {
     EXPECT_DEATH(cvn_np_lib_get_phys_port_tuple45(1, 0, static_cast<uint16_t>(past), 0), sub_bound);
 }
 
-TEST_P(QuellonTest, PortTypeIsAskedOfThePortsInstance) {
+TEST_P(QuellonTest, PortTypeIsAskedOfThePortsInstance)
+{
     // Only quellon's own 10GE type makes a 10GE port; a failed query counts
     // as no port and is not passed back.
     const std::vector<std::pair<uint32_t, uint32_t>> answers = {
@@ -114,7 +127,8 @@ TEST_P(QuellonTest, PortTypeIsAskedOfThePortsInstance) {
                 SCOPED_TRACE(testing::Message() << "port " << i << " type 0x" << std::hex << type);
                 EXPECT_EQ(cvn_np_front_port_to_port_type(i), port_type);
                 Quad out = kNone4;
-                EXPECT_EQ(cvn_np_front_port_mapping_info(i, nullptr, nullptr, nullptr, &out[3]), 0u);
+                EXPECT_EQ(cvn_np_front_port_mapping_info(i, nullptr, nullptr, nullptr, &out[3]),
+                          0u);
                 EXPECT_EQ(out[3], port_type);
             }
         }
@@ -125,7 +139,8 @@ TEST_P(QuellonTest, PortTypeIsAskedOfThePortsInstance) {
     }
 }
 
-TEST_P(QuellonTest, NpLocalPortFindsItsFrontPort) {
+TEST_P(QuellonTest, NpLocalPortFindsItsFrontPort)
+{
     PlugAllInstances();
     const uint32_t n = NpCount(GetParam());
     for (uint32_t np = 0; np < n; ++np) {
@@ -133,7 +148,8 @@ TEST_P(QuellonTest, NpLocalPortFindsItsFrontPort) {
             SCOPED_TRACE(testing::Message() << "NP " << np << " port " << np_port);
             uint32_t want = kSentinel;
             for (uint32_t i = 24 * np; i < 24 * np + 24; ++i)
-                if (NpPortOf(i) == np_port) want = i;
+                if (NpPortOf(i) == np_port)
+                    want = i;
             Quad out = kNone4;
             EXPECT_EQ(cvn_np_info_to_front_port(np, np_port, &out[0]), 0u);
             EXPECT_EQ(cvn_np_info_to_fplate_porttype(np, np_port, &out[1], &out[2]), 0u);
@@ -145,7 +161,7 @@ TEST_P(QuellonTest, NpLocalPortFindsItsFrontPort) {
         EXPECT_EQ(cvn_np_first_phys_port_on_np(np, &out[1]), 0u);
         EXPECT_EQ(cvn_np_first_fplate_porttype_on_np(np, &out[3], &out[2]), 0u);
         EXPECT_EQ(out, (Quad{24 * np + 1, 24 * np + 1, 24 * np + 1, 1}));
-        out = kNone4;  // the type is looked up only when both outputs are given
+        out = kNone4; // the type is looked up only when both outputs are given
         EXPECT_EQ(cvn_np_first_fplate_porttype_on_np(np, &out[3], nullptr), 0u);
         EXPECT_EQ(out, kNone4);
     }
@@ -155,11 +171,12 @@ TEST_P(QuellonTest, NpLocalPortFindsItsFrontPort) {
     EXPECT_EQ(cvn_np_first_front_port_on_np(n, &out[0]), kInvalid);
     EXPECT_EQ(cvn_np_first_phys_port_on_np(n, &out[0]), kInvalid);
     EXPECT_EQ(cvn_np_first_fplate_porttype_on_np(n, &out[0], &out[1]), kInvalid);
-    EXPECT_EQ(cvn_np_info_to_front_port(0, 0x100C0, &out[0]), 0u);  // NP port compared in 32 bits
+    EXPECT_EQ(cvn_np_info_to_front_port(0, 0x100C0, &out[0]), 0u); // NP port compared in 32 bits
     EXPECT_EQ(out, kNone4);
 }
 
-TEST_P(QuellonTest, FaceplatePortIsTheFrontPort) {
+TEST_P(QuellonTest, FaceplatePortIsTheFrontPort)
+{
     PlugAllInstances();
     for (uint32_t i = 0; i < Ports(); ++i) {
         const uint32_t fp = i | 0x500;
@@ -177,10 +194,11 @@ TEST_P(QuellonTest, FaceplatePortIsTheFrontPort) {
     EXPECT_DEATH(cvn_faceplate_porttype_mapping_info(1, Ports(), nullptr, nullptr, nullptr), bound);
 }
 
-TEST_P(QuellonTest, ComplexesAndCpuPort) {
+TEST_P(QuellonTest, ComplexesAndCpuPort)
+{
     const uint32_t n = NpCount(GetParam());
     Quad out = kNone4;
-    EXPECT_EQ(cvn_np_complex_to_subslot(9), 0u);  // not checked
+    EXPECT_EQ(cvn_np_complex_to_subslot(9), 0u); // not checked
     EXPECT_EQ(cvn_np_complex_to_subslot_list(0, nullptr, &out[1]), 0u);
     EXPECT_EQ(cvn_np_complex_to_subslot_list(static_cast<uint8_t>(n - 1), &out[0], &out[1]), 0u);
     EXPECT_EQ(out, (Quad{1, 0, kSentinel, kSentinel}));
@@ -192,11 +210,14 @@ TEST_P(QuellonTest, ComplexesAndCpuPort) {
     EXPECT_EQ(cvn_np_to_cpu_port_map(static_cast<uint16_t>(n - 1)), 3u);
     EXPECT_DEATH(cvn_np_complex_to_subslot_list(static_cast<uint8_t>(n), nullptr, nullptr),
                  Report("np_complex < cvn_np_how_many()"));
-    EXPECT_DEATH(cvn_np_complex_to_np(static_cast<uint8_t>(n), 0), Report("np_complex < cvn_np_how_many()"));
-    EXPECT_DEATH(cvn_np_to_cpu_port_map(static_cast<uint16_t>(n)), Report("np_num < cvn_np_how_many()"));
+    EXPECT_DEATH(cvn_np_complex_to_np(static_cast<uint8_t>(n), 0),
+                 Report("np_complex < cvn_np_how_many()"));
+    EXPECT_DEATH(cvn_np_to_cpu_port_map(static_cast<uint16_t>(n)),
+                 Report("np_num < cvn_np_how_many()"));
 }
 
-TEST_P(QuellonTest, AuxiliarySlotsAreEmpty) {
+TEST_P(QuellonTest, AuxiliarySlotsAreEmpty)
+{
     Quad out = kNone4;
     EXPECT_EQ(aux_cvn_np_front_port_to_ifsubsys(0, &out[0], &out[1], &out[2]), kInvalid);
     EXPECT_EQ(aux_cvn_np_port_info_get(0, 0, kQln10), nullptr);
@@ -215,26 +236,30 @@ class QuellonCardTypeTest : public LibTest {
     QuellonCardTypeTest() : LibTest(0x3D02C7) {}
 };
 
-TEST_F(QuellonCardTypeTest, NpCountFollowsCardtypeOnEveryCall) {
+TEST_F(QuellonCardTypeTest, NpCountFollowsCardtypeOnEveryCall)
+{
     EXPECT_EQ(cvn_np_how_many(), 2u);
     cardtype = 0x3D02CA;
     EXPECT_EQ(cvn_np_how_many(), 1u);
-    EXPECT_EQ(cvn_np_qln_max_ports, 48u);  // the bound is the init's
+    EXPECT_EQ(cvn_np_qln_max_ports, 48u); // the bound is the init's
     EXPECT_EQ(cvn_np_front_port_to_np(47), 1u);
     EXPECT_EQ(cvn_np_info_to_front_port(1, 192, nullptr), kInvalid);
 }
 
-TEST_F(QuellonCardTypeTest, FillerLeavesOnlyTheAuxiliarySlotsEmpty) {
+TEST_F(QuellonCardTypeTest, FillerLeavesOnlyTheAuxiliarySlotsEmpty)
+{
     std::array<void (*)(), CVN_NP_API_SLOTS> slots{};
     static_assert(sizeof(slots) == sizeof(cvn_np_api));
     std::memcpy(slots.data(), &cvn_np_api_quellon, sizeof(slots));
-    for (size_t i = 0; i < slots.size(); ++i) EXPECT_EQ(slots[i] == nullptr, i >= 37) << "slot " << i;
+    for (size_t i = 0; i < slots.size(); ++i)
+        EXPECT_EQ(slots[i] == nullptr, i >= 37) << "slot " << i;
 }
 
 // The first public call of a fresh process stores the platform's card type
 // in cardtype before the init reads it, so the NP count and every record
 // the init fills follow the platform's card.
-TEST_F(QuellonCardTypeTest, LazyInitTakesTheNpCountFromThePlatformCardType) {
+TEST_F(QuellonCardTypeTest, LazyInitTakesTheNpCountFromThePlatformCardType)
+{
     for (auto [type, n] : {std::pair{0x3D02CBu, 1u}, {0x3D02CEu, 2u}, {0x3D02D1u, 1u}}) {
         SCOPED_TRACE(testing::Message() << std::hex << type);
         cvn_np_sim_set_card_type(type);
@@ -246,8 +271,9 @@ TEST_F(QuellonCardTypeTest, LazyInitTakesTheNpCountFromThePlatformCardType) {
         EXPECT_EQ(card_np_api, &cvn_np_api_quellon);
         EXPECT_EQ(cvn_np_qln_max_ports, 24 * n);
         const subslot_info *s = cvn_np_subslot_info_get();
-        EXPECT_EQ((Quad{s->num_of_subslots, s->max_ports_per_subslot, s->max_of_ifsubsys_per_subslot,
-                        s->spare}), (Quad{1, 24 * n, 6 * n, 24 * n}));
+        EXPECT_EQ((Quad{s->num_of_subslots, s->max_ports_per_subslot,
+                        s->max_of_ifsubsys_per_subslot, s->spare}),
+                  (Quad{1, 24 * n, 6 * n, 24 * n}));
         EXPECT_EQ(ListOf(cvn_np_port_info_get()),
                   (List{{24 * n, CVN_NP_PORT_TYPE_COMBO}, {4, CVN_NP_PORT_TYPE_COMBO}}));
     }
@@ -255,7 +281,8 @@ TEST_F(QuellonCardTypeTest, LazyInitTakesTheNpCountFromThePlatformCardType) {
 
 // The first port of NP 1 is port 25 (NP-local port 192, instance 6); its
 // type is what instance 6 reports, 10GE only for quellon's own type.
-TEST_F(QuellonCardTypeTest, FirstPortTypeIsAskedOfItsInstance) {
+TEST_F(QuellonCardTypeTest, FirstPortTypeIsAskedOfItsInstance)
+{
     for (auto [reported, want] : {std::pair{k10G, 0u}, {kQln10, 1u}, {kNone, 0u}}) {
         SCOPED_TRACE(testing::Message() << std::hex << reported);
         Plug(6, reported);
@@ -266,4 +293,4 @@ TEST_F(QuellonCardTypeTest, FirstPortTypeIsAskedOfItsInstance) {
     }
 }
 
-}  // namespace
+} // namespace

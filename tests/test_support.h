@@ -27,7 +27,8 @@ constexpr uint32_t k40GAlt = CVN_NP_IFSUB_TYPE_40GE_ALT;
 constexpr uint32_t kNone = CVN_NP_IFSUB_TYPE_NONE;
 
 // Escapes every POSIX extended-regex metacharacter of a literal text.
-inline std::string RegexEscape(const std::string &text) {
+inline std::string RegexEscape(const std::string &text)
+{
     std::string out;
     for (char ch : text) {
         if (std::string(".[]()*+?{}|^$\\").find(ch) != std::string::npos) {
@@ -39,7 +40,8 @@ inline std::string RegexEscape(const std::string &text) {
 }
 
 // The whole report line of a failed check in source `file` with `condition`.
-inline std::string ReportLine(const std::string &file, const std::string &condition) {
+inline std::string ReportLine(const std::string &file, const std::string &condition)
+{
     return "^" + RegexEscape("platforms/corvan/lc/lc_tessel/lib/src/" + file) + ": [0-9]+ " +
            RegexEscape(condition) + " -- assertion failed\n";
 }
@@ -49,14 +51,15 @@ inline std::string ReportLine(const std::string &file, const std::string &condit
 // odd_base; front and faceplate port are both 16 * cage + port.
 struct Speed {
     const char *name;
-    uint32_t ifsub_type;  // what the platform reports in the cage
-    uint32_t port_type;   // port-type code of its ports
-    uint32_t ports;       // ports one module carries in the mapping tables
+    uint32_t ifsub_type; // what the platform reports in the cage
+    uint32_t port_type;  // port-type code of its ports
+    uint32_t ports;      // ports one module carries in the mapping tables
     uint32_t even_base;
     uint32_t odd_base;
 };
 
-inline const std::vector<Speed> &Speeds() {
+inline const std::vector<Speed> &Speeds()
+{
     static const std::vector<Speed> speeds = {
         {"100GE", k100G, CVN_NP_PORT_TYPE_100GE, 1, 117, 116},
         {"40GE", k40G, CVN_NP_PORT_TYPE_40GE, 2, 99, 96},
@@ -71,12 +74,14 @@ inline Quad Untouched() { return {kSentinel, kSentinel, kSentinel, kSentinel}; }
 
 inline uint32_t Front(uint32_t cage, uint32_t port) { return 16 * cage + port; }
 inline uint32_t NpOfCage(uint32_t cage) { return cage / 2; }
-inline uint32_t NpPort(const Speed &s, uint32_t cage, uint32_t port) {
+inline uint32_t NpPort(const Speed &s, uint32_t cage, uint32_t port)
+{
     return (cage % 2 == 0 ? s.even_base : s.odd_base) + port;
 }
 
 // The records of a port_info list up to, not including, its end record.
-inline std::vector<std::pair<uint32_t, uint32_t>> ListOf(const port_info *list) {
+inline std::vector<std::pair<uint32_t, uint32_t>> ListOf(const port_info *list)
+{
     std::vector<std::pair<uint32_t, uint32_t>> out;
     for (; list != nullptr && list->port_type != CVN_NP_PORT_TYPE_END && out.size() < 16; ++list) {
         out.emplace_back(list->num_ports, list->port_type);
@@ -91,7 +96,8 @@ class LibTest : public ::testing::Test {
   protected:
     explicit LibTest(uint32_t card_type) : card_type_(card_type) {}
 
-    void SetUp() override {
+    void SetUp() override
+    {
         GTEST_FLAG_SET(death_test_style, "threadsafe");
         cvn_np_sim_reset();
         if (card_type_ != 0) {
@@ -100,21 +106,25 @@ class LibTest : public ::testing::Test {
         }
     }
 
-    static constexpr uint32_t kFails = 1;  // scripts a failing query, not a type
+    static constexpr uint32_t kFails = 1; // scripts a failing query, not a type
     static constexpr uint32_t kFailStatus = 0x5A17u;
 
-    static void Plug(uint32_t cage, uint32_t type) {
+    static void Plug(uint32_t cage, uint32_t type)
+    {
         if (type == kFails) {
             ASSERT_EQ(cvn_np_sim_fail_ifsubsys(0, cage, kFailStatus), 0);
         } else {
             ASSERT_EQ(cvn_np_sim_set_ifsubsys(0, cage, type), 0);
         }
     }
-    static void PlugAll(uint32_t cages, uint32_t type) {
-        for (uint32_t c = 0; c < cages; ++c) Plug(c, type);
+    static void PlugAll(uint32_t cages, uint32_t type)
+    {
+        for (uint32_t c = 0; c < cages; ++c)
+            Plug(c, type);
     }
     // Every cage holds `others`, except NP n's two cages.
-    static void PlugNp(uint32_t cages, uint32_t others, uint32_t n, uint32_t even, uint32_t odd) {
+    static void PlugNp(uint32_t cages, uint32_t others, uint32_t n, uint32_t even, uint32_t odd)
+    {
         cvn_np_sim_reset();
         PlugAll(cages, others);
         Plug(2 * n, even);
@@ -122,7 +132,8 @@ class LibTest : public ::testing::Test {
     }
 
     // Slots 8-12 over every port of every cage, all cages holding one module.
-    static void ExpectFrontPortsFollowWiring(uint32_t cages, const std::vector<Speed> &speeds) {
+    static void ExpectFrontPortsFollowWiring(uint32_t cages, const std::vector<Speed> &speeds)
+    {
         for (const Speed &s : speeds) {
             PlugAll(cages, s.ifsub_type);
             for (uint32_t c = 0; c < cages; ++c) {
@@ -148,7 +159,8 @@ class LibTest : public ::testing::Test {
     }
 
     // Slots 14 and 15 (tables only: no cage is asked) and slots 19-22.
-    static void ExpectNpAndFaceplatePortsFollowWiring(uint32_t cages) {
+    static void ExpectNpAndFaceplatePortsFollowWiring(uint32_t cages)
+    {
         for (const Speed &s : Speeds()) {
             for (uint32_t c = 0; c < cages; ++c) {
                 for (uint32_t p = 0; p < s.ports; ++p) {
@@ -175,7 +187,8 @@ class LibTest : public ::testing::Test {
 
     // Slots 16 and 18 for NP n: `result`, and when it is 0 the first port of
     // the NP's even cage with `port_type`; outputs untouched otherwise.
-    static void ExpectFirstPortOnNp(uint32_t n, uint32_t result, uint32_t port_type) {
+    static void ExpectFirstPortOnNp(uint32_t n, uint32_t result, uint32_t port_type)
+    {
         Quad out = Untouched();
         EXPECT_EQ(cvn_np_first_front_port_on_np(n, &out[0]), result);
         EXPECT_EQ(cvn_np_first_fplate_porttype_on_np(n, &out[2], &out[1]), result);
@@ -184,9 +197,9 @@ class LibTest : public ::testing::Test {
     }
 
     // Slot 44 over a hand-made block: first match within count, or nothing.
-    static void ExpectNpPortSearchStopsAtFirstMatchWithinCount(
-        void (*search)(const port_mapping_entry *const *, uint32_t, uint32_t, uint32_t *,
-                       uint32_t *, uint32_t *)) {
+    static void ExpectNpPortSearchStopsAtFirstMatchWithinCount(void (*search)(
+        const port_mapping_entry *const *, uint32_t, uint32_t, uint32_t *, uint32_t *, uint32_t *))
+    {
         const port_mapping_entry e[] = {{0x10, 0, 5, 0x11, 1},
                                         {0x20, 0, 7, 0x21, 3},
                                         {0x30, 1, 7, 0x31, 4},
@@ -207,7 +220,8 @@ class LibTest : public ::testing::Test {
     // order, closed by the all-0xFF entry, and its faceplate-index table.
     static void ExpectExportedTablesFollowWiring(uint32_t cages,
                                                  const port_mapping_entry *const mapping[3],
-                                                 const int32_t *const index[3]) {
+                                                 const int32_t *const index[3])
+    {
         for (size_t i = 0; i < Speeds().size(); ++i) {
             const Speed &s = Speeds()[i];
             SCOPED_TRACE(s.name);
@@ -215,7 +229,8 @@ class LibTest : public ::testing::Test {
                 for (uint32_t p = 0; p < 16; ++p) {
                     const bool port = p < s.ports;
                     EXPECT_EQ(index[i][Front(c, p)], port ? int32_t(c * s.ports + p) : 255);
-                    if (!port) continue;
+                    if (!port)
+                        continue;
                     const port_mapping_entry &e = mapping[i][c * s.ports + p];
                     EXPECT_EQ((std::array<uint32_t, 5>{e.phys_front_port, e.np, e.np_port,
                                                        e.fplate_port, e.port_type}),
@@ -234,6 +249,6 @@ class LibTest : public ::testing::Test {
     uint32_t card_type_;
 };
 
-}  // namespace cvn_test
+} // namespace cvn_test
 
-#endif  // CVN_NP_TEST_SUPPORT_H
+#endif // CVN_NP_TEST_SUPPORT_H

@@ -23,30 +23,34 @@ constexpr auto kDuration = std::chrono::milliseconds(1000);
 struct Outcome {
     uint64_t sweeps = 0;
     uint64_t mismatches = 0;
-    uint64_t answers_short = 0;  // sweeps that gave fewer or more answers
+    uint64_t answers_short = 0; // sweeps that gave fewer or more answers
     size_t first_bad = SIZE_MAX;
 };
 
 // Sweeps until the deadline, comparing each answer with the oracle's.
 void SweepUntil(const cvn_scenario::Scenario &s, const std::vector<uint64_t> &oracle,
-                std::chrono::steady_clock::time_point deadline, Outcome &out) {
+                std::chrono::steady_clock::time_point deadline, Outcome &out)
+{
     do {
         size_t n = 0;
         cvn_scenario::Sweep(s, [&](uint64_t v) {
             if (n >= oracle.size() || oracle[n] != v) {
                 ++out.mismatches;
-                if (out.first_bad == SIZE_MAX) out.first_bad = n;
+                if (out.first_bad == SIZE_MAX)
+                    out.first_bad = n;
             }
             ++n;
         });
-        if (n != oracle.size()) ++out.answers_short;
+        if (n != oracle.size())
+            ++out.answers_short;
         ++out.sweeps;
     } while (std::chrono::steady_clock::now() < deadline);
 }
 
 class Threads : public ::testing::TestWithParam<size_t> {};
 
-TEST_P(Threads, EightThreadsAnswerAsOneThreadDid) {
+TEST_P(Threads, EightThreadsAnswerAsOneThreadDid)
+{
     std::vector<cvn_scenario::Scenario> all = cvn_scenario::AllScenarios();
     cvn_scenario::Scenario &s = all.at(GetParam());
     cvn_scenario::Prepare(s);
@@ -68,7 +72,8 @@ TEST_P(Threads, EightThreadsAnswerAsOneThreadDid) {
     }
     deadline_ticks.store((std::chrono::steady_clock::now() + kDuration).time_since_epoch().count());
     start.arrive_and_wait();
-    for (std::thread &t : threads) t.join();
+    for (std::thread &t : threads)
+        t.join();
 
     uint64_t sweeps = 0;
     for (int t = 0; t < kThreads; ++t) {
@@ -93,4 +98,4 @@ INSTANTIATE_TEST_SUITE_P(EveryFamily, Threads,
                              return std::string(cvn_scenario::AllScenarios()[info.param].name);
                          });
 
-}  // namespace
+} // namespace

@@ -7,11 +7,13 @@ namespace {
 using namespace cvn_test;
 using namespace cvn_test::tolvar;
 
-std::string Report(const char *condition) {
+std::string Report(const char *condition)
+{
     return ReportLine("cvn_np_lib_1slice_tolvar.cpp", condition);
 }
 
-std::vector<Ep> Bay0Eps() {
+std::vector<Ep> Bay0Eps()
+{
     return {
         {"2x10GE", k2x10, kPt10, Ports(2, 0, 192, 2), {{2, kPt10}}},
         {"4x10GE", k4x10, kPt10, Ports(4, 0, 192, 2), {{4, kPt10}}},
@@ -24,7 +26,8 @@ std::vector<Ep> Bay0Eps() {
         {"20x10GE B", k20x10B, kPt10, Ports(10, 0, 192) + Ports(10, 10, 204), {{20, kPt10}}},
     };
 }
-std::vector<Ep> Bay1Eps() {
+std::vector<Ep> Bay1Eps()
+{
     return {
         {"2x10GE", k2x10, kPt10, Ports(2, 0, 204, 2), {{2, kPt10}}},
         {"4x10GE", k4x10, kPt10, Ports(4, 0, 204, 2), {{4, kPt10}}},
@@ -45,12 +48,14 @@ struct Instance {
     List list;
     uint32_t counted;
 };
-std::vector<Instance> Bay0Instances() {
+std::vector<Instance> Bay0Instances()
+{
     return {{"100GE", k100G, kPt100, {Ports(1, 0, 116), Ports(1, 16, 117)}, {{2, kPt100}}, 1},
             {"40GE", k40G, kPt40, {Ports(2, 0, 96), Ports(2, 16, 99)}, {{2, kPt40}}, 2},
             {"10GE", k10G, kPt10, {Ports(10, 0, 192), Ports(10, 16, 204)}, {{10, kPt10}}, 10}};
 }
-std::vector<Instance> Bay1Instances() {
+std::vector<Instance> Bay1Instances()
+{
     return {{"100GE", k100G, kPt100, {Ports(1, 0, 117), {}}, {{1, kPt100}}, 1},
             {"40GE", k40G, kPt40, {Ports(2, 0, 99), {}}, {{2, kPt40}}, 2},
             {"10GE", k10G, kPt10, {Ports(10, 0, 204), {}}, {{10, kPt10}}, 10}};
@@ -58,7 +63,8 @@ std::vector<Instance> Bay1Instances() {
 
 // Upper-range NP ports of bay 0 are found in bay 0 only where its own EP
 // claims them (a split EP's instance 1, or a 20-port EP).
-bool Bay0Claims(uint32_t bay0_type, uint32_t np_port) {
+bool Bay0Claims(uint32_t bay0_type, uint32_t np_port)
+{
     const bool upper = np_port >= 204 || np_port == 117 || np_port == 99 || np_port == 100;
     return !upper || bay0_type == kSplit || bay0_type == kSplitB || bay0_type == k20x10 ||
            bay0_type == k20x10B;
@@ -66,7 +72,8 @@ bool Bay0Claims(uint32_t bay0_type, uint32_t np_port) {
 
 // The first port bits past an instance's wired ports, when that is still
 // inside the instance (bay 1's instance 1 has no ports at all).
-void ExpectNoEntry(uint32_t front, uint32_t port_type) {
+void ExpectNoEntry(uint32_t front, uint32_t port_type)
+{
     SCOPED_TRACE(testing::Message() << "no entry at 0x" << std::hex << front);
     EXPECT_EQ(cvn_np_front_port_to_np_port(front), 0u);
     EXPECT_EQ(cvn_np_front_port_to_port_type(front), 0u);
@@ -85,7 +92,8 @@ class Tolvar1Test : public TolvarTest {
     Tolvar1Test() : TolvarTest(0x3D028C) {}
 };
 
-TEST_F(Tolvar1Test, CardSummaryDescribesOneNpOverTwoBays) {
+TEST_F(Tolvar1Test, CardSummaryDescribesOneNpOverTwoBays)
+{
     EXPECT_EQ(cvn_np_version_get()->ver_minor, 'c');
     EXPECT_EQ(cvn_max_mtu(), 9216u);
     EXPECT_EQ(cvn_np_how_many(), 1u);
@@ -105,12 +113,15 @@ TEST_F(Tolvar1Test, CardSummaryDescribesOneNpOverTwoBays) {
             EXPECT_EQ(card_np_api, &cvn_np_api_1slice_tolvar) << std::hex << t;
         }
     }
-    EXPECT_EQ(cvn_np_api_1slice_tolvar.cvn_np_info_to_front_port, cvn_np_tv_1slice_info_to_front_port);
-    EXPECT_EQ(cvn_np_api_1slice_tolvar.aux_np_port_to_mapping_info, aux_tv_1slice_np_port_to_mapping_info);
+    EXPECT_EQ(cvn_np_api_1slice_tolvar.cvn_np_info_to_front_port,
+              cvn_np_tv_1slice_info_to_front_port);
+    EXPECT_EQ(cvn_np_api_1slice_tolvar.aux_np_port_to_mapping_info,
+              aux_tv_1slice_np_port_to_mapping_info);
     EXPECT_DEATH(cvn_np_lib_init(0x3D0290), ReportLine("cvn_np_lib.cpp", "0"));
 }
 
-TEST_F(Tolvar1Test, EveryPlainEpOfEitherBayMapsOnNpZero) {
+TEST_F(Tolvar1Test, EveryPlainEpOfEitherBayMapsOnNpZero)
+{
     const std::vector<Ep> bays[2] = {Bay0Eps(), Bay1Eps()};
     for (uint32_t bay = 0; bay < 2; ++bay) {
         for (const Ep &ep : bays[bay]) {
@@ -123,7 +134,7 @@ TEST_F(Tolvar1Test, EveryPlainEpOfEitherBayMapsOnNpZero) {
                 if (bay == 1 || Bay0Claims(ep.type, p.np_port)) {
                     ExpectNpPortMaps(0, p.np_port, front, ep.port_type);
                 } else {
-                    ExpectNpPortUnmapped(0, p.np_port, 0);  // looked for in the empty bay 1
+                    ExpectNpPortUnmapped(0, p.np_port, 0); // looked for in the empty bay 1
                 }
             }
             EXPECT_EQ(ListOf(cvn_np_port_info_subslot(bay)), ep.list);
@@ -140,7 +151,8 @@ TEST_F(Tolvar1Test, EveryPlainEpOfEitherBayMapsOnNpZero) {
     }
 }
 
-TEST_F(Tolvar1Test, SplitBaysMapInstancesThroughTheIndexMaps) {
+TEST_F(Tolvar1Test, SplitBaysMapInstancesThroughTheIndexMaps)
+{
     const std::vector<Instance> bays[2] = {Bay0Instances(), Bay1Instances()};
     for (uint32_t split : {kSplit, kSplitB}) {
         for (uint32_t bay = 0; bay < 2; ++bay) {
@@ -154,7 +166,8 @@ TEST_F(Tolvar1Test, SplitBaysMapInstancesThroughTheIndexMaps) {
                         ExpectNpPortMaps(0, p.np_port, FrontOf(bay, p.bits), inst.port_type);
                     }
                     const uint32_t past = 16 * i + static_cast<uint32_t>(inst.ports[i].size());
-                    if (inst.type != k100G) ExpectNoEntry(FrontOf(bay, past), inst.port_type);
+                    if (inst.type != k100G)
+                        ExpectNoEntry(FrontOf(bay, past), inst.port_type);
                     EXPECT_EQ(ListOf(cvn_np_port_info_from_subslot_ifsubinst(bay, i)), inst.list);
                 }
                 EXPECT_EQ(cvn_np_info_num_local_ports(0), 2 * inst.counted);
@@ -166,7 +179,8 @@ TEST_F(Tolvar1Test, SplitBaysMapInstancesThroughTheIndexMaps) {
     }
 }
 
-TEST_F(Tolvar1Test, NpPortsFindTheirBayByBayZerosType) {
+TEST_F(Tolvar1Test, NpPortsFindTheirBayByBayZerosType)
+{
     // 204 is bay 0's second instance, bay 0's own 20-port EP, or bay 1.
     InstallSplit(0, kSplit, k10G, k10G);
     Install(1, k2x10);
@@ -180,7 +194,8 @@ TEST_F(Tolvar1Test, NpPortsFindTheirBayByBayZerosType) {
     }
     Install(0, k2x10);
     ExpectNpPortMaps(0, 194, 0x01, kPt10);
-    for (uint32_t np_port : {150u, 115u, 202u, 15u, 38u, 127u}) ExpectNpPortUnmapped(0, np_port, kInvalid);
+    for (uint32_t np_port : {150u, 115u, 202u, 15u, 38u, 127u})
+        ExpectNpPortUnmapped(0, np_port, kInvalid);
     // A port of the lower ranges that bay 0's EP does not carry.
     Install(0, k20None);
     ExpectNpPortNotFound(0, 26, 0);
@@ -193,7 +208,8 @@ TEST_F(Tolvar1Test, NpPortsFindTheirBayByBayZerosType) {
     EXPECT_EQ(out, Fresh());
 }
 
-TEST_F(Tolvar1Test, LocalPortsAndFirstPortsWalkBothBays) {
+TEST_F(Tolvar1Test, LocalPortsAndFirstPortsWalkBothBays)
+{
     Install(0, k20x10);
     Install(1, k2x10);
     EXPECT_EQ(cvn_np_info_num_local_ports(0), 22u);
@@ -209,7 +225,7 @@ TEST_F(Tolvar1Test, LocalPortsAndFirstPortsWalkBothBays) {
     EXPECT_EQ(out, (Out{0x40, 0x40, kPt40, kSentinel}));
     EXPECT_EQ(ListOf(cvn_np_port_info_get()), (List{{2, kPt40}}));
 
-    cvn_np_sim_reset();  // nothing anywhere
+    cvn_np_sim_reset(); // nothing anywhere
     out = Fresh();
     EXPECT_EQ(cvn_np_first_front_port_on_np(0, &out[0]), kInvalid);
     EXPECT_EQ(cvn_np_first_fplate_porttype_on_np(0, &out[1], &out[2]), kInvalid);
@@ -227,11 +243,13 @@ TEST_F(Tolvar1Test, LocalPortsAndFirstPortsWalkBothBays) {
     EXPECT_EQ(out, Fresh());
     EXPECT_EQ(cvn_np_info_num_local_ports(0), 0u);
     EXPECT_EQ(cvn_np_port_info_subslot(0), tv_1slice_dummy_port_info);
-    for (uint32_t front : {0x01u, 0x41u}) ExpectFrontPortUnanswered(front, kFailStatus);
+    for (uint32_t front : {0x01u, 0x41u})
+        ExpectFrontPortUnanswered(front, kFailStatus);
     ExpectNpPortUnmapped(0, 192, kInvalid);
 }
 
-TEST_F(Tolvar1Test, EmptyBaysAnswerInvalidOrTheEmptyList) {
+TEST_F(Tolvar1Test, EmptyBaysAnswerInvalidOrTheEmptyList)
+{
     for (uint32_t bay = 0; bay < 2; ++bay) {
         ExpectFrontPortUnanswered(FrontOf(bay, 1), kInvalid);
         EXPECT_EQ(cvn_np_port_info_subslot(bay), tv_1slice_dummy_port_info);
@@ -241,7 +259,8 @@ TEST_F(Tolvar1Test, EmptyBaysAnswerInvalidOrTheEmptyList) {
     ExpectNpPortUnmapped(0, 140, 0);
 }
 
-TEST_F(Tolvar1Test, TypesWithoutARowInTheBayMapNothing) {
+TEST_F(Tolvar1Test, TypesWithoutARowInTheBayMapNothing)
+{
     for (uint32_t type : {k16x10, k20x10, k20x10B}) {
         SCOPED_TRACE(type);
         cvn_np_sim_reset();
@@ -279,7 +298,8 @@ TEST_F(Tolvar1Test, TypesWithoutARowInTheBayMapNothing) {
     EXPECT_EQ(out, (Out{0, 207, 0x13, kPt10}));
 }
 
-TEST_F(Tolvar1Test, TheComplexSpansBothBays) {
+TEST_F(Tolvar1Test, TheComplexSpansBothBays)
+{
     EXPECT_EQ(cvn_np_complex_to_subslot(0), 0u);
     EXPECT_EQ(cvn_np_complex_to_np(0, 1), 0u);
     uint32_t count = kSentinel;
@@ -295,9 +315,11 @@ TEST_F(Tolvar1Test, TheComplexSpansBothBays) {
     EXPECT_EQ(cvn_np_subslot_to_np_list(1, nullptr, &count), kInvalid);
 }
 
-TEST_F(Tolvar1Test, EveryPreconditionEndsInItsReport) {
+TEST_F(Tolvar1Test, EveryPreconditionEndsInItsReport)
+{
     uint32_t a = 0, b = 0;
-    EXPECT_DEATH(cvn_np_port_info_subslot(2), Report("subslot < tv_1slice_card_np_info->num_subslot"));
+    EXPECT_DEATH(cvn_np_port_info_subslot(2),
+                 Report("subslot < tv_1slice_card_np_info->num_subslot"));
     EXPECT_DEATH(cvn_np_port_info_from_subslot_ifsubinst(2, 0),
                  Report("subslot < tv_1slice_card_np_info->num_subslot"));
     EXPECT_DEATH(aux_cvn_np_port_info_get(2, 0, k2x10),
@@ -315,28 +337,35 @@ TEST_F(Tolvar1Test, EveryPreconditionEndsInItsReport) {
     EXPECT_DEATH(cvn_np_first_phys_port_on_np(2, &a), Report("subslot < CVN_NP_TOTAL_SUBSLOTS"));
     EXPECT_DEATH(cvn_np_first_fplate_porttype_on_np(0, nullptr, &b), Report("port_type != NULL"));
     EXPECT_DEATH(cvn_np_first_fplate_porttype_on_np(0, &a, nullptr), Report("fplate_port != NULL"));
-    EXPECT_DEATH(cvn_np_first_fplate_porttype_on_np(1, &a, &b), Report("np_id < cvn_np_how_many()"));
+    EXPECT_DEATH(cvn_np_first_fplate_porttype_on_np(1, &a, &b),
+                 Report("np_id < cvn_np_how_many()"));
     EXPECT_DEATH(cvn_np_complex_to_subslot(1), Report("np_complex < cvn_np_how_many()"));
-    EXPECT_DEATH(cvn_np_complex_to_subslot_list(1, &a, &b), Report("np_complex < cvn_np_how_many()"));
+    EXPECT_DEATH(cvn_np_complex_to_subslot_list(1, &a, &b),
+                 Report("np_complex < cvn_np_how_many()"));
     EXPECT_DEATH(cvn_np_complex_to_np(1, 0), Report("np_complex < cvn_np_how_many()"));
     for (uint32_t type : {k2x10, k100G, k40G})
-        EXPECT_DEATH(aux_cvn_np_front_port_to_mapping_info(0, 0x81, type, &a, nullptr, nullptr, nullptr),
-                     Report("subslot < CVN_NP_TOTAL_SUBSLOT_TOLVAR"));
+        EXPECT_DEATH(
+            aux_cvn_np_front_port_to_mapping_info(0, 0x81, type, &a, nullptr, nullptr, nullptr),
+            Report("subslot < CVN_NP_TOTAL_SUBSLOT_TOLVAR"));
     EXPECT_DEATH(aux_cvn_np_first_port_on_np(2, 0, k2x10, &a, nullptr, nullptr),
                  Report("subslot < CVN_NP_TOTAL_SUBSLOT_TOLVAR"));
     Install(2, k2x10);
-    EXPECT_DEATH(cvn_faceplate_porttype_to_np(kPt10, 0x81), Report("subslot < CVN_NP_TOTAL_SUBSLOT_TOLVAR"));
+    EXPECT_DEATH(cvn_faceplate_porttype_to_np(kPt10, 0x81),
+                 Report("subslot < CVN_NP_TOTAL_SUBSLOT_TOLVAR"));
     Install(1, k2x40);
-    EXPECT_DEATH(cvn_faceplate_porttype_to_np(kPt10, 0x41), Report("port_type == ep_data->port_type"));
+    EXPECT_DEATH(cvn_faceplate_porttype_to_np(kPt10, 0x41),
+                 Report("port_type == ep_data->port_type"));
     for (uint32_t type : {k40GAlt, kSplit, kNone})
-        EXPECT_DEATH(aux_cvn_np_front_port_to_mapping_info(0, 0x01, type, &a, nullptr, nullptr, nullptr),
-                     Report("0"));
+        EXPECT_DEATH(
+            aux_cvn_np_front_port_to_mapping_info(0, 0x01, type, &a, nullptr, nullptr, nullptr),
+            Report("0"));
     EXPECT_DEATH(aux_cvn_np_info_num_local_ports(0, 0, kSplitB), Report("0"));
-    EXPECT_DEATH(aux_cvn_np_info_to_mapping_info(0, 192, kUnknownEp, &a, nullptr, nullptr), Report("0"));
+    EXPECT_DEATH(aux_cvn_np_info_to_mapping_info(0, 192, kUnknownEp, &a, nullptr, nullptr),
+                 Report("0"));
     // An NP port no bay owns ends the operation before the type is looked at.
     aux_cvn_np_info_to_mapping_info(0, 150, kUnknownEp, &a, nullptr, nullptr);
     Install(0, kUnknownEp);
     EXPECT_DEATH(cvn_faceplate_porttype_to_np(kPt10, 0x01), Report("0"));
 }
 
-}  // namespace
+} // namespace

@@ -12,7 +12,8 @@ using namespace cvn_test::tolvar;
 std::string Report(const char *condition) { return ReportLine("cvn_np_lib_tolvar.cpp", condition); }
 
 // The plain EPs and their ports, as the card wires them in either subslot.
-std::vector<Ep> PlainEps() {
+std::vector<Ep> PlainEps()
+{
     return {
         {"2x10GE", k2x10, kPt10, Ports(2, 0, 192, 2), {{2, kPt10}}},
         {"4x10GE", k4x10, kPt10, Ports(4, 0, 192, 2), {{4, kPt10}}},
@@ -37,7 +38,8 @@ struct Instance {
     uint32_t counted;
     List list;
 };
-const std::vector<Instance> &Instances() {
+const std::vector<Instance> &Instances()
+{
     static const std::vector<Instance> all = {
         {"100GE", k100G, kPt100, 1, {116, 117}, 1, {{2, kPt100}}},
         {"40GE", k40G, kPt40, 2, {96, 99}, 2, {{2, kPt40}}},
@@ -54,7 +56,8 @@ class Tolvar2Test : public TolvarTest {
     Tolvar2Test() : TolvarTest(0x3D0296) {}
 };
 
-TEST_F(Tolvar2Test, CardSummaryDescribesTwoSubslotsWithAnNpEach) {
+TEST_F(Tolvar2Test, CardSummaryDescribesTwoSubslotsWithAnNpEach)
+{
     const card_version *v = cvn_np_version_get();
     ASSERT_NE(v, nullptr);
     EXPECT_EQ(v->ver_major, 5);
@@ -65,7 +68,7 @@ TEST_F(Tolvar2Test, CardSummaryDescribesTwoSubslotsWithAnNpEach) {
     const subslot_info *s = cvn_np_subslot_info_get();
     ASSERT_NE(s, nullptr);
     EXPECT_EQ(s->num_of_subslots, 2);
-    EXPECT_EQ(s->max_ports_per_subslot, 20);  // the widest EP
+    EXPECT_EQ(s->max_ports_per_subslot, 20); // the widest EP
     EXPECT_EQ(s->max_of_ifsubsys_per_subslot, 2);
     EXPECT_EQ(s->spare, 0);
     EXPECT_EQ(cvn_np_to_cpu_port_map(1), 3u);
@@ -75,7 +78,8 @@ TEST_F(Tolvar2Test, CardSummaryDescribesTwoSubslotsWithAnNpEach) {
     EXPECT_EQ(f, kSentinel);
 }
 
-TEST_F(Tolvar2Test, EveryCardTypeOfTheFamilySelectsItsTable) {
+TEST_F(Tolvar2Test, EveryCardTypeOfTheFamilySelectsItsTable)
+{
     const std::vector<std::pair<uint32_t, uint32_t>> ranges = {
         {0x3D0296, 0x3D0299}, {0x3D029B, 0x3D029F}, {0x3D02D8, 0x3D02D8}};
     for (const auto &[first, last] : ranges) {
@@ -96,11 +100,13 @@ TEST_F(Tolvar2Test, EveryCardTypeOfTheFamilySelectsItsTable) {
     std::array<void (*)(), CVN_NP_API_SLOTS> slots{};
     static_assert(sizeof(slots) == sizeof(cvn_np_api));
     std::memcpy(slots.data(), &cvn_np_api_2slice_tolvar, sizeof(slots));
-    for (int i = 0; i < CVN_NP_API_SLOTS; ++i) EXPECT_NE(slots[i], nullptr) << "slot " << i;
+    for (int i = 0; i < CVN_NP_API_SLOTS; ++i)
+        EXPECT_NE(slots[i], nullptr) << "slot " << i;
     EXPECT_DEATH(cvn_np_lib_init(0x3D029A), ReportLine("cvn_np_lib.cpp", "0"));
 }
 
-TEST_F(Tolvar2Test, EveryPlainEpMapsEachPortOnTheSubslotsNp) {
+TEST_F(Tolvar2Test, EveryPlainEpMapsEachPortOnTheSubslotsNp)
+{
     for (const Ep &ep : PlainEps()) {
         for (uint32_t s = 0; s < 2; ++s) {
             SCOPED_TRACE(testing::Message() << ep.name << " in subslot " << s);
@@ -127,23 +133,26 @@ TEST_F(Tolvar2Test, EveryPlainEpMapsEachPortOnTheSubslotsNp) {
             EXPECT_EQ(cvn_faceplate_porttype_to_np_port(ep.port_type, past), kInvalid);
             out = Fresh();
             EXPECT_EQ(cvn_np_front_port_mapping_info(past, &out[0], &out[1], &out[2], &out[3]), 0u);
-            EXPECT_EQ(cvn_faceplate_porttype_mapping_info(ep.port_type, past, &out[0], &out[1],
-                                                          &out[2]), 0u);
+            EXPECT_EQ(
+                cvn_faceplate_porttype_mapping_info(ep.port_type, past, &out[0], &out[1], &out[2]),
+                0u);
             EXPECT_EQ(out, Fresh());
         }
     }
 }
 
-TEST_F(Tolvar2Test, SplitSubslotInstancesMapTheirPortsByInstanceBits) {
+TEST_F(Tolvar2Test, SplitSubslotInstancesMapTheirPortsByInstanceBits)
+{
     std::vector<std::pair<const Instance *, const Instance *>> pairs;
-    for (const Instance &i : Instances()) pairs.emplace_back(&i, &i);
-    pairs.emplace_back(&Instances()[0], &Instances()[2]);  // 100GE beside 10GE
-    pairs.emplace_back(&Instances()[2], &Instances()[1]);  // 10GE beside 40GE
+    for (const Instance &i : Instances())
+        pairs.emplace_back(&i, &i);
+    pairs.emplace_back(&Instances()[0], &Instances()[2]); // 100GE beside 10GE
+    pairs.emplace_back(&Instances()[2], &Instances()[1]); // 10GE beside 40GE
     for (uint32_t split : {kSplit, kSplitB}) {
         for (const auto &[i0, i1] : pairs) {
             for (uint32_t s = 0; s < 2; ++s) {
-                SCOPED_TRACE(testing::Message() << split << " subslot " << s << ": " << i0->name
-                                                << " + " << i1->name);
+                SCOPED_TRACE(testing::Message()
+                             << split << " subslot " << s << ": " << i0->name << " + " << i1->name);
                 cvn_np_sim_reset();
                 InstallSplit(s, split, i0->type, i1->type);
                 const Instance *inst[2] = {i0, i1};
@@ -166,7 +175,8 @@ TEST_F(Tolvar2Test, SplitSubslotInstancesMapTheirPortsByInstanceBits) {
     }
 }
 
-TEST_F(Tolvar2Test, NpPortsChooseTheInstanceOfASplitSubslot) {
+TEST_F(Tolvar2Test, NpPortsChooseTheInstanceOfASplitSubslot)
+{
     InstallSplit(1, kSplit, k100G, k100G);
     ExpectNpPortMaps(1, 116, 0x40, kPt100);
     ExpectNpPortMaps(1, 117, 0x50, kPt100);
@@ -174,7 +184,8 @@ TEST_F(Tolvar2Test, NpPortsChooseTheInstanceOfASplitSubslot) {
     InstallSplit(0, kSplitB, k10G, k40G);
     ExpectNpPortNotFound(0, 206, 0);
     ExpectNpPortMaps(0, 99, 0x10, kPt40);
-    for (uint32_t np_port : {203u, 98u, 115u, 150u}) ExpectNpPortUnmapped(0, np_port, kInvalid);
+    for (uint32_t np_port : {203u, 98u, 115u, 150u})
+        ExpectNpPortUnmapped(0, np_port, kInvalid);
     // 575 encodes split but its NP ports are always looked for in instance 0.
     InstallSplit(0, kSplitOne, k100G, k10G);
     EXPECT_EQ(cvn_np_front_port_to_np_port(0x13), 207u);
@@ -196,7 +207,8 @@ TEST_F(Tolvar2Test, NpPortsChooseTheInstanceOfASplitSubslot) {
     EXPECT_EQ(out, Fresh());
 }
 
-TEST_F(Tolvar2Test, EmptySubslotsAnswerInvalidOrTheEmptyList) {
+TEST_F(Tolvar2Test, EmptySubslotsAnswerInvalidOrTheEmptyList)
+{
     for (uint32_t s = 0; s < 2; ++s) {
         SCOPED_TRACE(testing::Message() << "subslot " << s);
         ExpectFrontPortUnanswered(FrontOf(s, 3), kInvalid);
@@ -210,15 +222,17 @@ TEST_F(Tolvar2Test, EmptySubslotsAnswerInvalidOrTheEmptyList) {
         ExpectNpPortUnmapped(s, 192, 0);
     }
     EXPECT_EQ(cvn_np_port_info_get(), tolvar_dummy_port_info);
-    Install(1, k8x10);  // the first subslot that holds an EP gives the card's list
+    Install(1, k8x10); // the first subslot that holds an EP gives the card's list
     EXPECT_EQ(ListOf(cvn_np_port_info_get()), (List{{8, kPt10}}));
 }
 
-TEST_F(Tolvar2Test, FailedPlatformQueriesReturnTheirStatusOrInvalid) {
+TEST_F(Tolvar2Test, FailedPlatformQueriesReturnTheirStatusOrInvalid)
+{
     Install(0, k20x10);
     InstallSplit(1, kSplit, k10G, k10G);
     cvn_np_sim_fail_all(kFailStatus);
-    for (uint32_t front : {0x05u, 0x53u}) ExpectFrontPortUnanswered(front, kFailStatus);
+    for (uint32_t front : {0x05u, 0x53u})
+        ExpectFrontPortUnanswered(front, kFailStatus);
     for (uint32_t n = 0; n < 2; ++n) {
         Out out = Fresh();
         EXPECT_EQ(cvn_np_first_front_port_on_np(n, &out[0]), kFailStatus);
@@ -241,25 +255,30 @@ TEST_F(Tolvar2Test, FailedPlatformQueriesReturnTheirStatusOrInvalid) {
     EXPECT_EQ(cvn_np_info_num_local_ports(0), 0u);
 }
 
-TEST_F(Tolvar2Test, LocalPortCountsPerTypeAndNp) {
+TEST_F(Tolvar2Test, LocalPortCountsPerTypeAndNp)
+{
     for (uint32_t s = 0; s < 2; ++s) {
-        for (const Instance &i : Instances()) EXPECT_EQ(aux_cvn_np_info_num_local_ports(s, s, i.type), i.counted);
+        for (const Instance &i : Instances())
+            EXPECT_EQ(aux_cvn_np_info_num_local_ports(s, s, i.type), i.counted);
         for (const Ep &ep : PlainEps())
-            EXPECT_EQ(aux_cvn_np_info_num_local_ports(s, 1 - s, ep.type), ep.ports.size()) << ep.name;
+            EXPECT_EQ(aux_cvn_np_info_num_local_ports(s, 1 - s, ep.type), ep.ports.size())
+                << ep.name;
     }
     Install(0, kUnknownEp);
     EXPECT_EQ(cvn_np_info_num_local_ports(0), 0u);
     Install(1, k16x10);
-    EXPECT_EQ(cvn_np_info_num_local_ports(1), 0u);  // not counted, though it has 16
+    EXPECT_EQ(cvn_np_info_num_local_ports(1), 0u); // not counted, though it has 16
     InstallSplit(1, kSplit, k40GAlt, k100G);
     EXPECT_EQ(cvn_np_info_num_local_ports(1), 2u);
 }
 
-TEST_F(Tolvar2Test, AuxiliaryLookupsByType) {
+TEST_F(Tolvar2Test, AuxiliaryLookupsByType)
+{
     // Slot 38: a split subslot code or an unknown one has no list of its own.
     for (uint32_t type : {kSplit, kSplitOne, kSplitB, kUnknownEp, kNone})
         EXPECT_EQ(aux_cvn_np_port_info_get(1, 0, type), tolvar_dummy_port_info) << type;
-    for (const Instance &i : Instances()) EXPECT_EQ(ListOf(aux_cvn_np_port_info_get(0, 1, i.type)), i.list);
+    for (const Instance &i : Instances())
+        EXPECT_EQ(ListOf(aux_cvn_np_port_info_get(0, 1, i.type)), i.list);
     // Slot 42: the first entry of the type's row, in the given subslot.
     Out out = Fresh();
     EXPECT_EQ(aux_cvn_np_first_port_on_np(1, 7, k2x40, &out[0], &out[1], &out[2]), 0u);
@@ -275,7 +294,8 @@ TEST_F(Tolvar2Test, AuxiliaryLookupsByType) {
     EXPECT_EQ(out, (Out{0x4F, 0x4F, kPt10, kSentinel}));
     out = Fresh();
     aux_cvn_np_info_to_mapping_info(1, 150, k2x10, &out[0], &out[1], &out[2]);
-    EXPECT_EQ(out, (Out{0x40 | (kSentinel & 0x3F), 0x40 | (kSentinel & 0x3F), kSentinel, kSentinel}));
+    EXPECT_EQ(out,
+              (Out{0x40 | (kSentinel & 0x3F), 0x40 | (kSentinel & 0x3F), kSentinel, kSentinel}));
     EXPECT_EQ(cvn_np_sim_ifsubsys_queries(), 0u);
     // Slot 39 on ports its row does not have writes nothing.
     out = Fresh();
@@ -290,7 +310,8 @@ TEST_F(Tolvar2Test, AuxiliaryLookupsByType) {
     ExpectNpPortSearch();
 }
 
-TEST_F(Tolvar2Test, ComplexesAreTheSubslotsNps) {
+TEST_F(Tolvar2Test, ComplexesAreTheSubslotsNps)
+{
     for (uint32_t c = 0; c < 2; ++c) {
         EXPECT_EQ(cvn_np_complex_to_subslot(static_cast<uint8_t>(c)), c);
         EXPECT_EQ(cvn_np_complex_to_np(static_cast<uint8_t>(c), 1), c);
@@ -310,24 +331,31 @@ TEST_F(Tolvar2Test, ComplexesAreTheSubslotsNps) {
     EXPECT_EQ(n, kSentinel);
 }
 
-TEST_F(Tolvar2Test, FaceplatePortTypeMustBeTheRows) {
+TEST_F(Tolvar2Test, FaceplatePortTypeMustBeTheRows)
+{
     Install(0, k2x40);
-    EXPECT_DEATH(cvn_faceplate_porttype_to_np(kPt10, 0x01), Report("port_type == ep_data->port_type"));
+    EXPECT_DEATH(cvn_faceplate_porttype_to_np(kPt10, 0x01),
+                 Report("port_type == ep_data->port_type"));
     InstallSplit(1, kSplit, k100G, k10G);
-    EXPECT_DEATH(cvn_faceplate_porttype_to_np(kPt10, 0x40), Report("port_type == ep_data->port_type"));
-    EXPECT_DEATH(cvn_faceplate_porttype_to_np(kPt100, 0x51), Report("port_type == ep_data->port_type"));
+    EXPECT_DEATH(cvn_faceplate_porttype_to_np(kPt10, 0x40),
+                 Report("port_type == ep_data->port_type"));
+    EXPECT_DEATH(cvn_faceplate_porttype_to_np(kPt100, 0x51),
+                 Report("port_type == ep_data->port_type"));
     EXPECT_EQ(cvn_faceplate_porttype_to_np(kPt100, 0x40), 1u);
 }
 
-TEST_F(Tolvar2Test, EveryPreconditionEndsInItsReport) {
+TEST_F(Tolvar2Test, EveryPreconditionEndsInItsReport)
+{
     uint32_t a = 0, b = 0;
     EXPECT_DEATH(cvn_np_port_info_subslot(2), Report("subslot < tolvar_card_np_info->num_subslot"));
     EXPECT_DEATH(cvn_np_port_info_from_subslot_ifsubinst(2, 0),
                  Report("subslot < tolvar_card_np_info->num_subslot"));
-    EXPECT_DEATH(aux_cvn_np_port_info_get(2, 0, k2x10), Report("subslot_num < tolvar_card_np_info->num_subslot"));
+    EXPECT_DEATH(aux_cvn_np_port_info_get(2, 0, k2x10),
+                 Report("subslot_num < tolvar_card_np_info->num_subslot"));
     EXPECT_DEATH(aux_cvn_np_info_num_local_ports(2, 0, k2x10),
                  Report("subslot_num < tolvar_card_np_info->num_subslot"));
-    EXPECT_DEATH(aux_cvn_np_info_num_local_ports(0, 2, k2x10), Report("np_num < tolvar_card_np_info->num_complex"));
+    EXPECT_DEATH(aux_cvn_np_info_num_local_ports(0, 2, k2x10),
+                 Report("np_num < tolvar_card_np_info->num_complex"));
     EXPECT_DEATH(aux_cvn_np_info_to_mapping_info(2, 192, k2x10, &a, &b, nullptr),
                  Report("np_num < tolvar_card_np_info->num_complex"));
     EXPECT_DEATH(cvn_np_info_num_local_ports(2), Report("np_id < cvn_np_how_many()"));
@@ -335,26 +363,32 @@ TEST_F(Tolvar2Test, EveryPreconditionEndsInItsReport) {
     EXPECT_DEATH(cvn_np_first_front_port_on_np(0, nullptr), Report("phys_front_port != NULL"));
     EXPECT_DEATH(cvn_np_first_fplate_porttype_on_np(0, nullptr, &b), Report("port_type != NULL"));
     EXPECT_DEATH(cvn_np_first_fplate_porttype_on_np(0, &a, nullptr), Report("fplate_port != NULL"));
-    EXPECT_DEATH(cvn_np_first_fplate_porttype_on_np(2, &a, &b), Report("np_id < cvn_np_how_many()"));
+    EXPECT_DEATH(cvn_np_first_fplate_porttype_on_np(2, &a, &b),
+                 Report("np_id < cvn_np_how_many()"));
     EXPECT_DEATH(cvn_np_complex_to_subslot(2), Report("np_complex < cvn_np_how_many()"));
-    EXPECT_DEATH(cvn_np_complex_to_subslot_list(2, &a, &b), Report("np_complex < cvn_np_how_many()"));
+    EXPECT_DEATH(cvn_np_complex_to_subslot_list(2, &a, &b),
+                 Report("np_complex < cvn_np_how_many()"));
     EXPECT_DEATH(cvn_np_complex_to_np(2, 0), Report("np_complex < cvn_np_how_many()"));
     for (uint32_t type : {k2x10, k100G, k10G})
-        EXPECT_DEATH(aux_cvn_np_front_port_to_mapping_info(0, 0x81, type, &a, nullptr, nullptr, nullptr),
-                     Report("subslot < CVN_NP_TOTAL_SUBSLOT_TOLVAR"));
+        EXPECT_DEATH(
+            aux_cvn_np_front_port_to_mapping_info(0, 0x81, type, &a, nullptr, nullptr, nullptr),
+            Report("subslot < CVN_NP_TOTAL_SUBSLOT_TOLVAR"));
     EXPECT_DEATH(aux_cvn_np_first_port_on_np(2, 0, k2x10, &a, nullptr, nullptr),
                  Report("subslot < CVN_NP_TOTAL_SUBSLOT_TOLVAR"));
     Install(3, k2x10);
-    EXPECT_DEATH(cvn_faceplate_porttype_to_np(kPt10, 0xC1), Report("subslot < CVN_NP_TOTAL_SUBSLOT_TOLVAR"));
+    EXPECT_DEATH(cvn_faceplate_porttype_to_np(kPt10, 0xC1),
+                 Report("subslot < CVN_NP_TOTAL_SUBSLOT_TOLVAR"));
     for (uint32_t type : {kSplit, kUnknownEp, kNone, 0x10004u})
-        EXPECT_DEATH(aux_cvn_np_front_port_to_mapping_info(0, 0x01, type, &a, nullptr, nullptr, nullptr),
-                     Report("0"));
+        EXPECT_DEATH(
+            aux_cvn_np_front_port_to_mapping_info(0, 0x01, type, &a, nullptr, nullptr, nullptr),
+            Report("0"));
     EXPECT_DEATH(aux_cvn_np_info_num_local_ports(0, 0, kSplit), Report("0"));
-    EXPECT_DEATH(aux_cvn_np_info_to_mapping_info(0, 192, kUnknownEp, &a, nullptr, nullptr), Report("0"));
+    EXPECT_DEATH(aux_cvn_np_info_to_mapping_info(0, 192, kUnknownEp, &a, nullptr, nullptr),
+                 Report("0"));
     InstallSplit(0, kSplit, kUnknownEp, k10G);
     EXPECT_DEATH(cvn_faceplate_porttype_to_np(kPt10, 0x01), Report("0"));
-    ExpectNpPortMaps(0, 204, 0x10, kPt10);  // the other instance still maps
+    ExpectNpPortMaps(0, 204, 0x10, kPt10); // the other instance still maps
     EXPECT_DEATH(cvn_np_info_to_front_port(0, 192, &a), Report("0"));
 }
 
-}  // namespace
+} // namespace

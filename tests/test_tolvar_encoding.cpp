@@ -17,21 +17,38 @@ class TolvarEncodingTest : public TolvarTest, public testing::WithParamInterface
 // platform call.
 enum class Holds { plain, plain_16, split, split_one, unknown, instance_code, nothing, failing };
 
-void Script(Holds h) {
+void Script(Holds h)
+{
     cvn_np_sim_reset();
     switch (h) {
-    case Holds::plain: Install(1, k2x10); break;
-    case Holds::plain_16: Install(1, k16x10); break;
-    case Holds::split: InstallSplit(1, kSplit, k10G, k10G); break;
-    case Holds::split_one: InstallSplit(1, kSplitOne, k40G, k10G); break;
-    case Holds::unknown: Install(1, kUnknownEp); break;
-    case Holds::instance_code: Install(1, k10G); break;
-    case Holds::nothing: break;
-    case Holds::failing: cvn_np_sim_fail_all(kFailStatus); break;
+    case Holds::plain:
+        Install(1, k2x10);
+        break;
+    case Holds::plain_16:
+        Install(1, k16x10);
+        break;
+    case Holds::split:
+        InstallSplit(1, kSplit, k10G, k10G);
+        break;
+    case Holds::split_one:
+        InstallSplit(1, kSplitOne, k40G, k10G);
+        break;
+    case Holds::unknown:
+        Install(1, kUnknownEp);
+        break;
+    case Holds::instance_code:
+        Install(1, k10G);
+        break;
+    case Holds::nothing:
+        break;
+    case Holds::failing:
+        cvn_np_sim_fail_all(kFailStatus);
+        break;
     }
 }
 
-TEST_P(TolvarEncodingTest, PlainEncodingCutsEachFieldToItsBits) {
+TEST_P(TolvarEncodingTest, PlainEncodingCutsEachFieldToItsBits)
+{
     EXPECT_EQ(cvn_np_lib_set_subslot_phy_port(3, 70), 0xC6u);
     EXPECT_EQ(cvn_np_lib_set_subslot_phy_port(1, 5), 0x45u);
     EXPECT_EQ(cvn_np_lib_set_subslot_phy_port(0x105, 0x41), 0x41u);
@@ -40,16 +57,17 @@ TEST_P(TolvarEncodingTest, PlainEncodingCutsEachFieldToItsBits) {
     EXPECT_EQ(cvn_np_lib_get_subslot_port(0x1C5), 0xC5u);
     EXPECT_EQ(cvn_np_lib_get_port(0xC5), 5u);
     EXPECT_EQ(cvn_np_lib_get_port(0x17F), 0x3Fu);
-    EXPECT_EQ(cvn_np_sim_ifsubsys_queries(), 0u);  // none of these asks the platform
+    EXPECT_EQ(cvn_np_sim_ifsubsys_queries(), 0u); // none of these asks the platform
 }
 
-TEST_P(TolvarEncodingTest, SubslotTypeChoosesTheSplitOrPlainForm) {
+TEST_P(TolvarEncodingTest, SubslotTypeChoosesTheSplitOrPlainForm)
+{
     struct Case {
         Holds holds;
-        uint32_t encoded;   // slot 30 (1, instance 1, port 3)
-        uint32_t instance;  // slot 34 of 0x53
-        uint32_t port;      // slot 35 of 0x53
-        uint32_t tuple;     // slot 36 (subslot 1, 1, 3)
+        uint32_t encoded;  // slot 30 (1, instance 1, port 3)
+        uint32_t instance; // slot 34 of 0x53
+        uint32_t port;     // slot 35 of 0x53
+        uint32_t tuple;    // slot 36 (subslot 1, 1, 3)
     };
     const Case cases[] = {
         {Holds::split, 0x53, 1, 3, 0x53},
@@ -77,7 +95,8 @@ TEST_P(TolvarEncodingTest, SubslotTypeChoosesTheSplitOrPlainForm) {
     EXPECT_EQ(cvn_np_lib_get_phys_port_tuple45(0, 1, 70, 0), 0x46u);
 }
 
-TEST_P(TolvarEncodingTest, FrontPortQueryAsksTheDecodedPlace) {
+TEST_P(TolvarEncodingTest, FrontPortQueryAsksTheDecodedPlace)
+{
     Script(Holds::split);
     Out out = Fresh();
     EXPECT_EQ(aux_cvn_np_front_port_to_ifsubsys(0x53, &out[0], &out[1], &out[2]), 0u);
@@ -93,7 +112,8 @@ TEST_P(TolvarEncodingTest, FrontPortQueryAsksTheDecodedPlace) {
     EXPECT_EQ(out, Fresh());
 }
 
-TEST_P(TolvarEncodingTest, InstanceOfAFrontPortByWhatAnswersThere) {
+TEST_P(TolvarEncodingTest, InstanceOfAFrontPortByWhatAnswersThere)
+{
     uint32_t inst = kSentinel;
     EXPECT_EQ(aux_cvn_np_front_port_to_ifsubinst(0x53, nullptr), CVN_NP_EINVAL);
     Script(Holds::split);
@@ -102,7 +122,7 @@ TEST_P(TolvarEncodingTest, InstanceOfAFrontPortByWhatAnswersThere) {
     Script(Holds::plain);
     EXPECT_EQ(aux_cvn_np_front_port_to_ifsubinst(0x53, &inst), 0u);
     EXPECT_EQ(inst, 0x13u);
-    Script(Holds::nothing);  // the empty subslot's answer is not an instance type
+    Script(Holds::nothing); // the empty subslot's answer is not an instance type
     EXPECT_EQ(aux_cvn_np_front_port_to_ifsubinst(0x6A, &inst), 0u);
     EXPECT_EQ(inst, 0x2Au);
     Script(Holds::failing);
@@ -119,4 +139,4 @@ INSTANTIATE_TEST_SUITE_P(BothCards, TolvarEncodingTest, testing::Values(0x3D0296
                                                             : std::string("OneSlice");
                          });
 
-}  // namespace
+} // namespace

@@ -31,12 +31,15 @@ struct Port {
 };
 
 // n ports from port bits `bits`, NP-local ports from `np_port` by `step`.
-inline std::vector<Port> Ports(uint32_t n, uint32_t bits, uint32_t np_port, uint32_t step = 1) {
+inline std::vector<Port> Ports(uint32_t n, uint32_t bits, uint32_t np_port, uint32_t step = 1)
+{
     std::vector<Port> out;
-    for (uint32_t k = 0; k < n; ++k) out.push_back({bits + k, np_port + k * step});
+    for (uint32_t k = 0; k < n; ++k)
+        out.push_back({bits + k, np_port + k * step});
     return out;
 }
-inline std::vector<Port> operator+(std::vector<Port> a, const std::vector<Port> &b) {
+inline std::vector<Port> operator+(std::vector<Port> a, const std::vector<Port> &b)
+{
     a.insert(a.end(), b.begin(), b.end());
     return a;
 }
@@ -47,16 +50,18 @@ struct Ep {
     uint32_t type;
     uint32_t port_type;
     std::vector<Port> ports;
-    List list;  // what the type's port list holds
+    List list; // what the type's port list holds
 };
 
 inline uint32_t FrontOf(uint32_t subslot, uint32_t bits) { return (subslot << 6) | bits; }
 
-inline void Install(uint32_t subslot, uint32_t type) {
+inline void Install(uint32_t subslot, uint32_t type)
+{
     ASSERT_EQ(cvn_np_sim_set_ifsubsys(subslot, kAny, type), 0);
-    ASSERT_EQ(cvn_np_sim_set_ifsubsys(subslot, 0, type), 0);  // a plain EP is instance 0
+    ASSERT_EQ(cvn_np_sim_set_ifsubsys(subslot, 0, type), 0); // a plain EP is instance 0
 }
-inline void InstallSplit(uint32_t subslot, uint32_t split, uint32_t inst0, uint32_t inst1) {
+inline void InstallSplit(uint32_t subslot, uint32_t split, uint32_t inst0, uint32_t inst1)
+{
     ASSERT_EQ(cvn_np_sim_set_ifsubsys(subslot, kAny, split), 0);
     ASSERT_EQ(cvn_np_sim_set_ifsubsys(subslot, 0, inst0), 0);
     ASSERT_EQ(cvn_np_sim_set_ifsubsys(subslot, 1, inst1), 0);
@@ -64,7 +69,8 @@ inline void InstallSplit(uint32_t subslot, uint32_t split, uint32_t inst0, uint3
 
 // Slots 8-12 and 19-22 for one port: NP `np`, its NP-local port, front
 // and faceplate port both `front`.
-inline void ExpectPortMaps(uint32_t front, uint32_t np, uint32_t np_port, uint32_t port_type) {
+inline void ExpectPortMaps(uint32_t front, uint32_t np, uint32_t np_port, uint32_t port_type)
+{
     SCOPED_TRACE(testing::Message() << "front 0x" << std::hex << front);
     EXPECT_EQ(cvn_np_front_port_to_np(front), np);
     EXPECT_EQ(cvn_np_front_port_to_np_port(front), np_port);
@@ -84,7 +90,8 @@ inline void ExpectPortMaps(uint32_t front, uint32_t np, uint32_t np_port, uint32
 }
 
 // Slots 14 and 15 for one NP-local port of NP `np`.
-inline void ExpectNpPortMaps(uint32_t np, uint32_t np_port, uint32_t front, uint32_t port_type) {
+inline void ExpectNpPortMaps(uint32_t np, uint32_t np_port, uint32_t front, uint32_t port_type)
+{
     SCOPED_TRACE(testing::Message() << "NP port " << np_port);
     Out out = Fresh();
     EXPECT_EQ(cvn_np_info_to_front_port(np, np_port, &out[0]), 0u);
@@ -93,7 +100,8 @@ inline void ExpectNpPortMaps(uint32_t np, uint32_t np_port, uint32_t front, uint
 }
 
 // Slots 14 and 15 answer `result` and write nothing.
-inline void ExpectNpPortUnmapped(uint32_t np, uint32_t np_port, uint32_t result) {
+inline void ExpectNpPortUnmapped(uint32_t np, uint32_t np_port, uint32_t result)
+{
     SCOPED_TRACE(testing::Message() << "NP port " << np_port);
     Out out = Fresh();
     EXPECT_EQ(cvn_np_info_to_front_port(np, np_port, &out[0]), result);
@@ -104,7 +112,8 @@ inline void ExpectNpPortUnmapped(uint32_t np, uint32_t np_port, uint32_t result)
 // Slots 14 and 15 where the EP (or instance) the NP port leads to has no
 // entry for it: 0, and the callers' values come back with only the
 // subslot bits put in.
-inline void ExpectNpPortNotFound(uint32_t np, uint32_t np_port, uint32_t subslot) {
+inline void ExpectNpPortNotFound(uint32_t np, uint32_t np_port, uint32_t subslot)
+{
     SCOPED_TRACE(testing::Message() << "NP port " << np_port);
     Out out = Fresh();
     EXPECT_EQ(cvn_np_info_to_front_port(np, np_port, &out[0]), 0u);
@@ -115,7 +124,8 @@ inline void ExpectNpPortNotFound(uint32_t np, uint32_t np_port, uint32_t subslot
 
 // Every mapping of a front port whose place holds nothing (status kInvalid)
 // or whose platform query fails (its status).
-inline void ExpectFrontPortUnanswered(uint32_t front, uint32_t status) {
+inline void ExpectFrontPortUnanswered(uint32_t front, uint32_t status)
+{
     SCOPED_TRACE(testing::Message() << "front 0x" << std::hex << front);
     EXPECT_EQ(cvn_np_front_port_to_np(front), kInvalid);
     EXPECT_EQ(cvn_np_front_port_to_np_port(front), kInvalid);
@@ -132,9 +142,10 @@ inline void ExpectFrontPortUnanswered(uint32_t front, uint32_t status) {
 
 // Slot 44 over a hand-made block: the first match within count, else
 // nothing written.
-inline void ExpectNpPortSearch() {
-    const port_mapping_entry e[] = {{0x01, 0, 200, 0x01, 1}, {0x12, 0, 201, 0x13, 3},
-                                    {0x22, 1, 201, 0x23, 4}};
+inline void ExpectNpPortSearch()
+{
+    const port_mapping_entry e[] = {
+        {0x01, 0, 200, 0x01, 1}, {0x12, 0, 201, 0x13, 3}, {0x22, 1, 201, 0x23, 4}};
     const port_mapping_entry *const entries[] = {&e[0], &e[1], &e[2]};
     Out out = Fresh();
     aux_np_port_to_mapping_info(entries, 201, 3, &out[0], &out[1], &out[2]);
@@ -153,6 +164,6 @@ class TolvarTest : public LibTest {
     explicit TolvarTest(uint32_t card_type) : LibTest(card_type) {}
 };
 
-}  // namespace cvn_test::tolvar
+} // namespace cvn_test::tolvar
 
-#endif  // CVN_NP_TEST_TOLVAR_SUPPORT_H
+#endif // CVN_NP_TEST_TOLVAR_SUPPORT_H

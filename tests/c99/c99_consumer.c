@@ -31,7 +31,8 @@ int main(void)
     expect("NP of front port 0x05", cvn_np_front_port_to_np(0x05), 0);
     expect("card type read lazily", cardtype, 0x3D0274u);
     expect("operation table", card_np_api == &cvn_np_api_brisca, 1);
-    expect("mapping status", cvn_np_front_port_mapping_info(0x30, &np, &np_port, &fplate, &type), 0);
+    expect("mapping status", cvn_np_front_port_mapping_info(0x30, &np, &np_port, &fplate, &type),
+           0);
     expect("NP of 0x30", np, 1);
     expect("NP port of 0x30", np_port, 116);
     expect("faceplate port of 0x30", fplate, 0x30);

@@ -86,11 +86,11 @@ extern "C" {
 #define CVN_NP_IFSUB_TYPE_TV_2X40GE 570u
 #define CVN_NP_IFSUB_TYPE_TV_1X40GE 571u
 #define CVN_NP_IFSUB_TYPE_TV_16X10GE 573u
-#define CVN_NP_IFSUB_TYPE_TV_SPLIT 574u      /* two instances */
-#define CVN_NP_IFSUB_TYPE_TV_SPLIT_ONE 575u  /* split encoding; NP ports find instance 0 only */
+#define CVN_NP_IFSUB_TYPE_TV_SPLIT 574u     /* two instances */
+#define CVN_NP_IFSUB_TYPE_TV_SPLIT_ONE 575u /* split encoding; NP ports find instance 0 only */
 #define CVN_NP_IFSUB_TYPE_TV_20X10GE 576u
-#define CVN_NP_IFSUB_TYPE_TV_SPLIT_B 577u    /* two instances */
-#define CVN_NP_IFSUB_TYPE_TV_20X10GE_B 578u  /* the ports of 576 */
+#define CVN_NP_IFSUB_TYPE_TV_SPLIT_B 577u   /* two instances */
+#define CVN_NP_IFSUB_TYPE_TV_20X10GE_B 578u /* the ports of 576 */
 
 /* Number of operations in a family's operation table. */
 #define CVN_NP_API_SLOTS 46
@@ -101,13 +101,13 @@ extern "C" {
 typedef struct np_info {
     uint16_t sw_version;
     uint16_t sw_status;
-    uint16_t num_np;         /* NP chips (cvn_np_chip_how_many) */
-    uint16_t num_complex;    /* bound of every NP id (cvn_np_how_many) */
+    uint16_t num_np;      /* NP chips (cvn_np_chip_how_many) */
+    uint16_t num_complex; /* bound of every NP id (cvn_np_how_many) */
     uint16_t np_per_complex;
-    uint16_t num_cage;       /* bound of every cage / ifsubsys / ifsubinst */
+    uint16_t num_cage; /* bound of every cage / ifsubsys / ifsubinst */
     uint16_t cage_per_complex;
     uint16_t ver_major;
-    uint16_t ver_minor;      /* a character code: 99 is 'c' */
+    uint16_t ver_minor; /* a character code: 99 is 'c' */
     uint16_t max_mtu;
     uint16_t max_fpport_100g;
     uint16_t max_fpport_40g;
@@ -192,61 +192,61 @@ typedef struct cvn_np_ep_data {
  * the family leaves empty.
  */
 typedef struct cvn_np_api {
-    const card_version *(*cvn_np_version_get)(void);                           /* 0 */
-    uint32_t (*cvn_max_mtu)(void);                                             /* 1 */
-    uint32_t (*cvn_np_how_many)(void);                                         /* 2 */
-    uint32_t (*cvn_np_chip_how_many)(void);                                    /* 3 */
-    const port_info *(*cvn_np_port_info_get)(void);                            /* 4 */
-    const subslot_info *(*cvn_np_subslot_info_get)(void);                      /* 5 */
-    const port_info *(*cvn_np_port_info_subslot)(uint16_t);                    /* 6 */
-    const port_info *(*cvn_np_port_info_from_subslot_ifsubinst)(uint16_t, uint16_t); /* 7 */
-    uint32_t (*cvn_np_front_port_to_np)(uint32_t);                             /* 8 */
-    uint32_t (*cvn_np_front_port_to_np_port)(uint32_t);                        /* 9 */
-    uint32_t (*cvn_np_front_port_to_port_type)(uint32_t);                      /* 10 */
+    const card_version *(*cvn_np_version_get)(void);                                    /* 0 */
+    uint32_t (*cvn_max_mtu)(void);                                                      /* 1 */
+    uint32_t (*cvn_np_how_many)(void);                                                  /* 2 */
+    uint32_t (*cvn_np_chip_how_many)(void);                                             /* 3 */
+    const port_info *(*cvn_np_port_info_get)(void);                                     /* 4 */
+    const subslot_info *(*cvn_np_subslot_info_get)(void);                               /* 5 */
+    const port_info *(*cvn_np_port_info_subslot)(uint16_t);                             /* 6 */
+    const port_info *(*cvn_np_port_info_from_subslot_ifsubinst)(uint16_t, uint16_t);    /* 7 */
+    uint32_t (*cvn_np_front_port_to_np)(uint32_t);                                      /* 8 */
+    uint32_t (*cvn_np_front_port_to_np_port)(uint32_t);                                 /* 9 */
+    uint32_t (*cvn_np_front_port_to_port_type)(uint32_t);                               /* 10 */
     uint32_t (*cvn_np_front_port_to_face_plate_port)(uint32_t, uint32_t *, uint32_t *); /* 11 */
     uint32_t (*cvn_np_front_port_mapping_info)(uint32_t, uint32_t *, uint32_t *, uint32_t *,
-                                               uint32_t *);                   /* 12 */
-    uint32_t (*cvn_np_info_num_local_ports)(uint32_t);                         /* 13 */
-    uint32_t (*cvn_np_info_to_front_port)(uint32_t, uint32_t, uint32_t *);     /* 14 */
+                                               uint32_t *);                                 /* 12 */
+    uint32_t (*cvn_np_info_num_local_ports)(uint32_t);                                      /* 13 */
+    uint32_t (*cvn_np_info_to_front_port)(uint32_t, uint32_t, uint32_t *);                  /* 14 */
     uint32_t (*cvn_np_info_to_fplate_porttype)(uint32_t, uint32_t, uint32_t *, uint32_t *); /* 15 */
-    uint32_t (*cvn_np_first_front_port_on_np)(uint32_t, uint32_t *);          /* 16 */
-    uint32_t (*cvn_np_first_phys_port_on_np)(uint32_t, uint32_t *);           /* 17 */
-    uint32_t (*cvn_np_first_fplate_porttype_on_np)(uint32_t, uint32_t *, uint32_t *); /* 18 */
-    uint32_t (*cvn_faceplate_porttype_to_np)(uint32_t, uint32_t);              /* 19 */
-    uint32_t (*cvn_faceplate_porttype_to_np_port)(uint32_t, uint32_t);         /* 20 */
-    uint32_t (*cvn_faceplate_porttype_to_phys_port)(uint32_t, uint32_t);       /* 21 */
+    uint32_t (*cvn_np_first_front_port_on_np)(uint32_t, uint32_t *);                        /* 16 */
+    uint32_t (*cvn_np_first_phys_port_on_np)(uint32_t, uint32_t *);                         /* 17 */
+    uint32_t (*cvn_np_first_fplate_porttype_on_np)(uint32_t, uint32_t *, uint32_t *);       /* 18 */
+    uint32_t (*cvn_faceplate_porttype_to_np)(uint32_t, uint32_t);                           /* 19 */
+    uint32_t (*cvn_faceplate_porttype_to_np_port)(uint32_t, uint32_t);                      /* 20 */
+    uint32_t (*cvn_faceplate_porttype_to_phys_port)(uint32_t, uint32_t);                    /* 21 */
     uint32_t (*cvn_faceplate_porttype_mapping_info)(uint32_t, uint32_t, uint32_t *, uint32_t *,
-                                                    uint32_t *);              /* 22 */
-    uint32_t (*cvn_np_complex_to_subslot)(uint8_t);                            /* 23 */
+                                                    uint32_t *);                 /* 22 */
+    uint32_t (*cvn_np_complex_to_subslot)(uint8_t);                              /* 23 */
     uint32_t (*cvn_np_complex_to_subslot_list)(uint8_t, uint32_t *, uint32_t *); /* 24 */
-    uint32_t (*cvn_np_complex_to_np)(uint8_t, uint32_t);                       /* 25 */
-    uint32_t (*cvn_np_set_if_subsys_type)(uint32_t, uint16_t);                 /* 26 */
-    uint32_t (*cvn_np_subslot_to_np_list)(uint8_t, uint32_t *, uint32_t *);    /* 27 */
-    uint32_t (*cvn_np_to_cpu_port_map)(uint16_t);                              /* 28 */
-    uint32_t (*cvn_np_lib_set_subslot_phy_port)(uint16_t, uint32_t);           /* 29 */
+    uint32_t (*cvn_np_complex_to_np)(uint8_t, uint32_t);                         /* 25 */
+    uint32_t (*cvn_np_set_if_subsys_type)(uint32_t, uint16_t);                   /* 26 */
+    uint32_t (*cvn_np_subslot_to_np_list)(uint8_t, uint32_t *, uint32_t *);      /* 27 */
+    uint32_t (*cvn_np_to_cpu_port_map)(uint16_t);                                /* 28 */
+    uint32_t (*cvn_np_lib_set_subslot_phy_port)(uint16_t, uint32_t);             /* 29 */
     uint32_t (*cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port)(uint16_t, uint32_t,
-                                                                uint32_t);    /* 30 */
-    uint32_t (*cvn_np_lib_get_subslot)(uint32_t);                              /* 31 */
-    uint32_t (*cvn_np_lib_get_subslot_port)(uint32_t);                         /* 32 */
-    uint32_t (*cvn_np_lib_get_port)(uint32_t);                                 /* 33 */
-    uint32_t (*cvn_np_lib_get_ifsubinst)(uint32_t);                            /* 34 */
-    uint32_t (*cvn_np_lib_get_ifsubinst_port)(uint32_t);                       /* 35 */
+                                                                uint32_t);                /* 30 */
+    uint32_t (*cvn_np_lib_get_subslot)(uint32_t);                                         /* 31 */
+    uint32_t (*cvn_np_lib_get_subslot_port)(uint32_t);                                    /* 32 */
+    uint32_t (*cvn_np_lib_get_port)(uint32_t);                                            /* 33 */
+    uint32_t (*cvn_np_lib_get_ifsubinst)(uint32_t);                                       /* 34 */
+    uint32_t (*cvn_np_lib_get_ifsubinst_port)(uint32_t);                                  /* 35 */
     uint32_t (*cvn_np_lib_get_phys_port_tuple45)(uint32_t, uint16_t, uint16_t, uint16_t); /* 36 */
     uint32_t (*aux_cvn_np_front_port_to_ifsubsys)(uint32_t, uint32_t *, uint32_t *,
-                                                  uint32_t *);                /* 37 */
+                                                  uint32_t *);                  /* 37 */
     const port_info *(*aux_cvn_np_port_info_get)(uint32_t, uint32_t, uint32_t); /* 38 */
     void (*aux_cvn_np_front_port_to_mapping_info)(uint32_t, uint32_t, uint32_t, uint32_t *,
                                                   uint32_t *, uint32_t *, uint32_t *); /* 39 */
-    uint32_t (*aux_cvn_np_info_num_local_ports)(uint32_t, uint32_t, uint32_t); /* 40 */
+    uint32_t (*aux_cvn_np_info_num_local_ports)(uint32_t, uint32_t, uint32_t);         /* 40 */
     void (*aux_cvn_np_info_to_mapping_info)(uint32_t, uint32_t, uint32_t, uint32_t *, uint32_t *,
-                                            uint32_t *);                      /* 41 */
+                                            uint32_t *); /* 41 */
     uint32_t (*aux_cvn_np_first_port_on_np)(uint32_t, uint32_t, uint32_t, uint32_t *, uint32_t *,
-                                            uint32_t *);                      /* 42 */
+                                            uint32_t *); /* 42 */
     uint32_t (*aux_cvn_faceplate_to_mapping_info)(uint32_t, uint32_t, uint32_t, uint32_t *,
-                                                  uint32_t *, uint32_t *);    /* 43 */
+                                                  uint32_t *, uint32_t *); /* 43 */
     void (*aux_np_port_to_mapping_info)(const port_mapping_entry *const *, uint32_t, uint32_t,
-                                        uint32_t *, uint32_t *, uint32_t *);  /* 44 */
-    uint32_t (*aux_cvn_np_front_port_to_ifsubinst)(uint32_t, uint32_t *);     /* 45 */
+                                        uint32_t *, uint32_t *, uint32_t *); /* 44 */
+    uint32_t (*aux_cvn_np_front_port_to_ifsubinst)(uint32_t, uint32_t *);    /* 45 */
 } cvn_np_api;
 
 /* ---- Global state (visible to programs that link the library) ---------- */
@@ -367,8 +367,8 @@ uint32_t cvn_faceplate_porttype_to_np_port(uint32_t port_type, uint32_t fplate_p
 /* Slot 21: its front port. */
 uint32_t cvn_faceplate_porttype_to_phys_port(uint32_t port_type, uint32_t fplate_port);
 /* Slot 22: all three; returns 0. */
-uint32_t cvn_faceplate_porttype_mapping_info(uint32_t port_type, uint32_t fplate_port,
-                                             uint32_t *np, uint32_t *np_port, uint32_t *front);
+uint32_t cvn_faceplate_porttype_mapping_info(uint32_t port_type, uint32_t fplate_port, uint32_t *np,
+                                             uint32_t *np_port, uint32_t *front);
 
 /* ---- Complexes and subslots (slots 23-28) -------------------------------- */
 
@@ -411,8 +411,8 @@ uint32_t cvn_np_lib_get_ifsubinst(uint32_t front);
 uint32_t cvn_np_lib_get_ifsubinst_port(uint32_t front);
 /* Slot 36: a front port from a port type and (subslot, cage, port); 255 for
  * a port type the family has no tables for. */
-uint32_t cvn_np_lib_get_phys_port_tuple45(uint32_t port_type, uint16_t subslot,
-                                          uint16_t ifsubinst, uint16_t ifsubinst_port);
+uint32_t cvn_np_lib_get_phys_port_tuple45(uint32_t port_type, uint16_t subslot, uint16_t ifsubinst,
+                                          uint16_t ifsubinst_port);
 
 /* ---- cage cards --------------------------------------------------------------
  * brisca (8 cages, 4 NPs), brisca_4p (4 cages, 4 NPs), fenna (6 cages,
@@ -478,17 +478,16 @@ uint32_t cvn_np_lib_get_phys_port_tuple45(uint32_t port_type, uint16_t subslot,
 /* Slot 37: asks the platform what the front port's cage holds.  Returns the
  * query's non-zero status with nothing written, else 0.  Asserts the cage
  * against num_cage. */
-uint32_t aux_cvn_np_front_port_to_ifsubsys(uint32_t front, uint32_t *subslot,
-                                           uint32_t *ifsubsys, uint32_t *ifsub_type);
+uint32_t aux_cvn_np_front_port_to_ifsubsys(uint32_t front, uint32_t *subslot, uint32_t *ifsubsys,
+                                           uint32_t *ifsub_type);
 /* Slot 38: port counts of a cage of a given type (the dummy list for a type
  * the family does not know).  Asserts subslot and cage. */
-const port_info *aux_cvn_np_port_info_get(uint32_t subslot, uint32_t ifsubsys,
-                                           uint32_t ifsub_type);
+const port_info *aux_cvn_np_port_info_get(uint32_t subslot, uint32_t ifsubsys, uint32_t ifsub_type);
 /* Slot 39: mapping of a front port of a known type.  Asserts the cage, the
  * type ("0") and the port's faceplate index at the type's speed. */
 void aux_cvn_np_front_port_to_mapping_info(uint32_t ifsubsys, uint32_t port, uint32_t ifsub_type,
-                                           uint32_t *np, uint32_t *np_port,
-                                           uint32_t *fplate_port, uint32_t *port_type);
+                                           uint32_t *np, uint32_t *np_port, uint32_t *fplate_port,
+                                           uint32_t *port_type);
 /* Slot 40: NP-local ports of a type (brisca: per cage; fenna: per NP).
  * Asserts subslot, NP and type. */
 uint32_t aux_cvn_np_info_num_local_ports(uint32_t subslot, uint32_t np_num, uint32_t ifsub_type);

@@ -209,8 +209,8 @@ typedef struct quellon_port_mapping_entry {
 } quellon_port_mapping_entry;
 
 extern const quellon_port_mapping_entry cvn_np_port_mapping_quellon[48];
-extern uint16_t cvn_np_qln_max_ports;          /* 24 x NP count, set by the init */
-extern port_info quellon_port_info_list[3];    /* {ports, COMBO} {4, COMBO} {0, END} */
+extern uint16_t cvn_np_qln_max_ports;       /* 24 x NP count, set by the init */
+extern port_info quellon_port_info_list[3]; /* {ports, COMBO} {4, COMBO} {0, END} */
 extern card_version quellon_card_version;
 extern subslot_info cvn_np_subslot_info_quellon;
 
@@ -264,27 +264,27 @@ void cvn_np_1slice_tolvar_api_fill(cvn_np_api *table);
     const subslot_info *cvn_np_##F##_subslot_info_get(void);                                       \
     const port_info *cvn_np_##F##_port_info_subslot(uint16_t subslot);                             \
     const port_info *cvn_np_##F##_port_info_from_subslot_ifsubinst(uint16_t subslot,               \
-                                                                    uint16_t ifsubinst);           \
+                                                                   uint16_t ifsubinst);            \
     uint32_t cvn_np_##F##_front_port_to_np(uint32_t front);                                        \
     uint32_t cvn_np_##F##_front_port_to_np_port(uint32_t front);                                   \
     uint32_t cvn_np_##F##_front_port_to_port_type(uint32_t front);                                 \
     uint32_t cvn_np_##F##_front_port_to_face_plate_port(uint32_t front, uint32_t *fplate_port,     \
-                                                         uint32_t *port_type);                     \
+                                                        uint32_t *port_type);                      \
     uint32_t cvn_np_##F##_front_port_mapping_info(uint32_t front, uint32_t *np, uint32_t *np_port, \
-                                                   uint32_t *fplate_port, uint32_t *port_type);    \
+                                                  uint32_t *fplate_port, uint32_t *port_type);     \
     uint32_t cvn_np_##F##_info_num_local_ports(uint32_t np_id);                                    \
     uint32_t cvn_np_##F##_info_to_front_port(uint32_t np_id, uint32_t np_port, uint32_t *front);   \
     uint32_t cvn_np_##F##_info_to_fplate_porttype(uint32_t np_id, uint32_t np_port,                \
-                                                   uint32_t *fplate_port, uint32_t *port_type);    \
+                                                  uint32_t *fplate_port, uint32_t *port_type);     \
     uint32_t cvn_np_##F##_first_front_port_on_np(uint32_t np_id, uint32_t *front);                 \
     uint32_t cvn_np_##F##_first_fplate_porttype_on_np(uint32_t np_id, uint32_t *port_type,         \
-                                                       uint32_t *fplate_port);                     \
+                                                      uint32_t *fplate_port);                      \
     uint32_t cvn_##F##_faceplate_porttype_to_np(uint32_t port_type, uint32_t fplate_port);         \
     uint32_t cvn_##F##_faceplate_porttype_to_np_port(uint32_t port_type, uint32_t fplate_port);    \
     uint32_t cvn_##F##_faceplate_porttype_to_phys_port(uint32_t port_type, uint32_t fplate_port);  \
     uint32_t cvn_##F##_faceplate_porttype_mapping_info(uint32_t port_type, uint32_t fplate_port,   \
-                                                        uint32_t *np, uint32_t *np_port,           \
-                                                        uint32_t *front);                          \
+                                                       uint32_t *np, uint32_t *np_port,            \
+                                                       uint32_t *front);                           \
     uint32_t cvn_np_##F##_complex_to_subslot(uint8_t np_complex);                                  \
     uint32_t cvn_np_##F##_complex_to_np(uint8_t np_complex, uint32_t second);                      \
     uint32_t cvn_np_##F##_set_if_subsys_type(uint32_t ifsubsys, uint16_t type);                    \
@@ -298,21 +298,20 @@ void cvn_np_1slice_tolvar_api_fill(cvn_np_api *table);
     uint32_t cvn_np_##F##_lib_get_ifsubinst(uint32_t front);                                       \
     uint32_t cvn_np_##F##_lib_get_ifsubinst_port(uint32_t front);                                  \
     uint32_t cvn_np_##F##_lib_get_phys_port_tuple45(uint32_t port_type, uint16_t subslot,          \
-                                                     uint16_t ifsubinst, uint16_t ifsubinst_port); \
+                                                    uint16_t ifsubinst, uint16_t ifsubinst_port);  \
     const port_info *aux_cvn_np_##F##_port_info_get(uint32_t subslot, uint32_t ifsubsys,           \
-                                                     uint32_t ifsub_type);                         \
-    void aux_cvn_np_##F##_front_port_to_mapping_info(uint32_t ifsubsys, uint32_t port,             \
-                                                      uint32_t ifsub_type, uint32_t *np,           \
-                                                      uint32_t *np_port, uint32_t *fplate_port,    \
-                                                      uint32_t *port_type);                        \
-    uint32_t aux_cvn_np_##F##_info_num_local_ports(uint32_t subslot, uint32_t np_num,              \
                                                     uint32_t ifsub_type);                          \
+    void aux_cvn_np_##F##_front_port_to_mapping_info(                                              \
+        uint32_t ifsubsys, uint32_t port, uint32_t ifsub_type, uint32_t *np, uint32_t *np_port,    \
+        uint32_t *fplate_port, uint32_t *port_type);                                               \
+    uint32_t aux_cvn_np_##F##_info_num_local_ports(uint32_t subslot, uint32_t np_num,              \
+                                                   uint32_t ifsub_type);                           \
     void aux_cvn_np_##F##_info_to_mapping_info(uint32_t np_num, uint32_t np_port,                  \
-                                                uint32_t ifsub_type, uint32_t *front,              \
-                                                uint32_t *fplate_port, uint32_t *port_type);       \
+                                               uint32_t ifsub_type, uint32_t *front,               \
+                                               uint32_t *fplate_port, uint32_t *port_type);        \
     uint32_t aux_cvn_##F##_faceplate_to_mapping_info(uint32_t ifsubsys, uint32_t port,             \
-                                                      uint32_t port_type, uint32_t *np,            \
-                                                      uint32_t *np_port, uint32_t *front);         \
+                                                     uint32_t port_type, uint32_t *np,             \
+                                                     uint32_t *np_port, uint32_t *front);          \
     void aux_##F##_np_port_to_mapping_info(const port_mapping_entry *const *entries,               \
                                            uint32_t np_port, uint32_t count, uint32_t *front,      \
                                            uint32_t *fplate_port, uint32_t *port_type);

@@ -21,12 +21,14 @@ constexpr int kMaxEntries = CVN_NP_SIM_MAX_ENTRIES;
 constexpr const char kCardTypeVar[] = "CVN_NP_SIM_CARD_TYPE";
 constexpr const char kIfsubsysVar[] = "CVN_NP_SIM_IFSUBSYS";
 
-constexpr uint64_t make_key(uint32_t subslot, uint32_t ifsubsys) {
+constexpr uint64_t make_key(uint32_t subslot, uint32_t ifsubsys)
+{
     return uint64_t{subslot} << 32 | ifsubsys;
 }
 
 // An answer word: the status in the upper half, the type in the lower half.
-constexpr uint64_t make_answer(uint32_t status, uint32_t type) {
+constexpr uint64_t make_answer(uint32_t status, uint32_t type)
+{
     return uint64_t{status} << 32 | type;
 }
 
@@ -50,25 +52,32 @@ constinit State g;
 
 // ---- Parsing ---------------------------------------------------------------
 
-int digit_value(char c) {
-    if (c >= '0' && c <= '9') return c - '0';
-    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+int digit_value(char c)
+{
+    if (c >= '0' && c <= '9')
+        return c - '0';
+    if (c >= 'a' && c <= 'f')
+        return c - 'a' + 10;
+    if (c >= 'A' && c <= 'F')
+        return c - 'A' + 10;
     return -1;
 }
 
 // A C integer literal as strtoul(..., 0) reads it (0x/0X hex, leading 0
 // octal, else decimal), but with no whitespace or sign, every character
 // consumed, and the value within 32 bits.
-bool parse_u32(std::string_view s, uint32_t &out) {
-    if (s.empty()) return false;
+bool parse_u32(std::string_view s, uint32_t &out)
+{
+    if (s.empty())
+        return false;
     int base = 10;
     size_t i = 0;
     if (s[0] == '0') {
         if (s.size() > 1 && (s[1] == 'x' || s[1] == 'X')) {
             base = 16;
             i = 2;
-            if (i == s.size()) return false;  // "0x" alone
+            if (i == s.size())
+                return false; // "0x" alone
         } else {
             base = 8;
             i = 1;
@@ -77,17 +86,22 @@ bool parse_u32(std::string_view s, uint32_t &out) {
     uint64_t value = 0;
     for (; i < s.size(); ++i) {
         const int d = digit_value(s[i]);
-        if (d < 0 || d >= base) return false;
+        if (d < 0 || d >= base)
+            return false;
         value = value * static_cast<uint64_t>(base) + static_cast<uint64_t>(d);
-        if (value > UINT32_MAX) return false;
+        if (value > UINT32_MAX)
+            return false;
     }
     out = static_cast<uint32_t>(value);
     return true;
 }
 
-std::string_view trim(std::string_view s) {
-    while (!s.empty() && (s.front() == ' ' || s.front() == '\t')) s.remove_prefix(1);
-    while (!s.empty() && (s.back() == ' ' || s.back() == '\t')) s.remove_suffix(1);
+std::string_view trim(std::string_view s)
+{
+    while (!s.empty() && (s.front() == ' ' || s.front() == '\t'))
+        s.remove_prefix(1);
+    while (!s.empty() && (s.back() == ' ' || s.back() == '\t'))
+        s.remove_suffix(1);
     return s;
 }
 
@@ -109,28 +123,35 @@ struct ListError {
     std::string_view item;
 };
 
-bool parse_item(std::string_view item, uint64_t &key, uint32_t &type) {
+bool parse_item(std::string_view item, uint64_t &key, uint32_t &type)
+{
     const size_t colon = item.find(':');
-    if (colon == std::string_view::npos) return false;
+    if (colon == std::string_view::npos)
+        return false;
     const size_t equals = item.find('=', colon + 1);
-    if (equals == std::string_view::npos) return false;
+    if (equals == std::string_view::npos)
+        return false;
     const std::string_view subslot_text = item.substr(0, colon);
     const std::string_view ifsubsys_text = item.substr(colon + 1, equals - colon - 1);
     uint32_t subslot = 0;
     uint32_t ifsubsys = 0;
-    if (!parse_u32(subslot_text, subslot)) return false;
+    if (!parse_u32(subslot_text, subslot))
+        return false;
     if (ifsubsys_text == "any")
         ifsubsys = CVN_NP_SIM_ANY;
     else if (!parse_u32(ifsubsys_text, ifsubsys))
         return false;
-    if (!parse_u32(item.substr(equals + 1), type)) return false;
+    if (!parse_u32(item.substr(equals + 1), type))
+        return false;
     key = make_key(subslot, ifsubsys);
     return true;
 }
 
-bool parse_list(std::string_view list, Parsed &out, ListError &error) {
+bool parse_list(std::string_view list, Parsed &out, ListError &error)
+{
     out.n = 0;
-    if (list.empty()) return true;
+    if (list.empty())
+        return true;
     for (;;) {
         const size_t comma = list.find(',');
         const std::string_view item = trim(list.substr(0, comma));
@@ -141,76 +162,92 @@ bool parse_list(std::string_view list, Parsed &out, ListError &error) {
             return false;
         }
         int i = 0;
-        while (i < out.n && out.items[i].key != key) ++i;
+        while (i < out.n && out.items[i].key != key)
+            ++i;
         if (i == kMaxEntries) {
             error = {true, item};
             return false;
         }
         out.items[i] = {key, type, item};
-        if (i == out.n) ++out.n;
-        if (comma == std::string_view::npos) return true;
+        if (i == out.n)
+            ++out.n;
+        if (comma == std::string_view::npos)
+            return true;
         list.remove_prefix(comma + 1);
     }
 }
 
 // Control characters in a message (an environment value may hold any)
 // would break the one-line report; show them as '?'.
-void flatten(char *text) {
+void flatten(char *text)
+{
     for (; *text != '\0'; ++text)
-        if (static_cast<unsigned char>(*text) < 0x20 || *text == 0x7F) *text = '?';
+        if (static_cast<unsigned char>(*text) < 0x20 || *text == 0x7F)
+            *text = '?';
 }
 
-void describe(char *buffer, size_t size, const ListError &e) {
-    if (buffer == nullptr || size == 0) return;
+void describe(char *buffer, size_t size, const ListError &e)
+{
+    if (buffer == nullptr || size == 0)
+        return;
     const int length = static_cast<int>(e.item.size());
     // A description longer than the caller's buffer is cut to it.
     if (e.no_room)
         (void)std::snprintf(buffer, size, "no room for item \"%.*s\" (at most %d keys)", length,
-                      e.item.data(), kMaxEntries);
+                            e.item.data(), kMaxEntries);
     else
-        (void)std::snprintf(buffer, size, "malformed item \"%.*s\" (expected SUBSLOT:IFSUBSYS=TYPE)",
-                      length, e.item.data());
+        (void)std::snprintf(buffer, size,
+                            "malformed item \"%.*s\" (expected SUBSLOT:IFSUBSYS=TYPE)", length,
+                            e.item.data());
     flatten(buffer);
 }
 
-[[noreturn]] void reject_environment(const char *variable, const char *message) {
+[[noreturn]] void reject_environment(const char *variable, const char *message)
+{
     (void)std::fprintf(stderr, "cvn_np_sim: %s: %s\n", variable, message);
     std::exit(2);
 }
 
 // ---- The table (writers hold g.writer) --------------------------------------
 
-int find_locked(uint64_t key, int count) {
+int find_locked(uint64_t key, int count)
+{
     for (int i = 0; i < count; ++i)
-        if (g.entries[i].key.load(std::memory_order_relaxed) == key) return i;
+        if (g.entries[i].key.load(std::memory_order_relaxed) == key)
+            return i;
     return -1;
 }
 
-int put_locked(uint64_t key, uint64_t answer) {
+int put_locked(uint64_t key, uint64_t answer)
+{
     const int count = g.count.load(std::memory_order_relaxed);
     const int i = find_locked(key, count);
     if (i >= 0) {
         g.entries[i].answer.store(answer, std::memory_order_release);
         return 0;
     }
-    if (count == kMaxEntries) return -1;
+    if (count == kMaxEntries)
+        return -1;
     g.entries[count].key.store(key, std::memory_order_relaxed);
     g.entries[count].answer.store(answer, std::memory_order_relaxed);
     g.count.store(count + 1, std::memory_order_release);
     return 0;
 }
 
-int put(uint64_t key, uint64_t answer) {
+int put(uint64_t key, uint64_t answer)
+{
     std::lock_guard lock(g.writer);
     return put_locked(key, answer);
 }
 
 // Adds every parsed item, or none when the new keys do not all fit.
-bool apply(const Parsed &parsed, ListError &error) {
+bool apply(const Parsed &parsed, ListError &error)
+{
     std::lock_guard lock(g.writer);
     int count = g.count.load(std::memory_order_relaxed);
     for (int i = 0; i < parsed.n; ++i) {
-        if (find_locked(parsed.items[i].key, count) >= 0) continue;
+        if (find_locked(parsed.items[i].key, count) >= 0)
+            continue;
         if (++count > kMaxEntries) {
             error = {true, parsed.items[i].item};
             return false;
@@ -221,7 +258,8 @@ bool apply(const Parsed &parsed, ListError &error) {
     return true;
 }
 
-void read_environment() {
+void read_environment()
+{
     char message[512];
     uint32_t card_type = 0;
     const char *card_text = std::getenv(kCardTypeVar);
@@ -240,29 +278,32 @@ void read_environment() {
         describe(message, sizeof message, error);
         reject_environment(kIfsubsysVar, message);
     }
-    if (have_card) g.card_type.store(card_type, std::memory_order_relaxed);
+    if (have_card)
+        g.card_type.store(card_type, std::memory_order_relaxed);
 }
 
 // The first call of anything here reads the environment once.
-void ensure_environment_read() {
-    std::call_once(g.environment_read, read_environment);
-}
+void ensure_environment_read() { std::call_once(g.environment_read, read_environment); }
 
-}  // namespace
+} // namespace
 
 extern "C" {
 
-uint32_t platform_get_my_card_type(void) {
+uint32_t platform_get_my_card_type(void)
+{
     ensure_environment_read();
     g.card_type_queries.fetch_add(1, std::memory_order_relaxed);
     return g.card_type.load(std::memory_order_relaxed);
 }
 
-uint32_t rva_ifsubsys_get_info(const ifsubsys_id *id, ifsubsys_info *info) {
+uint32_t rva_ifsubsys_get_info(const ifsubsys_id *id, ifsubsys_info *info)
+{
     ensure_environment_read();
     g.ifsubsys_queries.fetch_add(1, std::memory_order_relaxed);
-    if (id == nullptr || info == nullptr) return kNullArgumentStatus;
-    if (const uint32_t status = g.fail_all.load(std::memory_order_relaxed)) return status;
+    if (id == nullptr || info == nullptr)
+        return kNullArgumentStatus;
+    if (const uint32_t status = g.fail_all.load(std::memory_order_relaxed))
+        return status;
     const uint64_t key = make_key(id->subslot, id->ifsubsys);
     uint64_t answer = make_answer(0, CVN_NP_IFSUB_TYPE_NONE);
     const int count = g.count.load(std::memory_order_acquire);
@@ -272,13 +313,15 @@ uint32_t rva_ifsubsys_get_info(const ifsubsys_id *id, ifsubsys_info *info) {
             break;
         }
     }
-    if (const auto status = static_cast<uint32_t>(answer >> 32)) return status;
+    if (const auto status = static_cast<uint32_t>(answer >> 32))
+        return status;
     *info = ifsubsys_info{0, static_cast<uint32_t>(answer), 0, 0};
     return 0;
 }
 
-void cvn_np_sim_reset(void) {
-    ensure_environment_read();  // so that a later first query cannot apply it
+void cvn_np_sim_reset(void)
+{
+    ensure_environment_read(); // so that a later first query cannot apply it
     std::lock_guard lock(g.writer);
     g.count.store(0, std::memory_order_release);
     g.card_type.store(CVN_NP_SIM_DEFAULT_CARD_TYPE, std::memory_order_relaxed);
@@ -287,37 +330,45 @@ void cvn_np_sim_reset(void) {
     g.ifsubsys_queries.store(0, std::memory_order_relaxed);
 }
 
-void cvn_np_sim_load_environment(void) {
+void cvn_np_sim_load_environment(void)
+{
     bool read_now = false;
     std::call_once(g.environment_read, [&read_now] {
         read_environment();
         read_now = true;
     });
-    if (!read_now) read_environment();
+    if (!read_now)
+        read_environment();
 }
 
-void cvn_np_sim_set_card_type(uint32_t card_type) {
+void cvn_np_sim_set_card_type(uint32_t card_type)
+{
     ensure_environment_read();
     g.card_type.store(card_type, std::memory_order_relaxed);
 }
 
-int cvn_np_sim_set_ifsubsys(uint32_t subslot, uint32_t ifsubsys, uint32_t type) {
+int cvn_np_sim_set_ifsubsys(uint32_t subslot, uint32_t ifsubsys, uint32_t type)
+{
     ensure_environment_read();
     return put(make_key(subslot, ifsubsys), make_answer(0, type));
 }
 
-int cvn_np_sim_fail_ifsubsys(uint32_t subslot, uint32_t ifsubsys, uint32_t status) {
+int cvn_np_sim_fail_ifsubsys(uint32_t subslot, uint32_t ifsubsys, uint32_t status)
+{
     ensure_environment_read();
-    if (status == 0) return -1;
+    if (status == 0)
+        return -1;
     return put(make_key(subslot, ifsubsys), make_answer(status, 0));
 }
 
-void cvn_np_sim_fail_all(uint32_t status) {
+void cvn_np_sim_fail_all(uint32_t status)
+{
     ensure_environment_read();
     g.fail_all.store(status, std::memory_order_relaxed);
 }
 
-int cvn_np_sim_load_ifsubsys(const char *list, char *error, unsigned error_size) {
+int cvn_np_sim_load_ifsubsys(const char *list, char *error, unsigned error_size)
+{
     ensure_environment_read();
     Parsed parsed;
     ListError failure{};
@@ -328,14 +379,16 @@ int cvn_np_sim_load_ifsubsys(const char *list, char *error, unsigned error_size)
     return 0;
 }
 
-uint32_t cvn_np_sim_card_type_queries(void) {
+uint32_t cvn_np_sim_card_type_queries(void)
+{
     ensure_environment_read();
     return g.card_type_queries.load(std::memory_order_relaxed);
 }
 
-uint32_t cvn_np_sim_ifsubsys_queries(void) {
+uint32_t cvn_np_sim_ifsubsys_queries(void)
+{
     ensure_environment_read();
     return g.ifsubsys_queries.load(std::memory_order_relaxed);
 }
 
-}  // extern "C"
+} // extern "C"

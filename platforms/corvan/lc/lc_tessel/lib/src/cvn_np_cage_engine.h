@@ -57,8 +57,8 @@ template <const wiring &w> constexpr port_mapping_entry entry_of(std::size_t i)
     const auto port = static_cast<uint16_t>(i % w.ports_per_cage);
     const auto front = static_cast<uint16_t>(16 * cage + port);
     const uint16_t base = cage % w.cages_per_np == 0 ? w.first_cage_np_port : w.other_cage_np_port;
-    return {front, static_cast<uint16_t>(cage / w.cages_per_np),
-            static_cast<uint16_t>(base + port), front, w.port_type};
+    return {front, static_cast<uint16_t>(cage / w.cages_per_np), static_cast<uint16_t>(base + port),
+            front, w.port_type};
 }
 
 // Element f of the speed's faceplate-index table: the faceplate index of
@@ -83,40 +83,41 @@ constexpr const port_mapping_entry *pointer_to(std::size_t i)
 // Defines index map `name` of `rows` pointers (rows = tens * 10 + ones, given
 // as digits for CVN_NP_ROWS): pointer i to entry i of `table` for the first
 // `ports` rows, NULL after them.
-#define CVN_NP_CAGE_MAP(name, table, ports, tens, ones)                                           \
-    constexpr const port_mapping_entry *name[] = {                                                \
+#define CVN_NP_CAGE_MAP(name, table, ports, tens, ones)                                            \
+    constexpr const port_mapping_entry *name[] = {                                                 \
         CVN_NP_ROWS((cvn_np::cage::pointer_to<table, ports>), tens, ones)}
 
 // Defines the three index maps of family F at speed S (10g, 40g, 100g) for
 // tables whose entries already run NP by NP: pointer i to entry i of
 // cvn_np_port_mapping_F_S, `ports` pointers each.
-#define CVN_NP_CAGE_IDENTITY_MAPS(F, S, ports, tens, ones)                                        \
-    CVN_NP_CAGE_MAP(np_local_port_map_##F##_##S, cvn_np_port_mapping_##F##_##S, ports, tens, ones); \
-    CVN_NP_CAGE_MAP(fplate_port_map_##F##_##S, cvn_np_port_mapping_##F##_##S, ports, tens, ones);   \
+#define CVN_NP_CAGE_IDENTITY_MAPS(F, S, ports, tens, ones)                                         \
+    CVN_NP_CAGE_MAP(np_local_port_map_##F##_##S, cvn_np_port_mapping_##F##_##S, ports, tens,       \
+                    ones);                                                                         \
+    CVN_NP_CAGE_MAP(fplate_port_map_##F##_##S, cvn_np_port_mapping_##F##_##S, ports, tens, ones);  \
     CVN_NP_CAGE_MAP(phys_front_port_map_##F##_##S, cvn_np_port_mapping_##F##_##S, ports, tens, ones)
 
 // Defines family F's current-record pointers of speed S (100, 40 or 10),
 // written by its init.
-#define CVN_NP_CAGE_SPEED_RECORDS(F, S)                                                           \
-    const port_mapping_entry *const *F##_card_phys_map_##S##ge;                                   \
-    const port_mapping_entry *const *F##_card_fplate_map_##S##ge;                                 \
+#define CVN_NP_CAGE_SPEED_RECORDS(F, S)                                                            \
+    const port_mapping_entry *const *F##_card_phys_map_##S##ge;                                    \
+    const port_mapping_entry *const *F##_card_fplate_map_##S##ge;                                  \
     const port_mapping_entry *const *F##_card_np_port_map_##S##ge
 
 // Defines family F's remaining current-record pointers, its two run-time
 // records and its operation table, under the names every cage family uses.
-#define CVN_NP_CAGE_CARD_RECORDS(F)                                                               \
-    const np_info *F##_card_np_info;                                                              \
-    const port_info *const *F##_card_port_info;                                                   \
-    card_version F##_card_version;                                                                \
-    subslot_info F##_card_subslot_info;                                                           \
+#define CVN_NP_CAGE_CARD_RECORDS(F)                                                                \
+    const np_info *F##_card_np_info;                                                               \
+    const port_info *const *F##_card_port_info;                                                    \
+    card_version F##_card_version;                                                                 \
+    subslot_info F##_card_subslot_info;                                                            \
     cvn_np_api cvn_np_api_##F
 
 // Everything CVN_NP_CAGE_CARD_RECORDS defines, with the pointers of all
 // three speeds.
-#define CVN_NP_CAGE_THREE_SPEED_RECORDS(F)                                                        \
-    CVN_NP_CAGE_SPEED_RECORDS(F, 100);                                                            \
-    CVN_NP_CAGE_SPEED_RECORDS(F, 40);                                                             \
-    CVN_NP_CAGE_SPEED_RECORDS(F, 10);                                                             \
+#define CVN_NP_CAGE_THREE_SPEED_RECORDS(F)                                                         \
+    CVN_NP_CAGE_SPEED_RECORDS(F, 100);                                                             \
+    CVN_NP_CAGE_SPEED_RECORDS(F, 40);                                                              \
+    CVN_NP_CAGE_SPEED_RECORDS(F, 10);                                                              \
     CVN_NP_CAGE_CARD_RECORDS(F)
 
 // ---- Family description ------------------------------------------------
@@ -142,12 +143,14 @@ struct speed_tables {
 
 // The speed_tables of family F at speed S (100, 40 or 10) under the names
 // every cage family uses; `index_check` is its faceplate-index condition.
-#define CVN_NP_CAGE_SPEED(F, S, index_size, index_check)                                          \
-    {phys_front_port_map_##F##_##S##g, fplate_port_map_##F##_##S##g,                              \
-     np_local_port_map_##F##_##S##g, &F##_card_phys_map_##S##ge, &F##_card_fplate_map_##S##ge,    \
-     &F##_card_np_port_map_##S##ge, F##_phys_2_fplate_cage_##S##GE, index_size,                  \
-     &np_info::port_subslot_##S##g, &np_info::port_cage_##S##g, CVN_NP_PORT_TYPE_##S##GE,         \
-     index_check}
+#define CVN_NP_CAGE_SPEED(F, S, index_size, index_check)                                           \
+    {                                                                                              \
+        phys_front_port_map_##F##_##S##g, fplate_port_map_##F##_##S##g,                            \
+            np_local_port_map_##F##_##S##g, &F##_card_phys_map_##S##ge,                            \
+            &F##_card_fplate_map_##S##ge, &F##_card_np_port_map_##S##ge,                           \
+            F##_phys_2_fplate_cage_##S##GE, index_size, &np_info::port_subslot_##S##g,             \
+            &np_info::port_cage_##S##g, CVN_NP_PORT_TYPE_##S##GE, index_check                      \
+    }
 
 // An interface-subsystem type the family knows: its speed and the ports one
 // cage of it carries.
@@ -213,11 +216,11 @@ struct family {
 
     // The family's differences.
     slot4_answer port_info_answer;
-    bool local_ports_per_np;           // slot 40 counts an NP's cages, not one cage
-    bool query_status_returned;        // slots 11, 12, 16, 18 return a failed query
-    bool failed_query_skips_mapping;   // slots 8-10 answer 0 on a failed query
-    uint32_t max_np_port;              // slot 15 rejects a larger NP-local port
-    uint32_t ifsubinst_cages;          // slot 45's cage bound; 0: slot left empty
+    bool local_ports_per_np;                          // slot 40 counts an NP's cages, not one cage
+    bool query_status_returned;                       // slots 11, 12, 16, 18 return a failed query
+    bool failed_query_skips_mapping;                  // slots 8-10 answer 0 on a failed query
+    uint32_t max_np_port;                             // slot 15 rejects a larger NP-local port
+    uint32_t ifsubinst_cages;                         // slot 45's cage bound; 0: slot left empty
     uint32_t (*np_port_ifsub_type)(uint32_t np_port); // slot 15's type of an NP-local port
 };
 
@@ -286,8 +289,8 @@ template <const family &F> struct engine {
     }
     static cage_answer query_cage(uint32_t subslot, uint32_t cage)
     {
-        return query(cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port(
-            static_cast<uint16_t>(subslot), cage, 0));
+        return query(cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port(static_cast<uint16_t>(subslot),
+                                                                     cage, 0));
     }
 
     // The cages of NP n: `cage_per_complex` of them from its first cage.
@@ -354,10 +357,10 @@ template <const family &F> struct engine {
         uint32_t value = 0;
         if (a.status != 0 && F.failed_query_skips_mapping)
             return value;
-        aux_cvn_np_front_port_to_mapping_info(
-            a.ifsubsys, cvn_np_lib_get_port(front), a.type, field == out_np ? &value : nullptr,
-            field == out_np_port ? &value : nullptr, nullptr,
-            field == out_port_type ? &value : nullptr);
+        aux_cvn_np_front_port_to_mapping_info(a.ifsubsys, cvn_np_lib_get_port(front), a.type,
+                                              field == out_np ? &value : nullptr,
+                                              field == out_np_port ? &value : nullptr, nullptr,
+                                              field == out_port_type ? &value : nullptr);
         return value;
     }
 
@@ -410,13 +413,13 @@ template <const family &F> struct engine {
         return cvn_np_info_to_fplate_porttype(np_id, np_port, front, &discarded_type);
     }
 
-    static uint32_t info_to_fplate_porttype(uint32_t np_id, uint32_t np_port,
-                                            uint32_t *fplate_port, uint32_t *port_type)
+    static uint32_t info_to_fplate_porttype(uint32_t np_id, uint32_t np_port, uint32_t *fplate_port,
+                                            uint32_t *port_type)
     {
         if (np_id >= cvn_np_how_many() || np_port > F.max_np_port)
             return CVN_NP_ERR_INVALID;
-        aux_cvn_np_info_to_mapping_info(np_id, np_port, F.np_port_ifsub_type(np_port),
-                                        fplate_port, nullptr, port_type);
+        aux_cvn_np_info_to_mapping_info(np_id, np_port, F.np_port_ifsub_type(np_port), fplate_port,
+                                        nullptr, port_type);
         return 0;
     }
 
@@ -462,11 +465,10 @@ template <const family &F> struct engine {
     template <output field> static uint32_t faceplate_field(uint32_t port_type, uint32_t fplate)
     {
         uint32_t value = 0;
-        aux_cvn_faceplate_to_mapping_info(cvn_np_lib_get_ifsubinst(fplate),
-                                          cvn_np_lib_get_port(fplate), port_type,
-                                          field == out_np ? &value : nullptr,
-                                          field == out_np_port ? &value : nullptr,
-                                          field == out_front ? &value : nullptr);
+        aux_cvn_faceplate_to_mapping_info(
+            cvn_np_lib_get_ifsubinst(fplate), cvn_np_lib_get_port(fplate), port_type,
+            field == out_np ? &value : nullptr, field == out_np_port ? &value : nullptr,
+            field == out_front ? &value : nullptr);
         return value;
     }
 
@@ -596,8 +598,8 @@ template <const family &F> struct engine {
         require(np_num < info().num_complex, F.text.np_num);
         const speed_tables &s = F.speeds[known_type(type).tables];
         const uint32_t block = np_block(s);
-        aux_np_port_to_mapping_info(*s.card_np_port_map + std::size_t{np_num} * block, np_port, block, front,
-                                    fplate_port, port_type);
+        aux_np_port_to_mapping_info(*s.card_np_port_map + std::size_t{np_num} * block, np_port,
+                                    block, front, fplate_port, port_type);
     }
 
     static uint32_t first_port_on_np(uint32_t np_num, uint32_t, uint32_t type, uint32_t *front,

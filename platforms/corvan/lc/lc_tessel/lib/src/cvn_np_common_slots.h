@@ -79,8 +79,7 @@ inline uint32_t subslot_to_np_list(uint8_t, uint32_t *count, uint32_t *first_np)
 inline uint32_t to_cpu_port_map(uint16_t) { return 3; }
 
 // Slot 24 once the complex is checked: one subslot, the complex's own.
-inline uint32_t one_subslot_of_complex(uint8_t np_complex, uint32_t *count,
-                                       uint32_t *first_subslot)
+inline uint32_t one_subslot_of_complex(uint8_t np_complex, uint32_t *count, uint32_t *first_subslot)
 {
     if (count == nullptr)
         return 0;

@@ -137,10 +137,7 @@ uint32_t cvn_np_id_validate(uint32_t np_id, uint8_t *np)
     return *np < cvn_np_how_many() ? 0 : CVN_NP_ERR_INVALID;
 }
 
-uint32_t cvn_np_unsupported(void)
-{
-    return CVN_NP_ERR_INVALID;
-}
+uint32_t cvn_np_unsupported(void) { return CVN_NP_ERR_INVALID; }
 
 // ---- The public functions of the slots, in slot order -------------------
 
@@ -224,8 +221,8 @@ uint32_t cvn_faceplate_porttype_to_phys_port(uint32_t port_type, uint32_t fplate
 {
     return forward<&api::cvn_faceplate_porttype_to_phys_port>(port_type, fplate_port);
 }
-uint32_t cvn_faceplate_porttype_mapping_info(uint32_t port_type, uint32_t fplate_port,
-                                             uint32_t *np, uint32_t *np_port, uint32_t *front)
+uint32_t cvn_faceplate_porttype_mapping_info(uint32_t port_type, uint32_t fplate_port, uint32_t *np,
+                                             uint32_t *np_port, uint32_t *front)
 {
     return forward<&api::cvn_faceplate_porttype_mapping_info>(port_type, fplate_port, np, np_port,
                                                               front);
@@ -265,7 +262,10 @@ uint32_t cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port(uint16_t subslot, uint3
     return forward<&api::cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port>(subslot, ifsubinst,
                                                                           ifsubinst_port);
 }
-uint32_t cvn_np_lib_get_subslot(uint32_t front) { return forward<&api::cvn_np_lib_get_subslot>(front); }
+uint32_t cvn_np_lib_get_subslot(uint32_t front)
+{
+    return forward<&api::cvn_np_lib_get_subslot>(front);
+}
 uint32_t cvn_np_lib_get_subslot_port(uint32_t front)
 {
     return forward<&api::cvn_np_lib_get_subslot_port>(front);
@@ -295,8 +295,8 @@ const port_info *aux_cvn_np_port_info_get(uint32_t subslot, uint32_t ifsubsys, u
     return forward<&api::aux_cvn_np_port_info_get>(subslot, ifsubsys, ifsub_type);
 }
 void aux_cvn_np_front_port_to_mapping_info(uint32_t ifsubsys, uint32_t port, uint32_t ifsub_type,
-                                           uint32_t *np, uint32_t *np_port,
-                                           uint32_t *fplate_port, uint32_t *port_type)
+                                           uint32_t *np, uint32_t *np_port, uint32_t *fplate_port,
+                                           uint32_t *port_type)
 {
     forward<&api::aux_cvn_np_front_port_to_mapping_info>(ifsubsys, port, ifsub_type, np, np_port,
                                                          fplate_port, port_type);
@@ -308,8 +308,8 @@ uint32_t aux_cvn_np_info_num_local_ports(uint32_t subslot, uint32_t np_num, uint
 void aux_cvn_np_info_to_mapping_info(uint32_t np_num, uint32_t np_port, uint32_t ifsub_type,
                                      uint32_t *front, uint32_t *fplate_port, uint32_t *port_type)
 {
-    forward<&api::aux_cvn_np_info_to_mapping_info>(np_num, np_port, ifsub_type, front,
-                                                   fplate_port, port_type);
+    forward<&api::aux_cvn_np_info_to_mapping_info>(np_num, np_port, ifsub_type, front, fplate_port,
+                                                   port_type);
 }
 uint32_t aux_cvn_np_first_port_on_np(uint32_t np_num, uint32_t ifsubsys, uint32_t ifsub_type,
                                      uint32_t *front, uint32_t *fplate_port, uint32_t *port_type)
@@ -320,8 +320,8 @@ uint32_t aux_cvn_np_first_port_on_np(uint32_t np_num, uint32_t ifsubsys, uint32_
 uint32_t aux_cvn_faceplate_to_mapping_info(uint32_t ifsubsys, uint32_t port, uint32_t port_type,
                                            uint32_t *np, uint32_t *np_port, uint32_t *front)
 {
-    return forward<&api::aux_cvn_faceplate_to_mapping_info>(ifsubsys, port, port_type, np,
-                                                            np_port, front);
+    return forward<&api::aux_cvn_faceplate_to_mapping_info>(ifsubsys, port, port_type, np, np_port,
+                                                            front);
 }
 void aux_np_port_to_mapping_info(const port_mapping_entry *const *entries, uint32_t np_port,
                                  uint32_t count, uint32_t *front, uint32_t *fplate_port,

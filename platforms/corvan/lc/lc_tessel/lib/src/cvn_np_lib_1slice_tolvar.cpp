@@ -22,11 +22,15 @@ constexpr tv::ep_wiring k_b0_4x10g = {CVN_NP_PORT_TYPE_10GE, 4, {4, 0, 192, 2}, 
 constexpr tv::ep_wiring k_b0_8x10g = {CVN_NP_PORT_TYPE_10GE, 8, {8, 0, 192, 1}, {}};
 constexpr tv::ep_wiring k_b0_2x40g = {CVN_NP_PORT_TYPE_40GE, 2, {2, 0, 96, 1}, {}};
 constexpr tv::ep_wiring k_b0_1x40g = {CVN_NP_PORT_TYPE_40GE, 1, {1, 0, 96, 1}, {}};
-constexpr tv::ep_wiring k_b0_20x_none = {CVN_NP_PORT_TYPE_NONE, 20, {10, 0, 16, 1}, {10, 10, 28, 1}};
+constexpr tv::ep_wiring k_b0_20x_none = {
+    CVN_NP_PORT_TYPE_NONE, 20, {10, 0, 16, 1}, {10, 10, 28, 1}};
 constexpr tv::ep_wiring k_b0_16x10g = {CVN_NP_PORT_TYPE_10GE, 16, {8, 0, 192, 1}, {8, 8, 204, 1}};
-constexpr tv::ep_wiring k_b0_20x10g = {CVN_NP_PORT_TYPE_10GE, 20, {10, 0, 192, 1}, {10, 10, 204, 1}};
-constexpr tv::ep_wiring k_b0_100g_pair = {CVN_NP_PORT_TYPE_100GE, 2, {1, 0, 116, 1}, {1, 16, 117, 1}};
-constexpr tv::ep_wiring k_b0_10g_pair = {CVN_NP_PORT_TYPE_10GE, 10, {10, 0, 192, 1}, {10, 16, 204, 1}};
+constexpr tv::ep_wiring k_b0_20x10g = {
+    CVN_NP_PORT_TYPE_10GE, 20, {10, 0, 192, 1}, {10, 10, 204, 1}};
+constexpr tv::ep_wiring k_b0_100g_pair = {
+    CVN_NP_PORT_TYPE_100GE, 2, {1, 0, 116, 1}, {1, 16, 117, 1}};
+constexpr tv::ep_wiring k_b0_10g_pair = {
+    CVN_NP_PORT_TYPE_10GE, 10, {10, 0, 192, 1}, {10, 16, 204, 1}};
 constexpr tv::ep_wiring k_b0_40g_pair = {CVN_NP_PORT_TYPE_40GE, 2, {2, 0, 96, 1}, {2, 16, 99, 1}};
 
 // Bay 1's EPs use the NP's upper port ranges.
@@ -35,7 +39,8 @@ constexpr tv::ep_wiring k_b1_4x10g = {CVN_NP_PORT_TYPE_10GE, 4, {4, 0, 204, 2}, 
 constexpr tv::ep_wiring k_b1_8x10g = {CVN_NP_PORT_TYPE_10GE, 8, {8, 0, 204, 1}, {}};
 constexpr tv::ep_wiring k_b1_2x40g = {CVN_NP_PORT_TYPE_40GE, 2, {2, 0, 99, 1}, {}};
 constexpr tv::ep_wiring k_b1_1x40g = {CVN_NP_PORT_TYPE_40GE, 1, {1, 0, 99, 1}, {}};
-constexpr tv::ep_wiring k_b1_20x_none = {CVN_NP_PORT_TYPE_NONE, 20, {10, 0, 128, 1}, {10, 10, 140, 1}};
+constexpr tv::ep_wiring k_b1_20x_none = {
+    CVN_NP_PORT_TYPE_NONE, 20, {10, 0, 128, 1}, {10, 10, 140, 1}};
 constexpr tv::ep_wiring k_b1_100g = {CVN_NP_PORT_TYPE_100GE, 1, {1, 0, 117, 1}, {}};
 constexpr tv::ep_wiring k_b1_10g = {CVN_NP_PORT_TYPE_10GE, 10, {10, 0, 204, 1}, {}};
 constexpr tv::ep_wiring k_b1_40g = {CVN_NP_PORT_TYPE_40GE, 2, {2, 0, 99, 1}, {}};
@@ -83,7 +88,8 @@ constexpr cvn_np_ep_data cvn_np_lib_tv_1slice_bay1_ep_info_types[9] = {
     tv::ep_row<k_b1_40g>(CVN_NP_IFSUB_TYPE_40GE, k_spare, 99, 100),
 };
 
-constexpr int32_t tv_1slice_phys_2_fplate_cage_10GE[32] = {CVN_NP_ROWS(split_entry_index<10>, 3, 2)};
+constexpr int32_t tv_1slice_phys_2_fplate_cage_10GE[32] = {
+    CVN_NP_ROWS(split_entry_index<10>, 3, 2)};
 constexpr int32_t tv_1slice_phys_2_fplate_cage_40GE[32] = {CVN_NP_ROWS(split_entry_index<2>, 3, 2)};
 
 constexpr port_info tv_1slice_dummy_port_info[1] = {{0, CVN_NP_PORT_TYPE_END}};
@@ -103,8 +109,10 @@ static_assert(cvn_np_lib_tv_1slice_bay1_ep_info_types[0].entries[1]->np_port == 
 static_assert(cvn_np_lib_tv_1slice_bay1_ep_info_types[5].entries[19]->np_port == 149);
 static_assert(cvn_np_lib_tv_1slice_bay0_ep_info_types[8].entries ==
               cvn_np_lib_tv_1slice_bay0_ep_info_types[7].entries);
-static_assert(tv_1slice_phys_2_fplate_cage_10GE[0x13] == 13 && tv_1slice_phys_2_fplate_cage_10GE[0x1A] == 255);
-static_assert(tv_1slice_phys_2_fplate_cage_40GE[0x11] == 3 && tv_1slice_phys_2_fplate_cage_40GE[0x02] == 255);
+static_assert(tv_1slice_phys_2_fplate_cage_10GE[0x13] == 13 &&
+              tv_1slice_phys_2_fplate_cage_10GE[0x1A] == 255);
+static_assert(tv_1slice_phys_2_fplate_cage_40GE[0x11] == 3 &&
+              tv_1slice_phys_2_fplate_cage_40GE[0x02] == 255);
 
 namespace {
 
@@ -167,25 +175,27 @@ uint64_t split_entry(uint32_t port, uint32_t type, const cvn_np_ep_data &, bool)
 
 constexpr tv::family k_tv_1slice = {
     .path = "platforms/corvan/lc/lc_tessel/lib/src/cvn_np_lib_1slice_tolvar.cpp",
-    .text = {
-        .subslot = CVN_NP_CHECK("subslot < tv_1slice_card_np_info->num_subslot"),
-        .subslot_num = CVN_NP_CHECK("subslot_num < tv_1slice_card_np_info->num_subslot"),
-        .np_num = CVN_NP_CHECK("np_num < tv_1slice_card_np_info->num_complex"),
-        .np_id = CVN_NP_CHECK("np_id < cvn_np_how_many()"),
-        .np_complex = CVN_NP_CHECK("np_complex < cvn_np_how_many()"),
-        .front_needed = CVN_NP_CHECK("phys_front_port != NULL"),
-        .port_type_needed = CVN_NP_CHECK("port_type != NULL"),
-        .fplate_needed = CVN_NP_CHECK("fplate_port != NULL"),
-        .bay = CVN_NP_CHECK("subslot < CVN_NP_TOTAL_SUBSLOT_TOLVAR"),
-        .row_port_type = CVN_NP_CHECK("port_type == ep_data->port_type"),
-        .unknown = CVN_NP_CHECK("0"),
-        .first_port_bay = CVN_NP_CHECK("subslot < CVN_NP_TOTAL_SUBSLOTS"),
-    },
+    .text =
+        {
+            .subslot = CVN_NP_CHECK("subslot < tv_1slice_card_np_info->num_subslot"),
+            .subslot_num = CVN_NP_CHECK("subslot_num < tv_1slice_card_np_info->num_subslot"),
+            .np_num = CVN_NP_CHECK("np_num < tv_1slice_card_np_info->num_complex"),
+            .np_id = CVN_NP_CHECK("np_id < cvn_np_how_many()"),
+            .np_complex = CVN_NP_CHECK("np_complex < cvn_np_how_many()"),
+            .front_needed = CVN_NP_CHECK("phys_front_port != NULL"),
+            .port_type_needed = CVN_NP_CHECK("port_type != NULL"),
+            .fplate_needed = CVN_NP_CHECK("fplate_port != NULL"),
+            .bay = CVN_NP_CHECK("subslot < CVN_NP_TOTAL_SUBSLOT_TOLVAR"),
+            .row_port_type = CVN_NP_CHECK("port_type == ep_data->port_type"),
+            .unknown = CVN_NP_CHECK("0"),
+            .first_port_bay = CVN_NP_CHECK("subslot < CVN_NP_TOTAL_SUBSLOTS"),
+        },
     .np_info_table = &np_info_1slice_tv,
     .card_np_info = &tv_1slice_card_np_info,
     .info_types_table = cvn_np_lib_tv_1slice_bay0_ep_info_types,
     .card_info_types = &cvn_1slice_np_lib_info_types,
-    .rows_sizing_subslot = std::size(cvn_np_lib_tv_1slice_bay0_ep_info_types), // bay 1 is not scanned
+    .rows_sizing_subslot =
+        std::size(cvn_np_lib_tv_1slice_bay0_ep_info_types), // bay 1 is not scanned
     .card_version_record = &tv_1slice_card_version,
     .card_subslot_info = &tv_1slice_card_subslot_info,
     .dummy_port_info = tv_1slice_dummy_port_info,

@@ -20,28 +20,53 @@ constexpr cage::wiring k_100g = {8, 2, 1, 117, 116, CVN_NP_PORT_TYPE_100GE};
 extern "C" {
 
 constexpr np_info np_info_brisca = {
-    .sw_version = 1, .sw_status = 0, .num_np = 4, .num_complex = 4, .np_per_complex = 1,
-    .num_cage = 8, .cage_per_complex = 2, .ver_major = 5, .ver_minor = 99, .max_mtu = 9216,
-    .max_fpport_100g = 8, .max_fpport_40g = 16, .max_fpport_10g = 80, .num_subslot = 1,
-    .max_port_cage = 8, .port_subslot_100g = 8, .port_subslot_40g = 16, .port_subslot_10g = 80,
-    .port_cage_100g = 1, .port_cage_40g = 2, .port_cage_40g_alt = 1, .port_cage_10g = 10,
+    .sw_version = 1,
+    .sw_status = 0,
+    .num_np = 4,
+    .num_complex = 4,
+    .np_per_complex = 1,
+    .num_cage = 8,
+    .cage_per_complex = 2,
+    .ver_major = 5,
+    .ver_minor = 99,
+    .max_mtu = 9216,
+    .max_fpport_100g = 8,
+    .max_fpport_40g = 16,
+    .max_fpport_10g = 80,
+    .num_subslot = 1,
+    .max_port_cage = 8,
+    .port_subslot_100g = 8,
+    .port_subslot_40g = 16,
+    .port_subslot_10g = 80,
+    .port_cage_100g = 1,
+    .port_cage_40g = 2,
+    .port_cage_40g_alt = 1,
+    .port_cage_10g = 10,
     .num_info_types = 0,
 };
 
-constexpr port_info port_info_brisca_10g[2] = {{10, CVN_NP_PORT_TYPE_10GE}, {0, CVN_NP_PORT_TYPE_END}};
-constexpr port_info port_info_brisca_40g[2] = {{2, CVN_NP_PORT_TYPE_40GE}, {0, CVN_NP_PORT_TYPE_END}};
-constexpr port_info port_info_brisca_100g[2] = {{1, CVN_NP_PORT_TYPE_100GE}, {0, CVN_NP_PORT_TYPE_END}};
+constexpr port_info port_info_brisca_10g[2] = {{10, CVN_NP_PORT_TYPE_10GE},
+                                               {0, CVN_NP_PORT_TYPE_END}};
+constexpr port_info port_info_brisca_40g[2] = {{2, CVN_NP_PORT_TYPE_40GE},
+                                               {0, CVN_NP_PORT_TYPE_END}};
+constexpr port_info port_info_brisca_100g[2] = {{1, CVN_NP_PORT_TYPE_100GE},
+                                                {0, CVN_NP_PORT_TYPE_END}};
 constexpr port_info brisca_dummy_port_info[1] = {{0, CVN_NP_PORT_TYPE_END}};
-static constexpr port_info port_info_brisca_none[2] = {{0, CVN_NP_PORT_TYPE_NONE}, {0, CVN_NP_PORT_TYPE_END}};
-static constexpr port_info port_info_brisca_combo[2] = {{8, CVN_NP_PORT_TYPE_COMBO}, {0, CVN_NP_PORT_TYPE_END}};
+static constexpr port_info port_info_brisca_none[2] = {{0, CVN_NP_PORT_TYPE_NONE},
+                                                       {0, CVN_NP_PORT_TYPE_END}};
+static constexpr port_info port_info_brisca_combo[2] = {{8, CVN_NP_PORT_TYPE_COMBO},
+                                                        {0, CVN_NP_PORT_TYPE_END}};
 constexpr const port_info *port_info_brisca[6] = {
-    port_info_brisca_none, port_info_brisca_10g, port_info_brisca_combo,
+    port_info_brisca_none, port_info_brisca_10g,  port_info_brisca_combo,
     port_info_brisca_40g,  port_info_brisca_100g, nullptr,
 };
 
-constexpr port_mapping_entry cvn_np_port_mapping_brisca_10g[81] = {CVN_NP_ROWS(cage::entry_of<k_10g>, 8, 1)};
-constexpr port_mapping_entry cvn_np_port_mapping_brisca_40g[17] = {CVN_NP_ROWS(cage::entry_of<k_40g>, 1, 7)};
-constexpr port_mapping_entry cvn_np_port_mapping_brisca_100g[9] = {CVN_NP_ROWS(cage::entry_of<k_100g>, 0, 9)};
+constexpr port_mapping_entry cvn_np_port_mapping_brisca_10g[81] = {
+    CVN_NP_ROWS(cage::entry_of<k_10g>, 8, 1)};
+constexpr port_mapping_entry cvn_np_port_mapping_brisca_40g[17] = {
+    CVN_NP_ROWS(cage::entry_of<k_40g>, 1, 7)};
+constexpr port_mapping_entry cvn_np_port_mapping_brisca_100g[9] = {
+    CVN_NP_ROWS(cage::entry_of<k_100g>, 0, 9)};
 
 // The entries already run NP by NP, so all three maps of a speed are the
 // table in order.
@@ -49,9 +74,12 @@ CVN_NP_CAGE_IDENTITY_MAPS(brisca, 10g, 80, 8, 0);
 CVN_NP_CAGE_IDENTITY_MAPS(brisca, 40g, 16, 1, 6);
 CVN_NP_CAGE_IDENTITY_MAPS(brisca, 100g, 8, 0, 8);
 
-constexpr int32_t brisca_phys_2_fplate_cage_10GE[128] = {CVN_NP_ROWS(cage::fplate_index_of<k_10g>, 12, 8)};
-constexpr int32_t brisca_phys_2_fplate_cage_40GE[128] = {CVN_NP_ROWS(cage::fplate_index_of<k_40g>, 12, 8)};
-constexpr int32_t brisca_phys_2_fplate_cage_100GE[128] = {CVN_NP_ROWS(cage::fplate_index_of<k_100g>, 12, 8)};
+constexpr int32_t brisca_phys_2_fplate_cage_10GE[128] = {
+    CVN_NP_ROWS(cage::fplate_index_of<k_10g>, 12, 8)};
+constexpr int32_t brisca_phys_2_fplate_cage_40GE[128] = {
+    CVN_NP_ROWS(cage::fplate_index_of<k_40g>, 12, 8)};
+constexpr int32_t brisca_phys_2_fplate_cage_100GE[128] = {
+    CVN_NP_ROWS(cage::fplate_index_of<k_100g>, 12, 8)};
 
 CVN_NP_CAGE_THREE_SPEED_RECORDS(brisca);
 
@@ -70,28 +98,31 @@ static_assert(cage::same_entry(cvn_np_port_mapping_brisca_100g[6], {0x60, 3, 117
 static_assert(cage::same_entry(cvn_np_port_mapping_brisca_100g[8], cage::k_end_entry));
 static_assert(brisca_phys_2_fplate_cage_10GE[0x0A] == CVN_NP_NO_PORT);
 static_assert(brisca_phys_2_fplate_cage_10GE[0x79] == 79);
-static_assert(brisca_phys_2_fplate_cage_40GE[0x71] == 15 && brisca_phys_2_fplate_cage_40GE[0x72] == 255);
-static_assert(brisca_phys_2_fplate_cage_100GE[0x70] == 7 && brisca_phys_2_fplate_cage_100GE[0x7F] == 255);
+static_assert(brisca_phys_2_fplate_cage_40GE[0x71] == 15 &&
+              brisca_phys_2_fplate_cage_40GE[0x72] == 255);
+static_assert(brisca_phys_2_fplate_cage_100GE[0x70] == 7 &&
+              brisca_phys_2_fplate_cage_100GE[0x7F] == 255);
 static_assert(np_local_port_map_brisca_10g[79] == &cvn_np_port_mapping_brisca_10g[79]);
 
 namespace {
 
 constexpr cage::family k_brisca = {
     .path = "platforms/corvan/lc/lc_tessel/lib/src/cvn_np_lib_brisca.cpp",
-    .text = {
-        .subslot = CVN_NP_CHECK("subslot < brisca_card_np_info->num_subslot"),
-        .ifsubinst = CVN_NP_CHECK("ifsubinst < brisca_card_np_info->num_cage"),
-        .cage_id = CVN_NP_CHECK("cage_id.ifsubsys < brisca_card_np_info->num_cage"),
-        .subslot_num = CVN_NP_CHECK("subslot_num < brisca_card_np_info->num_subslot"),
-        .ifsubsys_num = CVN_NP_CHECK("ifsubsys_num < brisca_card_np_info->num_cage"),
-        .np_num = CVN_NP_CHECK("np_num < brisca_card_np_info->num_complex"),
-        .np_id = CVN_NP_CHECK("np_id < cvn_np_how_many()"),
-        .np_complex = CVN_NP_CHECK("np_complex < cvn_np_how_many()"),
-        .front_needed = CVN_NP_CHECK("phys_front_port != NULL"),
-        .port_type_needed = CVN_NP_CHECK("port_type != NULL"),
-        .fplate_needed = CVN_NP_CHECK("fplate_port != NULL"),
-        .unknown = CVN_NP_CHECK("0"),
-    },
+    .text =
+        {
+            .subslot = CVN_NP_CHECK("subslot < brisca_card_np_info->num_subslot"),
+            .ifsubinst = CVN_NP_CHECK("ifsubinst < brisca_card_np_info->num_cage"),
+            .cage_id = CVN_NP_CHECK("cage_id.ifsubsys < brisca_card_np_info->num_cage"),
+            .subslot_num = CVN_NP_CHECK("subslot_num < brisca_card_np_info->num_subslot"),
+            .ifsubsys_num = CVN_NP_CHECK("ifsubsys_num < brisca_card_np_info->num_cage"),
+            .np_num = CVN_NP_CHECK("np_num < brisca_card_np_info->num_complex"),
+            .np_id = CVN_NP_CHECK("np_id < cvn_np_how_many()"),
+            .np_complex = CVN_NP_CHECK("np_complex < cvn_np_how_many()"),
+            .front_needed = CVN_NP_CHECK("phys_front_port != NULL"),
+            .port_type_needed = CVN_NP_CHECK("port_type != NULL"),
+            .fplate_needed = CVN_NP_CHECK("fplate_port != NULL"),
+            .unknown = CVN_NP_CHECK("0"),
+        },
     .tables = {&np_info_brisca, port_info_brisca},
     .tables_for_card = nullptr,
     .card_np_info = &brisca_card_np_info,
@@ -99,11 +130,15 @@ constexpr cage::family k_brisca = {
     .card_version_record = &brisca_card_version,
     .card_subslot_info = &brisca_card_subslot_info,
     .dummy_port_info = brisca_dummy_port_info,
-    .speeds = {
-        CVN_NP_CAGE_SPEED(brisca, 100, 128, CVN_NP_CHECK("index < brisca_card_np_info->port_subslot_100g")),
-        CVN_NP_CAGE_SPEED(brisca, 40, 128, CVN_NP_CHECK("index < brisca_card_np_info->port_subslot_40g")),
-        CVN_NP_CAGE_SPEED(brisca, 10, 128, CVN_NP_CHECK("index < brisca_card_np_info->port_subslot_10g")),
-    },
+    .speeds =
+        {
+            CVN_NP_CAGE_SPEED(brisca, 100, 128,
+                              CVN_NP_CHECK("index < brisca_card_np_info->port_subslot_100g")),
+            CVN_NP_CAGE_SPEED(brisca, 40, 128,
+                              CVN_NP_CHECK("index < brisca_card_np_info->port_subslot_40g")),
+            CVN_NP_CAGE_SPEED(brisca, 10, 128,
+                              CVN_NP_CHECK("index < brisca_card_np_info->port_subslot_10g")),
+        },
     .types = cage::k_module_types,
     .type_count = std::size(cage::k_module_types),
     .port_info_answer = cage::slot4_answer::first_populated_cage,

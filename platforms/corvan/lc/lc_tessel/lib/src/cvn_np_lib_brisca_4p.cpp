@@ -23,28 +23,53 @@ constexpr cage::wiring k_100g = {4, 1, 1, 117, 117, CVN_NP_PORT_TYPE_100GE};
 extern "C" {
 
 constexpr np_info np_info_brisca_4p = {
-    .sw_version = 1, .sw_status = 0, .num_np = 4, .num_complex = 4, .np_per_complex = 1,
-    .num_cage = 4, .cage_per_complex = 1, .ver_major = 5, .ver_minor = 99, .max_mtu = 9216,
-    .max_fpport_100g = 8, .max_fpport_40g = 16, .max_fpport_10g = 80, .num_subslot = 1,
-    .max_port_cage = 8, .port_subslot_100g = 8, .port_subslot_40g = 16, .port_subslot_10g = 80,
-    .port_cage_100g = 1, .port_cage_40g = 2, .port_cage_40g_alt = 1, .port_cage_10g = 10,
+    .sw_version = 1,
+    .sw_status = 0,
+    .num_np = 4,
+    .num_complex = 4,
+    .np_per_complex = 1,
+    .num_cage = 4,
+    .cage_per_complex = 1,
+    .ver_major = 5,
+    .ver_minor = 99,
+    .max_mtu = 9216,
+    .max_fpport_100g = 8,
+    .max_fpport_40g = 16,
+    .max_fpport_10g = 80,
+    .num_subslot = 1,
+    .max_port_cage = 8,
+    .port_subslot_100g = 8,
+    .port_subslot_40g = 16,
+    .port_subslot_10g = 80,
+    .port_cage_100g = 1,
+    .port_cage_40g = 2,
+    .port_cage_40g_alt = 1,
+    .port_cage_10g = 10,
     .num_info_types = 0,
 };
 
-constexpr port_info port_info_brisca_4p_10g[2] = {{10, CVN_NP_PORT_TYPE_10GE}, {0, CVN_NP_PORT_TYPE_END}};
-constexpr port_info port_info_brisca_4p_40g[2] = {{2, CVN_NP_PORT_TYPE_40GE}, {0, CVN_NP_PORT_TYPE_END}};
-constexpr port_info port_info_brisca_4p_100g[2] = {{1, CVN_NP_PORT_TYPE_100GE}, {0, CVN_NP_PORT_TYPE_END}};
-constexpr port_info port_info_brisca_4p_combo[2] = {{4, CVN_NP_PORT_TYPE_COMBO}, {0, CVN_NP_PORT_TYPE_END}};
+constexpr port_info port_info_brisca_4p_10g[2] = {{10, CVN_NP_PORT_TYPE_10GE},
+                                                  {0, CVN_NP_PORT_TYPE_END}};
+constexpr port_info port_info_brisca_4p_40g[2] = {{2, CVN_NP_PORT_TYPE_40GE},
+                                                  {0, CVN_NP_PORT_TYPE_END}};
+constexpr port_info port_info_brisca_4p_100g[2] = {{1, CVN_NP_PORT_TYPE_100GE},
+                                                   {0, CVN_NP_PORT_TYPE_END}};
+constexpr port_info port_info_brisca_4p_combo[2] = {{4, CVN_NP_PORT_TYPE_COMBO},
+                                                    {0, CVN_NP_PORT_TYPE_END}};
 constexpr port_info brisca_4p_dummy_port_info[1] = {{0, CVN_NP_PORT_TYPE_END}};
-static constexpr port_info port_info_brisca_4p_none[2] = {{0, CVN_NP_PORT_TYPE_NONE}, {0, CVN_NP_PORT_TYPE_END}};
+static constexpr port_info port_info_brisca_4p_none[2] = {{0, CVN_NP_PORT_TYPE_NONE},
+                                                          {0, CVN_NP_PORT_TYPE_END}};
 constexpr const port_info *port_info_brisca_4p[6] = {
     port_info_brisca_4p_none, port_info_brisca_4p_10g,  port_info_brisca_4p_combo,
     port_info_brisca_4p_40g,  port_info_brisca_4p_100g, nullptr,
 };
 
-constexpr port_mapping_entry cvn_np_port_mapping_brisca_4p_10g[41] = {CVN_NP_ROWS(cage::entry_of<k_10g>, 4, 1)};
-constexpr port_mapping_entry cvn_np_port_mapping_brisca_4p_40g[9] = {CVN_NP_ROWS(cage::entry_of<k_40g>, 0, 9)};
-constexpr port_mapping_entry cvn_np_port_mapping_brisca_4p_100g[5] = {CVN_NP_ROWS(cage::entry_of<k_100g>, 0, 5)};
+constexpr port_mapping_entry cvn_np_port_mapping_brisca_4p_10g[41] = {
+    CVN_NP_ROWS(cage::entry_of<k_10g>, 4, 1)};
+constexpr port_mapping_entry cvn_np_port_mapping_brisca_4p_40g[9] = {
+    CVN_NP_ROWS(cage::entry_of<k_40g>, 0, 9)};
+constexpr port_mapping_entry cvn_np_port_mapping_brisca_4p_100g[5] = {
+    CVN_NP_ROWS(cage::entry_of<k_100g>, 0, 5)};
 
 // The NP-local maps keep brisca's room (80, 16, 16); past the card's
 // entries they hold NULL, which no NP's block reaches.
@@ -58,9 +83,12 @@ CVN_NP_CAGE_MAP(phys_front_port_map_brisca_4p_10g, cvn_np_port_mapping_brisca_4p
 CVN_NP_CAGE_MAP(phys_front_port_map_brisca_4p_40g, cvn_np_port_mapping_brisca_4p_40g, 8, 0, 8);
 CVN_NP_CAGE_MAP(phys_front_port_map_brisca_4p_100g, cvn_np_port_mapping_brisca_4p_100g, 4, 0, 4);
 
-constexpr int32_t brisca_4p_phys_2_fplate_cage_10GE[64] = {CVN_NP_ROWS(cage::fplate_index_of<k_10g>, 6, 4)};
-constexpr int32_t brisca_4p_phys_2_fplate_cage_40GE[64] = {CVN_NP_ROWS(cage::fplate_index_of<k_40g>, 6, 4)};
-constexpr int32_t brisca_4p_phys_2_fplate_cage_100GE[64] = {CVN_NP_ROWS(cage::fplate_index_of<k_100g>, 6, 4)};
+constexpr int32_t brisca_4p_phys_2_fplate_cage_10GE[64] = {
+    CVN_NP_ROWS(cage::fplate_index_of<k_10g>, 6, 4)};
+constexpr int32_t brisca_4p_phys_2_fplate_cage_40GE[64] = {
+    CVN_NP_ROWS(cage::fplate_index_of<k_40g>, 6, 4)};
+constexpr int32_t brisca_4p_phys_2_fplate_cage_100GE[64] = {
+    CVN_NP_ROWS(cage::fplate_index_of<k_100g>, 6, 4)};
 
 CVN_NP_CAGE_THREE_SPEED_RECORDS(brisca_4p);
 
@@ -74,28 +102,32 @@ static_assert(cage::same_entry(cvn_np_port_mapping_brisca_4p_40g[8], cage::k_end
 static_assert(cage::same_entry(cvn_np_port_mapping_brisca_4p_100g[3], {0x30, 3, 117, 0x30, 4}));
 static_assert(cage::same_entry(cvn_np_port_mapping_brisca_4p_100g[4], cage::k_end_entry));
 static_assert(np_local_port_map_brisca_4p_10g[39] == &cvn_np_port_mapping_brisca_4p_10g[39]);
-static_assert(np_local_port_map_brisca_4p_10g[40] == nullptr && np_local_port_map_brisca_4p_100g[15] == nullptr);
-static_assert(brisca_4p_phys_2_fplate_cage_100GE[0x30] == 3 && brisca_4p_phys_2_fplate_cage_100GE[0x31] == 255);
-static_assert(brisca_4p_phys_2_fplate_cage_10GE[0x39] == 39 && brisca_4p_phys_2_fplate_cage_10GE[0x3A] == 255);
+static_assert(np_local_port_map_brisca_4p_10g[40] == nullptr &&
+              np_local_port_map_brisca_4p_100g[15] == nullptr);
+static_assert(brisca_4p_phys_2_fplate_cage_100GE[0x30] == 3 &&
+              brisca_4p_phys_2_fplate_cage_100GE[0x31] == 255);
+static_assert(brisca_4p_phys_2_fplate_cage_10GE[0x39] == 39 &&
+              brisca_4p_phys_2_fplate_cage_10GE[0x3A] == 255);
 
 namespace {
 
 constexpr cage::family k_brisca_4p = {
     .path = "platforms/corvan/lc/lc_tessel/lib/src/cvn_np_lib_brisca_4p.cpp",
-    .text = {
-        .subslot = CVN_NP_CHECK("subslot < brisca_4p_card_np_info->num_subslot"),
-        .ifsubinst = CVN_NP_CHECK("ifsubinst < brisca_4p_card_np_info->num_cage"),
-        .cage_id = CVN_NP_CHECK("cage_id.ifsubsys < brisca_4p_card_np_info->num_cage"),
-        .subslot_num = CVN_NP_CHECK("subslot_num < brisca_4p_card_np_info->num_subslot"),
-        .ifsubsys_num = CVN_NP_CHECK("ifsubsys_num < brisca_4p_card_np_info->num_cage"),
-        .np_num = CVN_NP_CHECK("np_num < brisca_4p_card_np_info->num_complex"),
-        .np_id = CVN_NP_CHECK("np_id < cvn_np_how_many()"),
-        .np_complex = CVN_NP_CHECK("np_complex < cvn_np_how_many()"),
-        .front_needed = CVN_NP_CHECK("phys_front_port != NULL"),
-        .port_type_needed = CVN_NP_CHECK("port_type != NULL"),
-        .fplate_needed = CVN_NP_CHECK("fplate_port != NULL"),
-        .unknown = CVN_NP_CHECK("0"),
-    },
+    .text =
+        {
+            .subslot = CVN_NP_CHECK("subslot < brisca_4p_card_np_info->num_subslot"),
+            .ifsubinst = CVN_NP_CHECK("ifsubinst < brisca_4p_card_np_info->num_cage"),
+            .cage_id = CVN_NP_CHECK("cage_id.ifsubsys < brisca_4p_card_np_info->num_cage"),
+            .subslot_num = CVN_NP_CHECK("subslot_num < brisca_4p_card_np_info->num_subslot"),
+            .ifsubsys_num = CVN_NP_CHECK("ifsubsys_num < brisca_4p_card_np_info->num_cage"),
+            .np_num = CVN_NP_CHECK("np_num < brisca_4p_card_np_info->num_complex"),
+            .np_id = CVN_NP_CHECK("np_id < cvn_np_how_many()"),
+            .np_complex = CVN_NP_CHECK("np_complex < cvn_np_how_many()"),
+            .front_needed = CVN_NP_CHECK("phys_front_port != NULL"),
+            .port_type_needed = CVN_NP_CHECK("port_type != NULL"),
+            .fplate_needed = CVN_NP_CHECK("fplate_port != NULL"),
+            .unknown = CVN_NP_CHECK("0"),
+        },
     .tables = {&np_info_brisca_4p, port_info_brisca_4p},
     .tables_for_card = nullptr,
     .card_np_info = &brisca_4p_card_np_info,
@@ -103,11 +135,15 @@ constexpr cage::family k_brisca_4p = {
     .card_version_record = &brisca_4p_card_version,
     .card_subslot_info = &brisca_4p_card_subslot_info,
     .dummy_port_info = brisca_4p_dummy_port_info,
-    .speeds = {
-        CVN_NP_CAGE_SPEED(brisca_4p, 100, 64, CVN_NP_CHECK("index < brisca_4p_card_np_info->port_subslot_100g")),
-        CVN_NP_CAGE_SPEED(brisca_4p, 40, 64, CVN_NP_CHECK("index < brisca_4p_card_np_info->port_subslot_40g")),
-        CVN_NP_CAGE_SPEED(brisca_4p, 10, 64, CVN_NP_CHECK("index < brisca_4p_card_np_info->port_subslot_10g")),
-    },
+    .speeds =
+        {
+            CVN_NP_CAGE_SPEED(brisca_4p, 100, 64,
+                              CVN_NP_CHECK("index < brisca_4p_card_np_info->port_subslot_100g")),
+            CVN_NP_CAGE_SPEED(brisca_4p, 40, 64,
+                              CVN_NP_CHECK("index < brisca_4p_card_np_info->port_subslot_40g")),
+            CVN_NP_CAGE_SPEED(brisca_4p, 10, 64,
+                              CVN_NP_CHECK("index < brisca_4p_card_np_info->port_subslot_10g")),
+        },
     .types = cage::k_module_types,
     .type_count = std::size(cage::k_module_types),
     .port_info_answer = cage::slot4_answer::cage_list,

@@ -16,26 +16,63 @@ namespace cage = cvn_np::cage;
 extern "C" {
 
 constexpr np_info np_info_dornik = {
-    .sw_version = 1, .sw_status = 0, .num_np = 6, .num_complex = 6, .np_per_complex = 1,
-    .num_cage = 12, .cage_per_complex = 2, .ver_major = 5, .ver_minor = 99, .max_mtu = 9216,
-    .max_fpport_100g = 12, .max_fpport_40g = 0, .max_fpport_10g = 0, .num_subslot = 1,
-    .max_port_cage = 12, .port_subslot_100g = 12, .port_subslot_40g = 0, .port_subslot_10g = 0,
-    .port_cage_100g = 1, .port_cage_40g = 0, .port_cage_40g_alt = 0, .port_cage_10g = 0,
+    .sw_version = 1,
+    .sw_status = 0,
+    .num_np = 6,
+    .num_complex = 6,
+    .np_per_complex = 1,
+    .num_cage = 12,
+    .cage_per_complex = 2,
+    .ver_major = 5,
+    .ver_minor = 99,
+    .max_mtu = 9216,
+    .max_fpport_100g = 12,
+    .max_fpport_40g = 0,
+    .max_fpport_10g = 0,
+    .num_subslot = 1,
+    .max_port_cage = 12,
+    .port_subslot_100g = 12,
+    .port_subslot_40g = 0,
+    .port_subslot_10g = 0,
+    .port_cage_100g = 1,
+    .port_cage_40g = 0,
+    .port_cage_40g_alt = 0,
+    .port_cage_10g = 0,
     .num_info_types = 0,
 };
 constexpr np_info np_info_dornik_lite = {
-    .sw_version = 1, .sw_status = 0, .num_np = 2, .num_complex = 2, .np_per_complex = 1,
-    .num_cage = 4, .cage_per_complex = 2, .ver_major = 5, .ver_minor = 99, .max_mtu = 9216,
-    .max_fpport_100g = 4, .max_fpport_40g = 0, .max_fpport_10g = 0, .num_subslot = 1,
-    .max_port_cage = 4, .port_subslot_100g = 4, .port_subslot_40g = 0, .port_subslot_10g = 0,
-    .port_cage_100g = 1, .port_cage_40g = 0, .port_cage_40g_alt = 0, .port_cage_10g = 0,
+    .sw_version = 1,
+    .sw_status = 0,
+    .num_np = 2,
+    .num_complex = 2,
+    .np_per_complex = 1,
+    .num_cage = 4,
+    .cage_per_complex = 2,
+    .ver_major = 5,
+    .ver_minor = 99,
+    .max_mtu = 9216,
+    .max_fpport_100g = 4,
+    .max_fpport_40g = 0,
+    .max_fpport_10g = 0,
+    .num_subslot = 1,
+    .max_port_cage = 4,
+    .port_subslot_100g = 4,
+    .port_subslot_40g = 0,
+    .port_subslot_10g = 0,
+    .port_cage_100g = 1,
+    .port_cage_40g = 0,
+    .port_cage_40g_alt = 0,
+    .port_cage_10g = 0,
     .num_info_types = 0,
 };
 
 constexpr port_info dornik_dummy_port_info[1] = {{0, CVN_NP_PORT_TYPE_END}};
-static constexpr port_info port_info_dornik_combo[2] = {{12, CVN_NP_PORT_TYPE_COMBO}, {0, CVN_NP_PORT_TYPE_END}};
-static constexpr port_info port_info_dornik_lite_combo[2] = {{4, CVN_NP_PORT_TYPE_COMBO}, {0, CVN_NP_PORT_TYPE_END}};
-static constexpr port_info port_info_dornik_100g[2] = {{1, CVN_NP_PORT_TYPE_100GE}, {0, CVN_NP_PORT_TYPE_END}};
+static constexpr port_info port_info_dornik_combo[2] = {{12, CVN_NP_PORT_TYPE_COMBO},
+                                                        {0, CVN_NP_PORT_TYPE_END}};
+static constexpr port_info port_info_dornik_lite_combo[2] = {{4, CVN_NP_PORT_TYPE_COMBO},
+                                                             {0, CVN_NP_PORT_TYPE_END}};
+static constexpr port_info port_info_dornik_100g[2] = {{1, CVN_NP_PORT_TYPE_100GE},
+                                                       {0, CVN_NP_PORT_TYPE_END}};
 // Only the COMBO and 100GE positions hold lists of their own.
 constexpr const port_info *port_info_dornik[6] = {
     dornik_dummy_port_info, dornik_dummy_port_info, port_info_dornik_combo,
@@ -69,15 +106,18 @@ constexpr cage::wiring k_100g = {12, 2, 1, 0, 0, CVN_NP_PORT_TYPE_100GE};
 
 extern "C" {
 
-constexpr int32_t dornik_phys_2_fplate_ifsub_100GE[192] = {CVN_NP_ROWS(cage::fplate_index_of<k_100g>, 19, 2)};
+constexpr int32_t dornik_phys_2_fplate_ifsub_100GE[192] = {
+    CVN_NP_ROWS(cage::fplate_index_of<k_100g>, 19, 2)};
 
 CVN_NP_CAGE_SPEED_RECORDS(dornik, 100);
 CVN_NP_CAGE_CARD_RECORDS(dornik);
 
 } // extern "C"
 
-static_assert(dornik_phys_2_fplate_ifsub_100GE[0xB0] == 11 && dornik_phys_2_fplate_ifsub_100GE[0xB1] == 255);
-static_assert(dornik_phys_2_fplate_ifsub_100GE[0x40] == 4 && dornik_phys_2_fplate_ifsub_100GE[191] == 255);
+static_assert(dornik_phys_2_fplate_ifsub_100GE[0xB0] == 11 &&
+              dornik_phys_2_fplate_ifsub_100GE[0xB1] == 255);
+static_assert(dornik_phys_2_fplate_ifsub_100GE[0x40] == 4 &&
+              dornik_phys_2_fplate_ifsub_100GE[191] == 255);
 
 namespace {
 
@@ -97,20 +137,21 @@ constexpr uint32_t np_port_ifsub_type(uint32_t) { return CVN_NP_IFSUB_TYPE_DORNI
 
 constexpr cage::family k_dornik = {
     .path = "platforms/corvan/lc/lc_tessel/lib/src/cvn_np_lib_dornik.cpp",
-    .text = {
-        .subslot = CVN_NP_CHECK("subslot < dornik_card_np_info->num_subslot"),
-        .ifsubinst = CVN_NP_CHECK("ifsub < dornik_card_np_info->num_cage"),
-        .cage_id = CVN_NP_CHECK("ifsubsys_id.ifsubsys < dornik_card_np_info->num_cage"),
-        .subslot_num = CVN_NP_CHECK("subslot_num < dornik_card_np_info->num_subslot"),
-        .ifsubsys_num = CVN_NP_CHECK("ifsubsys_num < dornik_card_np_info->num_cage"),
-        .np_num = CVN_NP_CHECK("np_num < dornik_card_np_info->num_complex"),
-        .np_id = CVN_NP_CHECK("np_id < cvn_np_how_many()"),
-        .np_complex = CVN_NP_CHECK("np_complex < cvn_np_how_many()"),
-        .front_needed = CVN_NP_CHECK("phys_front_port != NULL"),
-        .port_type_needed = CVN_NP_CHECK("port_type != NULL"),
-        .fplate_needed = CVN_NP_CHECK("fplate_port != NULL"),
-        .unknown = CVN_NP_CHECK("0"),
-    },
+    .text =
+        {
+            .subslot = CVN_NP_CHECK("subslot < dornik_card_np_info->num_subslot"),
+            .ifsubinst = CVN_NP_CHECK("ifsub < dornik_card_np_info->num_cage"),
+            .cage_id = CVN_NP_CHECK("ifsubsys_id.ifsubsys < dornik_card_np_info->num_cage"),
+            .subslot_num = CVN_NP_CHECK("subslot_num < dornik_card_np_info->num_subslot"),
+            .ifsubsys_num = CVN_NP_CHECK("ifsubsys_num < dornik_card_np_info->num_cage"),
+            .np_num = CVN_NP_CHECK("np_num < dornik_card_np_info->num_complex"),
+            .np_id = CVN_NP_CHECK("np_id < cvn_np_how_many()"),
+            .np_complex = CVN_NP_CHECK("np_complex < cvn_np_how_many()"),
+            .front_needed = CVN_NP_CHECK("phys_front_port != NULL"),
+            .port_type_needed = CVN_NP_CHECK("port_type != NULL"),
+            .fplate_needed = CVN_NP_CHECK("fplate_port != NULL"),
+            .unknown = CVN_NP_CHECK("0"),
+        },
     .tables = {&np_info_dornik_lite, port_info_dornik_lite},
     .tables_for_card = tables_for_card,
     .card_np_info = &dornik_card_np_info,
@@ -118,15 +159,17 @@ constexpr cage::family k_dornik = {
     .card_version_record = &dornik_card_version,
     .card_subslot_info = &dornik_card_subslot_info,
     .dummy_port_info = dornik_dummy_port_info,
-    .speeds = {
-        {phys_front_port_map_dornik_100g, fplate_port_map_dornik_100g, np_local_port_map_dornik_100g,
-         &dornik_card_phys_map_100ge, &dornik_card_fplate_map_100ge, &dornik_card_np_port_map_100ge,
-         dornik_phys_2_fplate_ifsub_100GE, 192, &np_info::port_subslot_100g,
-         &np_info::port_cage_100g, CVN_NP_PORT_TYPE_100GE,
-         CVN_NP_CHECK("index < dornik_card_np_info->port_subslot_100g")},
-        {}, // no 40GE cages
-        {}, // no 10GE cages
-    },
+    .speeds =
+        {
+            {phys_front_port_map_dornik_100g, fplate_port_map_dornik_100g,
+             np_local_port_map_dornik_100g, &dornik_card_phys_map_100ge,
+             &dornik_card_fplate_map_100ge, &dornik_card_np_port_map_100ge,
+             dornik_phys_2_fplate_ifsub_100GE, 192, &np_info::port_subslot_100g,
+             &np_info::port_cage_100g, CVN_NP_PORT_TYPE_100GE,
+             CVN_NP_CHECK("index < dornik_card_np_info->port_subslot_100g")},
+            {}, // no 40GE cages
+            {}, // no 10GE cages
+        },
     .types = k_types,
     .type_count = std::size(k_types),
     .port_info_answer = cage::slot4_answer::first_type,

@@ -20,28 +20,53 @@ constexpr cage::wiring k_100g = {6, 2, 1, 117, 116, CVN_NP_PORT_TYPE_100GE};
 extern "C" {
 
 constexpr np_info np_info_fenna = {
-    .sw_version = 1, .sw_status = 0, .num_np = 3, .num_complex = 3, .np_per_complex = 1,
-    .num_cage = 6, .cage_per_complex = 2, .ver_major = 5, .ver_minor = 99, .max_mtu = 9216,
-    .max_fpport_100g = 6, .max_fpport_40g = 12, .max_fpport_10g = 60, .num_subslot = 1,
-    .max_port_cage = 8, .port_subslot_100g = 6, .port_subslot_40g = 12, .port_subslot_10g = 60,
-    .port_cage_100g = 1, .port_cage_40g = 2, .port_cage_40g_alt = 0, .port_cage_10g = 10,
+    .sw_version = 1,
+    .sw_status = 0,
+    .num_np = 3,
+    .num_complex = 3,
+    .np_per_complex = 1,
+    .num_cage = 6,
+    .cage_per_complex = 2,
+    .ver_major = 5,
+    .ver_minor = 99,
+    .max_mtu = 9216,
+    .max_fpport_100g = 6,
+    .max_fpport_40g = 12,
+    .max_fpport_10g = 60,
+    .num_subslot = 1,
+    .max_port_cage = 8,
+    .port_subslot_100g = 6,
+    .port_subslot_40g = 12,
+    .port_subslot_10g = 60,
+    .port_cage_100g = 1,
+    .port_cage_40g = 2,
+    .port_cage_40g_alt = 0,
+    .port_cage_10g = 10,
     .num_info_types = 0,
 };
 
-constexpr port_info port_info_fenna_10g[2] = {{10, CVN_NP_PORT_TYPE_10GE}, {0, CVN_NP_PORT_TYPE_END}};
-constexpr port_info port_info_fenna_40g[2] = {{2, CVN_NP_PORT_TYPE_40GE}, {0, CVN_NP_PORT_TYPE_END}};
-constexpr port_info port_info_fenna_100g[2] = {{1, CVN_NP_PORT_TYPE_100GE}, {0, CVN_NP_PORT_TYPE_END}};
+constexpr port_info port_info_fenna_10g[2] = {{10, CVN_NP_PORT_TYPE_10GE},
+                                              {0, CVN_NP_PORT_TYPE_END}};
+constexpr port_info port_info_fenna_40g[2] = {{2, CVN_NP_PORT_TYPE_40GE},
+                                              {0, CVN_NP_PORT_TYPE_END}};
+constexpr port_info port_info_fenna_100g[2] = {{1, CVN_NP_PORT_TYPE_100GE},
+                                               {0, CVN_NP_PORT_TYPE_END}};
 constexpr port_info fenna_dummy_port_info[1] = {{0, CVN_NP_PORT_TYPE_END}};
-static constexpr port_info port_info_fenna_none[2] = {{0, CVN_NP_PORT_TYPE_NONE}, {0, CVN_NP_PORT_TYPE_END}};
-static constexpr port_info port_info_fenna_combo[2] = {{6, CVN_NP_PORT_TYPE_COMBO}, {0, CVN_NP_PORT_TYPE_END}};
+static constexpr port_info port_info_fenna_none[2] = {{0, CVN_NP_PORT_TYPE_NONE},
+                                                      {0, CVN_NP_PORT_TYPE_END}};
+static constexpr port_info port_info_fenna_combo[2] = {{6, CVN_NP_PORT_TYPE_COMBO},
+                                                       {0, CVN_NP_PORT_TYPE_END}};
 constexpr const port_info *port_info_fenna[6] = {
     port_info_fenna_none, port_info_fenna_10g,  port_info_fenna_combo,
     port_info_fenna_40g,  port_info_fenna_100g, nullptr,
 };
 
-constexpr port_mapping_entry cvn_np_port_mapping_fenna_10g[61] = {CVN_NP_ROWS(cage::entry_of<k_10g>, 6, 1)};
-constexpr port_mapping_entry cvn_np_port_mapping_fenna_40g[13] = {CVN_NP_ROWS(cage::entry_of<k_40g>, 1, 3)};
-constexpr port_mapping_entry cvn_np_port_mapping_fenna_100g[7] = {CVN_NP_ROWS(cage::entry_of<k_100g>, 0, 7)};
+constexpr port_mapping_entry cvn_np_port_mapping_fenna_10g[61] = {
+    CVN_NP_ROWS(cage::entry_of<k_10g>, 6, 1)};
+constexpr port_mapping_entry cvn_np_port_mapping_fenna_40g[13] = {
+    CVN_NP_ROWS(cage::entry_of<k_40g>, 1, 3)};
+constexpr port_mapping_entry cvn_np_port_mapping_fenna_100g[7] = {
+    CVN_NP_ROWS(cage::entry_of<k_100g>, 0, 7)};
 
 // As on brisca, the entries run NP by NP: every map of a speed is its
 // table in order.
@@ -49,9 +74,12 @@ CVN_NP_CAGE_IDENTITY_MAPS(fenna, 10g, 60, 6, 0);
 CVN_NP_CAGE_IDENTITY_MAPS(fenna, 40g, 12, 1, 2);
 CVN_NP_CAGE_IDENTITY_MAPS(fenna, 100g, 6, 0, 6);
 
-constexpr int32_t fenna_phys_2_fplate_cage_10GE[96] = {CVN_NP_ROWS(cage::fplate_index_of<k_10g>, 9, 6)};
-constexpr int32_t fenna_phys_2_fplate_cage_40GE[96] = {CVN_NP_ROWS(cage::fplate_index_of<k_40g>, 9, 6)};
-constexpr int32_t fenna_phys_2_fplate_cage_100GE[96] = {CVN_NP_ROWS(cage::fplate_index_of<k_100g>, 9, 6)};
+constexpr int32_t fenna_phys_2_fplate_cage_10GE[96] = {
+    CVN_NP_ROWS(cage::fplate_index_of<k_10g>, 9, 6)};
+constexpr int32_t fenna_phys_2_fplate_cage_40GE[96] = {
+    CVN_NP_ROWS(cage::fplate_index_of<k_40g>, 9, 6)};
+constexpr int32_t fenna_phys_2_fplate_cage_100GE[96] = {
+    CVN_NP_ROWS(cage::fplate_index_of<k_100g>, 9, 6)};
 
 CVN_NP_CAGE_THREE_SPEED_RECORDS(fenna);
 
@@ -65,28 +93,32 @@ static_assert(cage::same_entry(cvn_np_port_mapping_fenna_40g[12], cage::k_end_en
 static_assert(cage::same_entry(cvn_np_port_mapping_fenna_10g[10], {16, 0, 192, 16, 1}));
 static_assert(cage::same_entry(cvn_np_port_mapping_fenna_10g[59], {89, 2, 201, 89, 1}));
 static_assert(cage::same_entry(cvn_np_port_mapping_fenna_10g[60], cage::k_end_entry));
-static_assert(fenna_phys_2_fplate_cage_10GE[0x59] == 59 && fenna_phys_2_fplate_cage_10GE[0x5A] == 255);
-static_assert(fenna_phys_2_fplate_cage_40GE[0x51] == 11 && fenna_phys_2_fplate_cage_40GE[0x52] == 255);
-static_assert(fenna_phys_2_fplate_cage_100GE[0x50] == 5 && fenna_phys_2_fplate_cage_100GE[0x51] == 255);
+static_assert(fenna_phys_2_fplate_cage_10GE[0x59] == 59 &&
+              fenna_phys_2_fplate_cage_10GE[0x5A] == 255);
+static_assert(fenna_phys_2_fplate_cage_40GE[0x51] == 11 &&
+              fenna_phys_2_fplate_cage_40GE[0x52] == 255);
+static_assert(fenna_phys_2_fplate_cage_100GE[0x50] == 5 &&
+              fenna_phys_2_fplate_cage_100GE[0x51] == 255);
 
 namespace {
 
 constexpr cage::family k_fenna = {
     .path = "platforms/corvan/lc/lc_tessel/lib/src/cvn_np_lib_fenna.cpp",
-    .text = {
-        .subslot = CVN_NP_CHECK("subslot < fenna_card_np_info->num_subslot"),
-        .ifsubinst = CVN_NP_CHECK("ifsubinst < fenna_card_np_info->num_cage"),
-        .cage_id = CVN_NP_CHECK("cage_id.ifsubsys < fenna_card_np_info->num_cage"),
-        .subslot_num = CVN_NP_CHECK("subslot_num < fenna_card_np_info->num_subslot"),
-        .ifsubsys_num = CVN_NP_CHECK("ifsubsys_num < fenna_card_np_info->num_cage"),
-        .np_num = CVN_NP_CHECK("np_num < fenna_card_np_info->num_complex"),
-        .np_id = CVN_NP_CHECK("np_id < cvn_np_how_many()"),
-        .np_complex = CVN_NP_CHECK("np_complex < cvn_np_how_many()"),
-        .front_needed = CVN_NP_CHECK("phys_front_port != NULL"),
-        .port_type_needed = CVN_NP_CHECK("port_type != NULL"),
-        .fplate_needed = CVN_NP_CHECK("fplate_port != NULL"),
-        .unknown = CVN_NP_CHECK("0"),
-    },
+    .text =
+        {
+            .subslot = CVN_NP_CHECK("subslot < fenna_card_np_info->num_subslot"),
+            .ifsubinst = CVN_NP_CHECK("ifsubinst < fenna_card_np_info->num_cage"),
+            .cage_id = CVN_NP_CHECK("cage_id.ifsubsys < fenna_card_np_info->num_cage"),
+            .subslot_num = CVN_NP_CHECK("subslot_num < fenna_card_np_info->num_subslot"),
+            .ifsubsys_num = CVN_NP_CHECK("ifsubsys_num < fenna_card_np_info->num_cage"),
+            .np_num = CVN_NP_CHECK("np_num < fenna_card_np_info->num_complex"),
+            .np_id = CVN_NP_CHECK("np_id < cvn_np_how_many()"),
+            .np_complex = CVN_NP_CHECK("np_complex < cvn_np_how_many()"),
+            .front_needed = CVN_NP_CHECK("phys_front_port != NULL"),
+            .port_type_needed = CVN_NP_CHECK("port_type != NULL"),
+            .fplate_needed = CVN_NP_CHECK("fplate_port != NULL"),
+            .unknown = CVN_NP_CHECK("0"),
+        },
     .tables = {&np_info_fenna, port_info_fenna},
     .tables_for_card = nullptr,
     .card_np_info = &fenna_card_np_info,
@@ -94,11 +126,15 @@ constexpr cage::family k_fenna = {
     .card_version_record = &fenna_card_version,
     .card_subslot_info = &fenna_card_subslot_info,
     .dummy_port_info = fenna_dummy_port_info,
-    .speeds = {
-        CVN_NP_CAGE_SPEED(fenna, 100, 96, CVN_NP_CHECK("index < fenna_card_np_info->port_subslot_100g")),
-        CVN_NP_CAGE_SPEED(fenna, 40, 96, CVN_NP_CHECK("index < fenna_card_np_info->port_subslot_40g")),
-        CVN_NP_CAGE_SPEED(fenna, 10, 96, CVN_NP_CHECK("index < fenna_card_np_info->port_subslot_10g")),
-    },
+    .speeds =
+        {
+            CVN_NP_CAGE_SPEED(fenna, 100, 96,
+                              CVN_NP_CHECK("index < fenna_card_np_info->port_subslot_100g")),
+            CVN_NP_CAGE_SPEED(fenna, 40, 96,
+                              CVN_NP_CHECK("index < fenna_card_np_info->port_subslot_40g")),
+            CVN_NP_CAGE_SPEED(fenna, 10, 96,
+                              CVN_NP_CHECK("index < fenna_card_np_info->port_subslot_10g")),
+        },
     .types = cage::k_module_types,
     .type_count = 3, // no 40GE_ALT modules
     .port_info_answer = cage::slot4_answer::first_populated_cage,

@@ -24,8 +24,8 @@ namespace common = cvn_np::common;
 constexpr const char k_path[] = "platforms/corvan/lc/lc_tessel/lib/src/cvn_np_lib_maruta.cpp";
 
 constexpr uint32_t k_nps = 2;
-constexpr uint32_t k_last_front = 57;     // NP 1's tenth 10GE port
-constexpr uint32_t k_tenge_ports = 10;    // per NP
+constexpr uint32_t k_last_front = 57;  // NP 1's tenth 10GE port
+constexpr uint32_t k_tenge_ports = 10; // per NP
 constexpr uint16_t k_hundredge_np_port = 116;
 constexpr uint16_t k_tenge_np_port = 204; // the first 10GE port of an NP
 constexpr uint32_t k_ports_per_np = 11;
@@ -77,8 +77,10 @@ template <uint32_t n> constexpr uint32_t instance_front(std::size_t i)
 
 extern "C" {
 
-constexpr port_mapping_entry cvn_np_port_mapping_maruta_combo0[59] = {CVN_NP_ROWS(combo0_entry, 5, 9)};
-constexpr port_mapping_entry cvn_np_port_mapping_maruta_combo0_tuple[23] = {CVN_NP_ROWS(tuple_entry, 2, 3)};
+constexpr port_mapping_entry cvn_np_port_mapping_maruta_combo0[59] = {
+    CVN_NP_ROWS(combo0_entry, 5, 9)};
+constexpr port_mapping_entry cvn_np_port_mapping_maruta_combo0_tuple[23] = {
+    CVN_NP_ROWS(tuple_entry, 2, 3)};
 
 constexpr uint32_t cvn_phy_to_front_combo0_inst0[1] = {CVN_NP_ROWS(instance_front<0>, 0, 1)};
 constexpr uint32_t cvn_phy_to_front_combo0_inst1[10] = {CVN_NP_ROWS(instance_front<1>, 1, 0)};
@@ -219,8 +221,8 @@ template <uint16_t port_mapping_entry::*field> uint32_t faceplate_field(uint32_t
 
 uint32_t faceplate_porttype_to_phys_port(uint32_t, uint32_t fplate) { return fplate; }
 
-uint32_t faceplate_porttype_mapping_info(uint32_t, uint32_t fplate, uint32_t *np,
-                                         uint32_t *np_port, uint32_t *front)
+uint32_t faceplate_porttype_mapping_info(uint32_t, uint32_t fplate, uint32_t *np, uint32_t *np_port,
+                                         uint32_t *front)
 {
     const port_mapping_entry &e = entry_at(cvn_np_port_mapping_maruta_combo0, fplate);
     common::put(np, e.np);
@@ -349,9 +351,11 @@ void cvn_np_maruta_api_fill(cvn_np_api *t)
     t->cvn_np_front_port_to_np = front_port_field<&port_mapping_entry::np>;
     t->cvn_np_front_port_to_np_port = front_port_field<&port_mapping_entry::np_port>;
     t->cvn_np_front_port_to_port_type = front_port_field<&port_mapping_entry::port_type>;
-    t->cvn_np_front_port_to_face_plate_port = common::face_plate_port_by_mapping<front_port_mapping_info>;
+    t->cvn_np_front_port_to_face_plate_port =
+        common::face_plate_port_by_mapping<front_port_mapping_info>;
     t->cvn_np_front_port_mapping_info = front_port_mapping_info;
-    t->cvn_np_info_num_local_ports = common::fixed_local_ports<k_path, k_np_id_check, k_ports_per_np>;
+    t->cvn_np_info_num_local_ports =
+        common::fixed_local_ports<k_path, k_np_id_check, k_ports_per_np>;
     t->cvn_np_info_to_front_port = info_to_front_port;
     t->cvn_np_info_to_fplate_porttype = info_to_fplate_porttype;
     t->cvn_np_first_front_port_on_np = first_front_port_on_np;
@@ -368,7 +372,8 @@ void cvn_np_maruta_api_fill(cvn_np_api *t)
     t->cvn_np_subslot_to_np_list = common::subslot_to_np_list;
     t->cvn_np_to_cpu_port_map = common::to_cpu_port_map;
     t->cvn_np_lib_set_subslot_phy_port = common::set_subslot_phy_port;
-    t->cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port = common::set_subslot_ifsubinst_ifsubinst_port;
+    t->cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port =
+        common::set_subslot_ifsubinst_ifsubinst_port;
     t->cvn_np_lib_get_subslot = common::get_subslot;
     t->cvn_np_lib_get_subslot_port = common::get_port;
     t->cvn_np_lib_get_port = common::get_port;

@@ -51,7 +51,7 @@ constexpr quellon_port_mapping_entry port_entry(std::size_t i)
     const auto np_port = static_cast<uint16_t>(
         k_first_np_port + k_ports_per_instance * (instance % k_instances_per_np) +
         (instance_port ^ 1u));
-    return {port, port, instance, instance_port, static_cast<uint16_t>(i / k_ports_per_np),
+    return {port,   port, instance, instance_port, static_cast<uint16_t>(i / k_ports_per_np),
             np_port};
 }
 
@@ -62,7 +62,8 @@ constexpr uint32_t k_one_np_types[] = {0x3D02CA, 0x3D02CB, 0x3D02CC, 0x3D02D0, 0
 
 extern "C" {
 
-constexpr quellon_port_mapping_entry cvn_np_port_mapping_quellon[48] = {CVN_NP_ROWS(port_entry, 4, 8)};
+constexpr quellon_port_mapping_entry cvn_np_port_mapping_quellon[48] = {
+    CVN_NP_ROWS(port_entry, 4, 8)};
 
 uint16_t cvn_np_qln_max_ports = 0;
 
@@ -249,8 +250,8 @@ uint32_t faceplate_porttype_to_phys_port(uint32_t, uint32_t fplate)
     return checked_port(fplate, k_fplate_bound);
 }
 
-uint32_t faceplate_porttype_mapping_info(uint32_t, uint32_t fplate, uint32_t *np,
-                                         uint32_t *np_port, uint32_t *front)
+uint32_t faceplate_porttype_mapping_info(uint32_t, uint32_t fplate, uint32_t *np, uint32_t *np_port,
+                                         uint32_t *front)
 {
     const uint32_t i = checked_port(fplate, k_fplate_bound);
     uint32_t discarded_type = 0;
@@ -260,7 +261,6 @@ uint32_t faceplate_porttype_mapping_info(uint32_t, uint32_t fplate, uint32_t *np
 // ---- slots 23-28: complexes and subslots ----
 
 uint32_t complex_to_subslot(uint8_t) { return 0; }
-
 
 uint32_t to_cpu_port_map(uint16_t np_num)
 {
@@ -295,7 +295,6 @@ uint32_t get_subslot(uint32_t front)
     return 0;
 }
 
-
 // The third argument already is the port's index.
 uint32_t get_phys_port_tuple45(uint32_t, uint16_t, uint16_t ifsubinst, uint16_t)
 {
@@ -318,11 +317,14 @@ void cvn_np_quellon_api_fill(cvn_np_api *t)
     t->cvn_np_port_info_subslot = port_info_subslot;
     t->cvn_np_port_info_from_subslot_ifsubinst = port_info_from_subslot_ifsubinst;
     t->cvn_np_front_port_to_np = port_field<k_front_bound, &quellon_port_mapping_entry::np>;
-    t->cvn_np_front_port_to_np_port = port_field<k_front_bound, &quellon_port_mapping_entry::np_port>;
+    t->cvn_np_front_port_to_np_port =
+        port_field<k_front_bound, &quellon_port_mapping_entry::np_port>;
     t->cvn_np_front_port_to_port_type = front_port_to_port_type;
-    t->cvn_np_front_port_to_face_plate_port = common::face_plate_port_by_mapping<front_port_mapping_info>;
+    t->cvn_np_front_port_to_face_plate_port =
+        common::face_plate_port_by_mapping<front_port_mapping_info>;
     t->cvn_np_front_port_mapping_info = front_port_mapping_info;
-    t->cvn_np_info_num_local_ports = common::fixed_local_ports<k_path, k_np_id_check, k_ports_per_np>;
+    t->cvn_np_info_num_local_ports =
+        common::fixed_local_ports<k_path, k_np_id_check, k_ports_per_np>;
     t->cvn_np_info_to_front_port = info_to_front_port;
     t->cvn_np_info_to_fplate_porttype = info_to_fplate_porttype;
     t->cvn_np_first_front_port_on_np = first_front_port_on_np;
@@ -344,7 +346,8 @@ void cvn_np_quellon_api_fill(cvn_np_api *t)
     t->cvn_np_lib_get_subslot_port = common::get_port;
     t->cvn_np_lib_get_port = port_field<k_sub_bound, &quellon_port_mapping_entry::phys_front_port>;
     t->cvn_np_lib_get_ifsubinst = port_field<k_sub_bound, &quellon_port_mapping_entry::ifsubinst>;
-    t->cvn_np_lib_get_ifsubinst_port = port_field<k_sub_bound, &quellon_port_mapping_entry::ifsubinst_port>;
+    t->cvn_np_lib_get_ifsubinst_port =
+        port_field<k_sub_bound, &quellon_port_mapping_entry::ifsubinst_port>;
     t->cvn_np_lib_get_phys_port_tuple45 = get_phys_port_tuple45;
     t->aux_cvn_np_front_port_to_ifsubsys = nullptr;
     t->aux_cvn_np_port_info_get = nullptr;

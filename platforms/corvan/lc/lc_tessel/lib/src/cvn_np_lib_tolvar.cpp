@@ -70,7 +70,8 @@ static_assert(cvn_np_lib_2slice_tv_info_types[11].entries[3]->fplate_port == 17)
 static_assert(cvn_np_lib_2slice_tv_info_types[11].entries[3]->np_port == 100);
 static_assert(cvn_np_lib_2slice_tv_info_types[8].entries[19]->np_port == 37);
 // 578 shares 576's entries, 0x10003 the 40GE instance's.
-static_assert(cvn_np_lib_2slice_tv_info_types[5].entries == cvn_np_lib_2slice_tv_info_types[4].entries);
+static_assert(cvn_np_lib_2slice_tv_info_types[5].entries ==
+              cvn_np_lib_2slice_tv_info_types[4].entries);
 static_assert(cvn_np_lib_2slice_tv_info_types[12].port_info_list ==
               cvn_np_lib_2slice_tv_info_types[11].port_info_list);
 
@@ -116,20 +117,21 @@ uint64_t instance_entry(uint32_t port, uint32_t, const cvn_np_ep_data &row, bool
 
 constexpr tv::family k_tolvar = {
     .path = "platforms/corvan/lc/lc_tessel/lib/src/cvn_np_lib_tolvar.cpp",
-    .text = {
-        .subslot = CVN_NP_CHECK("subslot < tolvar_card_np_info->num_subslot"),
-        .subslot_num = CVN_NP_CHECK("subslot_num < tolvar_card_np_info->num_subslot"),
-        .np_num = CVN_NP_CHECK("np_num < tolvar_card_np_info->num_complex"),
-        .np_id = CVN_NP_CHECK("np_id < cvn_np_how_many()"),
-        .np_complex = CVN_NP_CHECK("np_complex < cvn_np_how_many()"),
-        .front_needed = CVN_NP_CHECK("phys_front_port != NULL"),
-        .port_type_needed = CVN_NP_CHECK("port_type != NULL"),
-        .fplate_needed = CVN_NP_CHECK("fplate_port != NULL"),
-        .bay = CVN_NP_CHECK("subslot < CVN_NP_TOTAL_SUBSLOT_TOLVAR"),
-        .row_port_type = CVN_NP_CHECK("port_type == ep_data->port_type"),
-        .unknown = CVN_NP_CHECK("0"),
-        .first_port_bay = {}, // slot 17 is rejected on this card
-    },
+    .text =
+        {
+            .subslot = CVN_NP_CHECK("subslot < tolvar_card_np_info->num_subslot"),
+            .subslot_num = CVN_NP_CHECK("subslot_num < tolvar_card_np_info->num_subslot"),
+            .np_num = CVN_NP_CHECK("np_num < tolvar_card_np_info->num_complex"),
+            .np_id = CVN_NP_CHECK("np_id < cvn_np_how_many()"),
+            .np_complex = CVN_NP_CHECK("np_complex < cvn_np_how_many()"),
+            .front_needed = CVN_NP_CHECK("phys_front_port != NULL"),
+            .port_type_needed = CVN_NP_CHECK("port_type != NULL"),
+            .fplate_needed = CVN_NP_CHECK("fplate_port != NULL"),
+            .bay = CVN_NP_CHECK("subslot < CVN_NP_TOTAL_SUBSLOT_TOLVAR"),
+            .row_port_type = CVN_NP_CHECK("port_type == ep_data->port_type"),
+            .unknown = CVN_NP_CHECK("0"),
+            .first_port_bay = {}, // slot 17 is rejected on this card
+        },
     .np_info_table = &np_info_2slice_tolvar,
     .card_np_info = &tolvar_card_np_info,
     .info_types_table = cvn_np_lib_2slice_tv_info_types,
@@ -156,6 +158,9 @@ extern "C" {
 
 void cvn_np_2slice_tolvar_api_fill(cvn_np_api *table) { tolvar_api_fill(table); }
 
-void cvn_np_2slice_tolvar_init(void) { tolvar_ops::init(&cvn_np_api_2slice_tolvar, tolvar_api_fill); }
+void cvn_np_2slice_tolvar_init(void)
+{
+    tolvar_ops::init(&cvn_np_api_2slice_tolvar, tolvar_api_fill);
+}
 
 } // extern "C"

@@ -9,11 +9,10 @@
 #ifndef CVN_NP_TABLE_ROWS_H
 #define CVN_NP_TABLE_ROWS_H
 
-#define CVN_NP_ROWS(rule, tens, ones) \
-    CVN_NP_TENS_##tens(rule) CVN_NP_ONES_##ones(rule, tens##0)
+#define CVN_NP_ROWS(rule, tens, ones) CVN_NP_TENS_##tens(rule) CVN_NP_ONES_##ones(rule, tens##0)
 
-#define CVN_NP_TEN(r, b) \
-    r(b + 0), r(b + 1), r(b + 2), r(b + 3), r(b + 4), r(b + 5), r(b + 6), r(b + 7), r(b + 8), \
+#define CVN_NP_TEN(r, b)                                                                           \
+    r(b + 0), r(b + 1), r(b + 2), r(b + 3), r(b + 4), r(b + 5), r(b + 6), r(b + 7), r(b + 8),      \
         r(b + 9),
 
 #define CVN_NP_TENS_0(r)

@@ -112,12 +112,28 @@ inline constexpr uint32_t k_instances_per_subslot = 2;
 // four 40GE or two 100GE ports.
 constexpr np_info card_np_info(uint16_t nps, uint16_t info_types)
 {
-    return {.sw_version = 1, .sw_status = 0, .num_np = nps, .num_complex = nps,
-            .np_per_complex = 1, .num_cage = 0, .cage_per_complex = 2, .ver_major = 5,
-            .ver_minor = 99, .max_mtu = 9216, .max_fpport_100g = 2, .max_fpport_40g = 4,
-            .max_fpport_10g = 20, .num_subslot = 2, .max_port_cage = 0, .port_subslot_100g = 2,
-            .port_subslot_40g = 4, .port_subslot_10g = 20, .port_cage_100g = 1,
-            .port_cage_40g = 2, .port_cage_40g_alt = 1, .port_cage_10g = 10,
+    return {.sw_version = 1,
+            .sw_status = 0,
+            .num_np = nps,
+            .num_complex = nps,
+            .np_per_complex = 1,
+            .num_cage = 0,
+            .cage_per_complex = 2,
+            .ver_major = 5,
+            .ver_minor = 99,
+            .max_mtu = 9216,
+            .max_fpport_100g = 2,
+            .max_fpport_40g = 4,
+            .max_fpport_10g = 20,
+            .num_subslot = 2,
+            .max_port_cage = 0,
+            .port_subslot_100g = 2,
+            .port_subslot_40g = 4,
+            .port_subslot_10g = 20,
+            .port_cage_100g = 1,
+            .port_cage_40g = 2,
+            .port_cage_40g_alt = 1,
+            .port_cage_10g = 10,
             .num_info_types = info_types};
 }
 
@@ -175,22 +191,21 @@ template <const ep_wiring &w>
 inline constexpr auto ep_entries = entries_of<w>(std::make_index_sequence<w.ports()>{});
 
 template <const ep_wiring &w, std::size_t... k>
-constexpr std::array<const port_mapping_entry *, sizeof...(k)> pointers_of(std::index_sequence<k...>)
+constexpr std::array<const port_mapping_entry *, sizeof...(k)>
+pointers_of(std::index_sequence<k...>)
 {
     return {{&ep_entries<w>[k]...}};
 }
 template <const ep_wiring &w>
 inline constexpr auto ep_entry_pointers = pointers_of<w>(std::make_index_sequence<w.ports()>{});
 
-template <const ep_wiring &w>
-inline constexpr port_info ep_port_list[2] = {{w.list_count, w.port_type},
-                                              {0, CVN_NP_PORT_TYPE_END}};
+template <const ep_wiring &w> inline constexpr port_info ep_port_list[2] = {
+    {w.list_count, w.port_type}, {0, CVN_NP_PORT_TYPE_END}};
 
 // The row of `ep_type` over the EP `w`; rows built on the same wiring share
 // its entries and its list.
-template <const ep_wiring &w>
-constexpr cvn_np_ep_data ep_row(uint32_t ep_type, uint32_t spare, uint32_t np_port_base,
-                                uint32_t np_port_span)
+template <const ep_wiring &w> constexpr cvn_np_ep_data
+ep_row(uint32_t ep_type, uint32_t spare, uint32_t np_port_base, uint32_t np_port_span)
 {
     return {ep_type,
             1,
@@ -276,7 +291,7 @@ struct family {
     // slot 41 finds the subslot from the NP-local port, and slot 17 gives
     // the first front port of a subslot.  Otherwise NP n serves subslot n.
     bool one_np_for_both_bays;
-    bool alt_40ge_mapped;                  // slots 38 and 39 serve 0x10003 from its row
+    bool alt_40ge_mapped;                     // slots 38 and 39 serve 0x10003 from its row
     bool first_front_port_hides_query_status; // slot 16: a failed query answers CVN_NP_ERR_INVALID
 };
 
@@ -329,8 +344,8 @@ template <const family &F> struct engine {
     // Slot 37 on the first port of a subslot's instance.
     static query_answer query_instance(uint32_t subslot, uint32_t instance)
     {
-        return query(cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port(
-            static_cast<uint16_t>(subslot), instance, 0));
+        return query(cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port(static_cast<uint16_t>(subslot),
+                                                                     instance, 0));
     }
 
     // ---- slots 0-7: card summary ----
@@ -382,8 +397,7 @@ template <const family &F> struct engine {
         uint32_t value = 0;
         aux_cvn_np_front_port_to_mapping_info(a.ifsubsys, front, a.type,
                                               field == out_np ? &value : nullptr,
-                                              field == out_np_port ? &value : nullptr,
-                                              nullptr,
+                                              field == out_np_port ? &value : nullptr, nullptr,
                                               field == out_port_type ? &value : nullptr);
         return value;
     }
@@ -465,8 +479,8 @@ template <const family &F> struct engine {
     }
     // The faceplate port is the entry's front port with the subslot bits,
     // the same value on every tolvar entry.
-    static uint32_t info_to_fplate_porttype(uint32_t np_id, uint32_t np_port,
-                                            uint32_t *fplate_port, uint32_t *port_type)
+    static uint32_t info_to_fplate_porttype(uint32_t np_id, uint32_t np_port, uint32_t *fplate_port,
+                                            uint32_t *port_type)
     {
         return np_port_to_front(np_id, np_port, fplate_port, port_type);
     }
@@ -529,9 +543,8 @@ template <const family &F> struct engine {
     {
         uint32_t value = 0;
         const uint32_t status = aux_cvn_faceplate_to_mapping_info(
-            cvn_np_lib_get_ifsubinst(fplate), fplate, port_type,
-            field == out_np ? &value : nullptr, field == out_np_port ? &value : nullptr,
-            field == out_front ? &value : nullptr);
+            cvn_np_lib_get_ifsubinst(fplate), fplate, port_type, field == out_np ? &value : nullptr,
+            field == out_np_port ? &value : nullptr, field == out_front ? &value : nullptr);
         return status != 0 ? status : value;
     }
 
@@ -724,11 +737,16 @@ template <const family &F> struct engine {
         require(subslot_num < info().num_subslot, F.text.subslot_num);
         require(np_num < info().num_complex, F.text.np_num);
         switch (type) {
-        case CVN_NP_IFSUB_TYPE_100GE: return info().port_cage_100g;
-        case CVN_NP_IFSUB_TYPE_40GE: return info().port_cage_40g;
-        case CVN_NP_IFSUB_TYPE_10GE: return info().port_cage_10g;
-        case CVN_NP_IFSUB_TYPE_40GE_ALT: return info().port_cage_40g_alt;
-        default: break;
+        case CVN_NP_IFSUB_TYPE_100GE:
+            return info().port_cage_100g;
+        case CVN_NP_IFSUB_TYPE_40GE:
+            return info().port_cage_40g;
+        case CVN_NP_IFSUB_TYPE_10GE:
+            return info().port_cage_10g;
+        case CVN_NP_IFSUB_TYPE_40GE_ALT:
+            return info().port_cage_40g_alt;
+        default:
+            break;
         }
         require(is_plain(type), F.text.unknown);
         const cvn_np_ep_data *row = F.row_of(subslot_num, type);
@@ -812,7 +830,8 @@ template <const family &F> struct engine {
     {
         if (ifsubinst == nullptr)
             return CVN_NP_EINVAL;
-        const platform_answer a = ask(cvn_np_lib_get_subslot(front), cvn_np_lib_get_ifsubinst(front));
+        const platform_answer a =
+            ask(cvn_np_lib_get_subslot(front), cvn_np_lib_get_ifsubinst(front));
         if (a.status != 0)
             return a.status;
         *ifsubinst = is_per_instance(a.type) ? (front & 0x30) >> 4 : front & 0x3F;
@@ -856,7 +875,7 @@ template <const family &F> struct engine {
         return E::port_info_subslot(subslot);                                                      \
     }                                                                                              \
     const port_info *cvn_np_##F##_port_info_from_subslot_ifsubinst(uint16_t subslot,               \
-                                                                    uint16_t ifsubinst)            \
+                                                                   uint16_t ifsubinst)             \
     {                                                                                              \
         return E::port_info_from_subslot_ifsubinst(subslot, ifsubinst);                            \
     }                                                                                              \
@@ -873,12 +892,12 @@ template <const family &F> struct engine {
         return E::template front_port_field<E::out_port_type>(front);                              \
     }                                                                                              \
     uint32_t cvn_np_##F##_front_port_to_face_plate_port(uint32_t front, uint32_t *fplate_port,     \
-                                                         uint32_t *port_type)                      \
+                                                        uint32_t *port_type)                       \
     {                                                                                              \
         return E::front_port_to_face_plate_port(front, fplate_port, port_type);                    \
     }                                                                                              \
     uint32_t cvn_np_##F##_front_port_mapping_info(uint32_t front, uint32_t *np, uint32_t *np_port, \
-                                                   uint32_t *fplate_port, uint32_t *port_type)     \
+                                                  uint32_t *fplate_port, uint32_t *port_type)      \
     {                                                                                              \
         return E::front_port_mapping_info(front, np, np_port, fplate_port, port_type);             \
     }                                                                                              \
@@ -891,7 +910,7 @@ template <const family &F> struct engine {
         return E::info_to_front_port(np_id, np_port, front);                                       \
     }                                                                                              \
     uint32_t cvn_np_##F##_info_to_fplate_porttype(uint32_t np_id, uint32_t np_port,                \
-                                                   uint32_t *fplate_port, uint32_t *port_type)     \
+                                                  uint32_t *fplate_port, uint32_t *port_type)      \
     {                                                                                              \
         return E::info_to_fplate_porttype(np_id, np_port, fplate_port, port_type);                 \
     }                                                                                              \
@@ -900,7 +919,7 @@ template <const family &F> struct engine {
         return E::first_front_port_on_np(np_id, front);                                            \
     }                                                                                              \
     uint32_t cvn_np_##F##_first_fplate_porttype_on_np(uint32_t np_id, uint32_t *port_type,         \
-                                                       uint32_t *fplate_port)                      \
+                                                      uint32_t *fplate_port)                       \
     {                                                                                              \
         return E::first_fplate_porttype_on_np(np_id, port_type, fplate_port);                      \
     }                                                                                              \
@@ -917,8 +936,8 @@ template <const family &F> struct engine {
         return E::template faceplate_field<E::out_front>(port_type, fplate_port);                  \
     }                                                                                              \
     uint32_t cvn_##F##_faceplate_porttype_mapping_info(uint32_t port_type, uint32_t fplate_port,   \
-                                                        uint32_t *np, uint32_t *np_port,           \
-                                                        uint32_t *front)                           \
+                                                       uint32_t *np, uint32_t *np_port,            \
+                                                       uint32_t *front)                            \
     {                                                                                              \
         return E::faceplate_porttype_mapping_info(port_type, fplate_port, np, np_port, front);     \
     }                                                                                              \
@@ -932,9 +951,9 @@ template <const family &F> struct engine {
     }                                                                                              \
     uint32_t cvn_np_##F##_set_if_subsys_type(uint32_t ifsubsys, uint16_t type)                     \
     {                                                                                              \
-        return cvn_np::common::set_if_subsys_type(ifsubsys, type);                                              \
+        return cvn_np::common::set_if_subsys_type(ifsubsys, type);                                 \
     }                                                                                              \
-    uint32_t cvn_np_##F##_to_cpu_port_map(uint16_t np_num)                                        \
+    uint32_t cvn_np_##F##_to_cpu_port_map(uint16_t np_num)                                         \
     {                                                                                              \
         return cvn_np::common::to_cpu_port_map(np_num);                                            \
     }                                                                                              \
@@ -942,8 +961,9 @@ template <const family &F> struct engine {
     {                                                                                              \
         return E::set_subslot_phy_port(subslot, phy_port);                                         \
     }                                                                                              \
-    uint32_t cvn_np_##F##_lib_set_subslot_ifsubinst_ifsubinst_port(                                \
-        uint16_t subslot, uint32_t ifsubinst, uint32_t ifsubinst_port)                             \
+    uint32_t cvn_np_##F##_lib_set_subslot_ifsubinst_ifsubinst_port(uint16_t subslot,               \
+                                                                   uint32_t ifsubinst,             \
+                                                                   uint32_t ifsubinst_port)        \
     {                                                                                              \
         return E::set_subslot_ifsubinst_ifsubinst_port(subslot, ifsubinst, ifsubinst_port);        \
     }                                                                                              \
@@ -959,37 +979,37 @@ template <const family &F> struct engine {
         return E::get_ifsubinst_port(front);                                                       \
     }                                                                                              \
     uint32_t cvn_np_##F##_lib_get_phys_port_tuple45(uint32_t port_type, uint16_t subslot,          \
-                                                     uint16_t ifsubinst, uint16_t ifsubinst_port)  \
+                                                    uint16_t ifsubinst, uint16_t ifsubinst_port)   \
     {                                                                                              \
         return E::get_phys_port_tuple45(port_type, subslot, ifsubinst, ifsubinst_port);            \
     }                                                                                              \
     const port_info *aux_cvn_np_##F##_port_info_get(uint32_t subslot, uint32_t ifsubsys,           \
-                                                     uint32_t ifsub_type)                          \
+                                                    uint32_t ifsub_type)                           \
     {                                                                                              \
         return E::port_info_of_type(subslot, ifsubsys, ifsub_type);                                \
     }                                                                                              \
     void aux_cvn_np_##F##_front_port_to_mapping_info(uint32_t ifsubsys, uint32_t port,             \
-                                                      uint32_t ifsub_type, uint32_t *np,           \
-                                                      uint32_t *np_port, uint32_t *fplate_port,    \
-                                                      uint32_t *port_type)                         \
+                                                     uint32_t ifsub_type, uint32_t *np,            \
+                                                     uint32_t *np_port, uint32_t *fplate_port,     \
+                                                     uint32_t *port_type)                          \
     {                                                                                              \
         E::front_port_to_mapping_info(ifsubsys, port, ifsub_type, np, np_port, fplate_port,        \
                                       port_type);                                                  \
     }                                                                                              \
     uint32_t aux_cvn_np_##F##_info_num_local_ports(uint32_t subslot, uint32_t np_num,              \
-                                                    uint32_t ifsub_type)                           \
+                                                   uint32_t ifsub_type)                            \
     {                                                                                              \
         return E::aux_num_local_ports(subslot, np_num, ifsub_type);                                \
     }                                                                                              \
     void aux_cvn_np_##F##_info_to_mapping_info(uint32_t np_num, uint32_t np_port,                  \
-                                                uint32_t ifsub_type, uint32_t *front,              \
-                                                uint32_t *fplate_port, uint32_t *port_type)        \
+                                               uint32_t ifsub_type, uint32_t *front,               \
+                                               uint32_t *fplate_port, uint32_t *port_type)         \
     {                                                                                              \
         E::info_to_mapping_info(np_num, np_port, ifsub_type, front, fplate_port, port_type);       \
     }                                                                                              \
     uint32_t aux_cvn_##F##_faceplate_to_mapping_info(uint32_t ifsubsys, uint32_t port,             \
-                                                      uint32_t port_type, uint32_t *np,            \
-                                                      uint32_t *np_port, uint32_t *front)          \
+                                                     uint32_t port_type, uint32_t *np,             \
+                                                     uint32_t *np_port, uint32_t *front)           \
     {                                                                                              \
         return E::faceplate_to_mapping_info(ifsubsys, port, port_type, np, np_port, front);        \
     }                                                                                              \
@@ -1009,7 +1029,8 @@ template <const family &F> struct engine {
         t->cvn_np_port_info_get = cvn_np_##F##_port_info_get;                                      \
         t->cvn_np_subslot_info_get = cvn_np_##F##_subslot_info_get;                                \
         t->cvn_np_port_info_subslot = cvn_np_##F##_port_info_subslot;                              \
-        t->cvn_np_port_info_from_subslot_ifsubinst = cvn_np_##F##_port_info_from_subslot_ifsubinst; \
+        t->cvn_np_port_info_from_subslot_ifsubinst =                                               \
+            cvn_np_##F##_port_info_from_subslot_ifsubinst;                                         \
         t->cvn_np_front_port_to_np = cvn_np_##F##_front_port_to_np;                                \
         t->cvn_np_front_port_to_np_port = cvn_np_##F##_front_port_to_np_port;                      \
         t->cvn_np_front_port_to_port_type = cvn_np_##F##_front_port_to_port_type;                  \

@@ -29,9 +29,9 @@ enum class layout {
 // A module (or EP, or instance type) a family knows.
 struct module_type {
     uint32_t code;
-    const char *name;    // accepted on the command line besides the code
-    uint32_t ports;      // per cage, instance or plain EP; 0 for a split EP
-    uint32_t units = 0;  // bit mask of the cages/instances that take it; 0: any
+    const char *name;   // accepted on the command line besides the code
+    uint32_t ports;     // per cage, instance or plain EP; 0 for a split EP
+    uint32_t units = 0; // bit mask of the cages/instances that take it; 0: any
 };
 
 struct family {

@@ -151,12 +151,18 @@ std::string hex(uint32_t value)
 std::string port_type_name(uint32_t port_type)
 {
     switch (port_type) {
-    case CVN_NP_PORT_TYPE_NONE: return "none";
-    case CVN_NP_PORT_TYPE_10GE: return "10GE";
-    case CVN_NP_PORT_TYPE_40GE: return "40GE";
-    case CVN_NP_PORT_TYPE_100GE: return "100GE";
-    case k_unwritten: return "-";
-    default: return hex(port_type);
+    case CVN_NP_PORT_TYPE_NONE:
+        return "none";
+    case CVN_NP_PORT_TYPE_10GE:
+        return "10GE";
+    case CVN_NP_PORT_TYPE_40GE:
+        return "40GE";
+    case CVN_NP_PORT_TYPE_100GE:
+        return "100GE";
+    case k_unwritten:
+        return "-";
+    default:
+        return hex(port_type);
     }
 }
 
@@ -172,8 +178,7 @@ std::string plugs_text(const card &c)
     std::string out;
     for (const plug &p : c.plugs)
         out += (out.empty() ? "" : ",") + std::to_string(p.subslot) + ":" +
-               (p.unit == k_any ? std::string("any") : std::to_string(p.unit)) + "=" +
-               hex(p.type);
+               (p.unit == k_any ? std::string("any") : std::to_string(p.unit)) + "=" + hex(p.type);
     return out.empty() ? "nothing plugged" : out;
 }
 
@@ -210,15 +215,15 @@ plug parse_module(const card &c, const std::string &text)
     else if (!parse_number(unit, p.unit))
         throw usage_error{where + "IFSUBSYS is neither a number nor 'any'"};
     if (p.subslot >= c.subslots)
-        throw usage_error{where + "a " + c.fam->name + " card has " +
-                          std::to_string(c.subslots) + " subslot(s)"};
+        throw usage_error{where + "a " + c.fam->name + " card has " + std::to_string(c.subslots) +
+                          " subslot(s)"};
     const bool ep_level = c.fam->kind == layout::subslot_eps && p.unit == k_any;
     if (p.unit == k_any && !ep_level)
         throw usage_error{where + "'any' names a subslot's EP; a " + c.fam->name +
                           " card takes a module per cage or instance"};
     if (!ep_level && p.unit >= c.units)
-        throw usage_error{where + "a " + c.fam->name + " subslot has " +
-                          std::to_string(c.units) + " cages or instances"};
+        throw usage_error{where + "a " + c.fam->name + " subslot has " + std::to_string(c.units) +
+                          " cages or instances"};
     const std::span<const module_type> types = ep_level ? c.fam->ep_types : c.fam->types;
     p.type = parse_type(text.substr(equals + 1), types);
     if (p.type == k_unwritten)
@@ -236,11 +241,10 @@ void validate_plugs(const card &c)
             continue;
         const module_type *ep = c.ep_at(p.subslot);
         if (ep == nullptr || ep->ports != 0)
-            throw usage_error{"module '" + std::to_string(p.subslot) + ":" +
-                              std::to_string(p.unit) + "=" + hex(p.type) +
-                              "': instance types need a split EP in subslot " +
-                              std::to_string(p.subslot) + " (e.g. " +
-                              std::to_string(p.subslot) + ":any=split)"};
+            throw usage_error{
+                "module '" + std::to_string(p.subslot) + ":" + std::to_string(p.unit) + "=" +
+                hex(p.type) + "': instance types need a split EP in subslot " +
+                std::to_string(p.subslot) + " (e.g. " + std::to_string(p.subslot) + ":any=split)"};
     }
 }
 
@@ -318,8 +322,8 @@ port_map read_port_map(const card &c)
     port_map m;
     list_ports(c, m);
     for (port_row &r : m.ports)
-        r.status = cvn_np_front_port_mapping_info(r.front, &r.np, &r.np_port, &r.fplate,
-                                                  &r.port_type);
+        r.status =
+            cvn_np_front_port_mapping_info(r.front, &r.np, &r.np_port, &r.fplate, &r.port_type);
     const uint32_t nps = cvn_np_how_many();
     for (uint32_t np = 0; np < nps; ++np) {
         np_row n{np, cvn_np_info_num_local_ports(np), 0, k_unwritten};

@@ -41,7 +41,8 @@ bool any_case(const context &) { return true; }
 bool ep_16x10ge(const context &x) { return plugged_anywhere(x.c, CVN_NP_IFSUB_TYPE_TV_16X10GE); }
 bool split_one(const context &x)
 {
-    return x.port != nullptr && x.c.plugged(x.port->subslot, k_any) == CVN_NP_IFSUB_TYPE_TV_SPLIT_ONE;
+    return x.port != nullptr &&
+           x.c.plugged(x.port->subslot, k_any) == CVN_NP_IFSUB_TYPE_TV_SPLIT_ONE;
 }
 bool split_in_bay_1(const context &x)
 {
@@ -78,13 +79,12 @@ bool looked_for_in_other_bay(const card &c, const port_row *r)
     if (r == nullptr)
         return false;
     const uint32_t p = r->np_port;
-    const bool second = (p >= 204 && p <= 213) || p == 117 || p == 99 || p == 100 ||
-                        (p >= 128 && p <= 149);
+    const bool second =
+        (p >= 204 && p <= 213) || p == 117 || p == 99 || p == 100 || (p >= 128 && p <= 149);
     const uint32_t bay0 = c.plugged(0, k_any);
-    const bool bay0_keeps = bay0 == CVN_NP_IFSUB_TYPE_TV_SPLIT ||
-                            bay0 == CVN_NP_IFSUB_TYPE_TV_SPLIT_B ||
-                            bay0 == CVN_NP_IFSUB_TYPE_TV_20X10GE ||
-                            bay0 == CVN_NP_IFSUB_TYPE_TV_20X10GE_B;
+    const bool bay0_keeps =
+        bay0 == CVN_NP_IFSUB_TYPE_TV_SPLIT || bay0 == CVN_NP_IFSUB_TYPE_TV_SPLIT_B ||
+        bay0 == CVN_NP_IFSUB_TYPE_TV_20X10GE || bay0 == CVN_NP_IFSUB_TYPE_TV_20X10GE_B;
     return (second && !bay0_keeps ? 1u : 0u) != r->subslot;
 }
 bool other_bay_by_range(const context &x)
@@ -188,19 +188,21 @@ struct checker {
         const uint32_t np_port = cvn_np_front_port_to_np_port(r.front);
         const uint32_t port_type = cvn_np_front_port_to_port_type(r.front);
         uint32_t fplate = k_unwritten, fplate_type = k_unwritten;
-        const uint32_t status = cvn_np_front_port_to_face_plate_port(r.front, &fplate, &fplate_type);
+        const uint32_t status =
+            cvn_np_front_port_to_face_plate_port(r.front, &fplate, &fplate_type);
         if (np != r.np || np_port != r.np_port || port_type != r.port_type || status != 0 ||
             fplate != r.fplate || fplate_type != r.port_type)
             disagree("front-port", r,
                      at(r) + ": mapping info np " + std::to_string(r.np) + " port " +
                          std::to_string(r.np_port) + " fplate " + hex(r.fplate) + " type " +
                          std::to_string(r.port_type) + ", single calls np " + std::to_string(np) +
-                         " port " + std::to_string(np_port) + " fplate " + hex(fplate) +
-                         " type " + std::to_string(port_type));
+                         " port " + std::to_string(np_port) + " fplate " + hex(fplate) + " type " +
+                         std::to_string(port_type));
 
         uint32_t back = k_unwritten, back_fplate = k_unwritten, back_type = k_unwritten;
         const uint32_t s14 = cvn_np_info_to_front_port(r.np, r.np_port, &back);
-        const uint32_t s15 = cvn_np_info_to_fplate_porttype(r.np, r.np_port, &back_fplate, &back_type);
+        const uint32_t s15 =
+            cvn_np_info_to_fplate_porttype(r.np, r.np_port, &back_fplate, &back_type);
         if (s14 != 0 || s15 != 0 || back != r.front || back_fplate != r.fplate ||
             back_type != r.port_type)
             disagree("np-port-to-front", r,
@@ -409,9 +411,8 @@ void check_every_card(check_totals &totals)
 void print_check_summary(const check_totals &totals)
 {
     for (const auto &[k, count] : g_known_seen)
-        std::cout << "known difference: " << k->families << " (" << k->checks << "): "
-                  << k->why << " (" << count << " case"
-                  << (count == 1 ? "" : "s") << ")\n";
+        std::cout << "known difference: " << k->families << " (" << k->checks << "): " << k->why
+                  << " (" << count << " case" << (count == 1 ? "" : "s") << ")\n";
     std::cout << "checked " << totals.cards << " card type" << (totals.cards == 1 ? "" : "s")
               << ", " << totals.configurations << " configuration"
               << (totals.configurations == 1 ? "" : "s") << ", " << totals.ports

@@ -25,9 +25,10 @@ std::string unit_text(uint32_t unit) { return unit == k_none ? "-" : std::to_str
 // The cells of one port row and one NP row, in column order.
 std::vector<std::string> port_cells(const port_row &r)
 {
-    return {hex(r.front),           std::to_string(r.subslot), unit_text(r.unit),
-            std::to_string(r.port), value(r.fplate, true),     port_type_name(r.port_type),
-            value(r.np),            value(r.np_port)};
+    return {hex(r.front),          std::to_string(r.subslot),
+            unit_text(r.unit),     std::to_string(r.port),
+            value(r.fplate, true), port_type_name(r.port_type),
+            value(r.np),           value(r.np_port)};
 }
 
 std::vector<std::string> np_cells(const np_row &n)
@@ -36,8 +37,8 @@ std::vector<std::string> np_cells(const np_row &n)
             n.first_status == 0 ? value(n.first_front, true) : "-"};
 }
 
-const std::vector<std::string> k_port_header = {"front", "subslot", "unit", "port",
-                                                "fplate", "type", "np", "np_port"};
+const std::vector<std::string> k_port_header = {"front",  "subslot", "unit", "port",
+                                                "fplate", "type",    "np",   "np_port"};
 const std::vector<std::string> k_np_header = {"np", "local_ports", "first_front"};
 
 void print_aligned(const std::vector<std::string> &header,
@@ -171,8 +172,9 @@ std::vector<panel_box> panel_boxes(const card &c, const port_map &m)
             if (b.unit == k_none)
                 b.label = where + ": " + (ep != nullptr ? ep->name : "empty");
             else
-                b.label = (eps ? where + " " + (ep->name) + " inst "
-                                : c.fam->kind == layout::cages ? "cage " : "instance ") +
+                b.label = (eps                            ? where + " " + (ep->name) + " inst "
+                           : c.fam->kind == layout::cages ? "cage "
+                                                          : "instance ") +
                           std::to_string(u) + ": " + type_name(c, s, u);
             for (const port_row &r : m.ports)
                 if (r.subslot == s && (b.unit == k_none || r.unit == u))

@@ -10,10 +10,7 @@
 #include "cvn_np_lib.h"
 #include "cvn_np_selftest.h"
 
-void test_group_begin(const char *name)
-{
-    printf("%s board type 0x%08x\n", name, cardtype);
-}
+void test_group_begin(const char *name) { printf("%s board type 0x%08x\n", name, cardtype); }
 
 uint32_t test_group_end(const char *name, uint32_t failed)
 {

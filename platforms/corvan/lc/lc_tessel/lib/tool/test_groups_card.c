@@ -46,8 +46,7 @@ void test_nplib_card_info(void)
 
     printf("\n  board subslot info:\n");
     printf("    num_of_subslots       = %d\n", test_subslot_info.num_of_subslots);
-    printf("    max_of_ifsubsys_per_subslot = %d\n",
-           test_subslot_info.max_of_ifsubsys_per_subslot);
+    printf("    max_of_ifsubsys_per_subslot = %d\n", test_subslot_info.max_of_ifsubsys_per_subslot);
     printf("    max_ports_per_subslot = %d\n", test_subslot_info.max_ports_per_subslot);
 
     if (how_many == test_np_info->num_complex) {
@@ -61,8 +60,7 @@ void test_nplib_card_info(void)
     if (chips == test_np_info->num_np) {
         printf("  testing cvn_np_chip_how_many: %d = %d, ok!\n", chips, test_np_info->num_np);
     } else {
-        printf("  testing cvn_np_chip_how_many: %d != %d, ERROR!\n", chips,
-               test_np_info->num_np);
+        printf("  testing cvn_np_chip_how_many: %d != %d, ERROR!\n", chips, test_np_info->num_np);
     }
 
     if (version == NULL) {

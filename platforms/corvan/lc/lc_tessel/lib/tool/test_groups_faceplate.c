@@ -22,8 +22,8 @@ static uint32_t test_case_face_np(const test_port_case *pc, test_answers *a)
 
     aux_cvn_faceplate_to_mapping_info(pc->c, pc->code, pc->speed->port_type, &a->np, NULL, NULL);
     if (a->np != e->np) {
-        printf("  %s face port (%d, %d, 0x%x) np %d != %d ERROR.\n", pc->speed->word, pc->s,
-               pc->c, pc->code, a->np, e->np);
+        printf("  %s face port (%d, %d, 0x%x) np %d != %d ERROR.\n", pc->speed->word, pc->s, pc->c,
+               pc->code, a->np, e->np);
         return 1;
     }
     printf("  %s face port (%d, %d, 0x%x) np %d = %d ok.\n", pc->speed->word, pc->s, pc->c,
@@ -51,8 +51,7 @@ static uint32_t test_case_face_front(const test_port_case *pc, test_answers *a)
 {
     const port_mapping_entry *e = test_fplate_entry(pc);
 
-    aux_cvn_faceplate_to_mapping_info(pc->c, pc->code, pc->speed->port_type, NULL, NULL,
-                                      &a->front);
+    aux_cvn_faceplate_to_mapping_info(pc->c, pc->code, pc->speed->port_type, NULL, NULL, &a->front);
     if (a->front != e->phys_front_port) {
         printf("  %s face port (%d, %d, 0x%x) front port 0x%x != 0x%x ERROR.\n", pc->speed->word,
                pc->s, pc->c, pc->code, a->front, e->phys_front_port);
@@ -91,14 +90,12 @@ uint32_t test_cvn_faceplate_porttype_to_np(void)
 
 uint32_t test_cvn_faceplate_porttype_to_np_port(void)
 {
-    return test_front_port_group("test_cvn_faceplate_porttype_to_np_port",
-                                 test_case_face_np_port);
+    return test_front_port_group("test_cvn_faceplate_porttype_to_np_port", test_case_face_np_port);
 }
 
 uint32_t test_cvn_faceplate_porttype_to_phys_port(void)
 {
-    return test_front_port_group("test_cvn_faceplate_porttype_to_phys_port",
-                                 test_case_face_front);
+    return test_front_port_group("test_cvn_faceplate_porttype_to_phys_port", test_case_face_front);
 }
 
 uint32_t test_cvn_faceplate_porttype_mapping_info(void)

@@ -32,8 +32,8 @@ static uint32_t test_case_front_np(const test_port_case *pc, test_answers *a)
     aux_cvn_np_front_port_to_mapping_info(pc->c, pc->code, pc->speed->ifsub_type, &a->np, NULL,
                                           NULL, NULL);
     if (a->np != e->np) {
-        printf("  %s front port (%d, %d, 0x%x) np %d != %d ERROR.\n", pc->speed->word, pc->s,
-               pc->c, pc->code, a->np, e->np);
+        printf("  %s front port (%d, %d, 0x%x) np %d != %d ERROR.\n", pc->speed->word, pc->s, pc->c,
+               pc->code, a->np, e->np);
         return 1;
     }
     printf("  %s front port (%d, %d, 0x%x) np %d = %d ok.\n", pc->speed->word, pc->s, pc->c,
@@ -46,11 +46,11 @@ static uint32_t test_case_front_np_port(const test_port_case *pc, test_answers *
     const port_mapping_entry *e = test_phys_entry(pc);
 
     test_print_encoding(pc);
-    aux_cvn_np_front_port_to_mapping_info(pc->c, pc->code, pc->speed->ifsub_type, NULL,
-                                          &a->np_port, NULL, NULL);
+    aux_cvn_np_front_port_to_mapping_info(pc->c, pc->code, pc->speed->ifsub_type, NULL, &a->np_port,
+                                          NULL, NULL);
     if (a->np_port != e->np_port) {
-        printf("  %s front port (%d, %d, 0x%x) np_port %d != %d ERROR.\n", pc->speed->word,
-               pc->s, pc->c, pc->code, a->np_port, e->np_port);
+        printf("  %s front port (%d, %d, 0x%x) np_port %d != %d ERROR.\n", pc->speed->word, pc->s,
+               pc->c, pc->code, a->np_port, e->np_port);
         return 1;
     }
     printf("  %s front port (%d, %d, 0x%x) np_port %d = %d ok.\n", pc->speed->word, pc->s, pc->c,
@@ -62,11 +62,11 @@ static uint32_t test_case_front_port_type(const test_port_case *pc, test_answers
 {
     const port_mapping_entry *e = test_phys_entry(pc);
 
-    aux_cvn_np_front_port_to_mapping_info(pc->c, pc->code, pc->speed->ifsub_type, NULL, NULL,
-                                          NULL, &a->port_type);
+    aux_cvn_np_front_port_to_mapping_info(pc->c, pc->code, pc->speed->ifsub_type, NULL, NULL, NULL,
+                                          &a->port_type);
     if (a->port_type != e->port_type) {
-        printf("  %s subslot, front port (%d, 0x%x) type %d != %d ERROR.\n", pc->speed->word,
-               pc->s, pc->code, a->port_type, e->port_type);
+        printf("  %s subslot, front port (%d, 0x%x) type %d != %d ERROR.\n", pc->speed->word, pc->s,
+               pc->code, a->port_type, e->port_type);
         return 1;
     }
     printf("  %s subslot, front port (%d, 0x%x) type %d = %d ok.\n", pc->speed->word, pc->s,
@@ -103,15 +103,15 @@ static uint32_t test_case_front_mapping(const test_port_case *pc, test_answers *
         a->port_type != e->port_type) {
         printf("  %s subslot, front port (%d, 0x%x) np, np_port, fpport, type "
                "(%d, %d, 0x%x, %d) != (%d, %d, 0x%x, %d) ERROR.\n",
-               pc->speed->word, pc->s, pc->code, a->np, a->np_port, a->fplate_port,
-               a->port_type, e->np, e->np_port, e->fplate_port, e->port_type);
+               pc->speed->word, pc->s, pc->code, a->np, a->np_port, a->fplate_port, a->port_type,
+               e->np, e->np_port, e->fplate_port, e->port_type);
         return 1;
     }
     /* The ok line shows the code in decimal. */
     printf("  %s subslot, front port (%d, %d) np, np_port, fpport, type "
            "(%d, %d, 0x%x, %d) = (%d, %d, 0x%x, %d) ok.\n",
-           pc->speed->word, pc->s, pc->code, e->np, e->np_port, e->fplate_port, e->port_type,
-           e->np, e->np_port, e->fplate_port, e->port_type);
+           pc->speed->word, pc->s, pc->code, e->np, e->np_port, e->fplate_port, e->port_type, e->np,
+           e->np_port, e->fplate_port, e->port_type);
     return 0;
 }
 
@@ -127,8 +127,7 @@ uint32_t test_cvn_np_front_port_to_np_port(void)
 
 uint32_t test_cvn_np_front_port_to_port_type(void)
 {
-    return test_front_port_group("test_cvn_np_front_port_to_port_type",
-                                 test_case_front_port_type);
+    return test_front_port_group("test_cvn_np_front_port_to_port_type", test_case_front_port_type);
 }
 
 uint32_t test_cvn_np_front_port_to_face_plate_port(void)

@@ -118,8 +118,8 @@ static uint32_t test_case_np_to_fplate(const test_np_case *nc, test_answers *a)
                                     &a->port_type);
     if (a->fplate_port != e->fplate_port || a->port_type != e->port_type) {
         printf("  %s np, cage, port (%d, %d, %d) face_port, type (%d, %d) != (%d, %d) ERROR.\n",
-               nc->speed->word, nc->n, nc->k, nc->q, a->fplate_port, a->port_type,
-               e->fplate_port, e->port_type);
+               nc->speed->word, nc->n, nc->k, nc->q, a->fplate_port, a->port_type, e->fplate_port,
+               e->port_type);
         return 1;
     }
     printf("  %s np, cage, port (%d, %d, %d) face_port, type (%d, %d) = (%d, %d) ok.\n",

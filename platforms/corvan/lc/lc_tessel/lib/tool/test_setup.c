@@ -34,7 +34,7 @@ const port_mapping_entry *const *test_np_port_map_10ge;
 /* One family's tables, in the order the set-up stores them. */
 typedef struct test_family {
     const np_info *np_info;
-    const port_info *port_info[TEST_SPEEDS];                  /* 100G, 40G, 10G */
+    const port_info *port_info[TEST_SPEEDS]; /* 100G, 40G, 10G */
     const port_mapping_entry *port_map[TEST_SPEEDS];
     const port_mapping_entry *const *phys_map[TEST_SPEEDS];
     const port_mapping_entry *const *fplate_map[TEST_SPEEDS];
@@ -44,10 +44,8 @@ typedef struct test_family {
 static const test_family test_fenna = {
     &np_info_fenna,
     {port_info_fenna_100g, port_info_fenna_40g, port_info_fenna_10g},
-    {cvn_np_port_mapping_fenna_100g, cvn_np_port_mapping_fenna_40g,
-     cvn_np_port_mapping_fenna_10g},
-    {phys_front_port_map_fenna_100g, phys_front_port_map_fenna_40g,
-     phys_front_port_map_fenna_10g},
+    {cvn_np_port_mapping_fenna_100g, cvn_np_port_mapping_fenna_40g, cvn_np_port_mapping_fenna_10g},
+    {phys_front_port_map_fenna_100g, phys_front_port_map_fenna_40g, phys_front_port_map_fenna_10g},
     {fplate_port_map_fenna_100g, fplate_port_map_fenna_40g, fplate_port_map_fenna_10g},
     {np_local_port_map_fenna_100g, np_local_port_map_fenna_40g, np_local_port_map_fenna_10g},
 };
@@ -60,8 +58,7 @@ static const test_family test_brisca = {
     {phys_front_port_map_brisca_100g, phys_front_port_map_brisca_40g,
      phys_front_port_map_brisca_10g},
     {fplate_port_map_brisca_100g, fplate_port_map_brisca_40g, fplate_port_map_brisca_10g},
-    {np_local_port_map_brisca_100g, np_local_port_map_brisca_40g,
-     np_local_port_map_brisca_10g},
+    {np_local_port_map_brisca_100g, np_local_port_map_brisca_40g, np_local_port_map_brisca_10g},
 };
 
 /* Card types whose expected values we have.  The four-cage brisca cards
@@ -72,10 +69,8 @@ static const struct {
     uint32_t last;
     const test_family *family;
 } test_card_types[] = {
-    {0x3D0267u, 0x3D026Cu, &test_fenna},
-    {0x3D026Du, 0x3D0276u, &test_brisca},
-    {0x3D0278u, 0x3D0281u, &test_brisca},
-    {0x3D02AAu, 0x3D02BDu, &test_brisca},
+    {0x3D0267u, 0x3D026Cu, &test_fenna},  {0x3D026Du, 0x3D0276u, &test_brisca},
+    {0x3D0278u, 0x3D0281u, &test_brisca}, {0x3D02AAu, 0x3D02BDu, &test_brisca},
     {0x3D02C4u, 0x3D02C5u, &test_brisca},
 };
 
@@ -91,10 +86,7 @@ static const test_family *test_family_of(uint32_t card_type)
     return NULL;
 }
 
-int test_card_has_expected_values(uint32_t card_type)
-{
-    return test_family_of(card_type) != NULL;
-}
+int test_card_has_expected_values(uint32_t card_type) { return test_family_of(card_type) != NULL; }
 
 static void test_point_at(const test_family *f)
 {
@@ -145,6 +137,7 @@ uint32_t test_cvn_np_lib_init(uint32_t card_type)
     test_point_at(f);
 
     /* One statement per line: each line reports its own line number. */
+    /* clang-format off */
     printf("%s %d %s = 0x%08x\n", me, __LINE__, "test_np_info", TEST_ADDR(test_np_info));
     printf("%s %d %s = 0x%08x\n", me, __LINE__, "test_port_info_100ge", TEST_ADDR(test_port_info_100ge));
     printf("%s %d %s = 0x%08x\n", me, __LINE__, "test_port_map_100ge", TEST_ADDR(test_port_map_100ge));
@@ -161,6 +154,7 @@ uint32_t test_cvn_np_lib_init(uint32_t card_type)
     printf("%s %d %s = 0x%08x\n", me, __LINE__, "test_phys_map_10ge", TEST_ADDR(test_phys_map_10ge));
     printf("%s %d %s = 0x%08x\n", me, __LINE__, "test_fplate_map_10ge", TEST_ADDR(test_fplate_map_10ge));
     printf("%s %d %s = 0x%08x\n", me, __LINE__, "test_np_port_map_10ge", TEST_ADDR(test_np_port_map_10ge));
+    /* clang-format on */
 
     return cvn_np_lib_init(card_type);
 }

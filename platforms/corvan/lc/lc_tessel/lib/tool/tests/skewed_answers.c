@@ -55,10 +55,7 @@ uint32_t __wrap_cvn_np_how_many(void);
 uint32_t __wrap_cvn_np_chip_how_many(void);
 const card_version *__wrap_cvn_np_version_get(void);
 
-static int skewed_fenna(void)
-{
-    return cardtype >= 0x3D0267u && cardtype <= 0x3D026Cu;
-}
+static int skewed_fenna(void) { return cardtype >= 0x3D0267u && cardtype <= 0x3D026Cu; }
 
 static void skew(uint32_t *out)
 {
@@ -67,8 +64,7 @@ static void skew(uint32_t *out)
     }
 }
 
-const port_info *__wrap_aux_cvn_np_port_info_get(uint32_t subslot, uint32_t ifsubsys,
-                                                 uint32_t type)
+const port_info *__wrap_aux_cvn_np_port_info_get(uint32_t subslot, uint32_t ifsubsys, uint32_t type)
 {
     static const port_info three_of_40g[2] = {{3, 3}, {0, 8}};
 

@@ -29,21 +29,24 @@ namespace {
 struct Report {
     std::string out;
     std::string err;
-    int exit_code = -1;  // -1 when killed by a signal
+    int exit_code = -1; // -1 when killed by a signal
     int signal = 0;
     std::vector<std::string> lines;
 };
 
-std::string Slurp(int fd) {
+std::string Slurp(int fd)
+{
     std::string text;
     char buf[4096];
     lseek(fd, 0, SEEK_SET);
-    for (ssize_t n; (n = read(fd, buf, sizeof buf)) > 0;) text.append(buf, static_cast<size_t>(n));
+    for (ssize_t n; (n = read(fd, buf, sizeof buf)) > 0;)
+        text.append(buf, static_cast<size_t>(n));
     close(fd);
     return text;
 }
 
-int TempFd() {
+int TempFd()
+{
     char name[] = "/tmp/cvn_np_selftest_XXXXXX";
     int fd = mkstemp(name);
     unlink(name);
@@ -53,18 +56,22 @@ int TempFd() {
 // Runs `exe` with `args` in an environment of our own: nothing of the
 // caller's CVN_NP_SIM_* comes through, only `env` and the sanitizers' knobs.
 Report Start(const std::string &exe, const std::vector<std::string> &args,
-          const std::vector<std::string> &env = {}) {
+             const std::vector<std::string> &env = {})
+{
     std::vector<std::string> envs = {"PATH=/usr/bin:/bin"};
     for (const char *knob : {"ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS"}) {
-        if (const char *v = getenv(knob)) envs.push_back(std::string(knob) + "=" + v);
+        if (const char *v = getenv(knob))
+            envs.push_back(std::string(knob) + "=" + v);
     }
     envs.insert(envs.end(), env.begin(), env.end());
     std::vector<std::string> argv_s = {exe};
     argv_s.insert(argv_s.end(), args.begin(), args.end());
     std::vector<char *> argv, envp;
-    for (auto &a : argv_s) argv.push_back(a.data());
+    for (auto &a : argv_s)
+        argv.push_back(a.data());
     argv.push_back(nullptr);
-    for (auto &e : envs) envp.push_back(e.data());
+    for (auto &e : envs)
+        envp.push_back(e.data());
     envp.push_back(nullptr);
 
     int out_fd = TempFd(), err_fd = TempFd();
@@ -78,25 +85,32 @@ Report Start(const std::string &exe, const std::vector<std::string> &args,
     posix_spawn_file_actions_destroy(&actions);
     EXPECT_EQ(rc, 0) << "cannot start " << exe;
     int status = 0;
-    if (rc == 0) waitpid(pid, &status, 0);
-    if (WIFEXITED(status)) run.exit_code = WEXITSTATUS(status);
-    if (WIFSIGNALED(status)) run.signal = WTERMSIG(status);
+    if (rc == 0)
+        waitpid(pid, &status, 0);
+    if (WIFEXITED(status))
+        run.exit_code = WEXITSTATUS(status);
+    if (WIFSIGNALED(status))
+        run.signal = WTERMSIG(status);
     run.out = Slurp(out_fd);
     run.err = Slurp(err_fd);
     std::istringstream in(run.out);
-    for (std::string line; std::getline(in, line);) run.lines.push_back(line);
+    for (std::string line; std::getline(in, line);)
+        run.lines.push_back(line);
     return run;
 }
 
-Report Selftest(const std::vector<std::string> &args, const std::vector<std::string> &env = {}) {
+Report Selftest(const std::vector<std::string> &args, const std::vector<std::string> &env = {})
+{
     return Start(CVN_NP_SELFTEST_PATH, args, env);
 }
 
-bool Has(const std::vector<std::string> &lines, const std::string &line) {
+bool Has(const std::vector<std::string> &lines, const std::string &line)
+{
     return std::find(lines.begin(), lines.end(), line) != lines.end();
 }
 
-size_t CountPrefix(const std::vector<std::string> &lines, const std::string &prefix) {
+size_t CountPrefix(const std::vector<std::string> &lines, const std::string &prefix)
+{
     return std::count_if(lines.begin(), lines.end(),
                          [&](const std::string &l) { return l.rfind(prefix, 0) == 0; });
 }
@@ -105,19 +119,22 @@ size_t CountPrefix(const std::vector<std::string> &lines, const std::string &pre
 // per group the lines after its header.
 struct Block {
     std::vector<std::string> lines;
-    std::vector<std::string> order;  // group names in report order
+    std::vector<std::string> order; // group names in report order
     std::map<std::string, std::vector<std::string>> groups;
 };
 
-bool IsHex8(const std::string &s) {
+bool IsHex8(const std::string &s)
+{
     return s.size() == 8 && s.find_first_not_of("0123456789abcdef") == std::string::npos;
 }
 
 // The group name of a header line "<name> board type 0x%08x", or "".
-std::string HeaderName(const std::string &line) {
+std::string HeaderName(const std::string &line)
+{
     const std::string mark = " board type 0x";
     size_t at = line.find(mark);
-    if (at == std::string::npos || at == 0 || !IsHex8(line.substr(at + mark.size()))) return "";
+    if (at == std::string::npos || at == 0 || !IsHex8(line.substr(at + mark.size())))
+        return "";
     std::string name = line.substr(0, at);
     if (name.find_first_not_of("abcdefghijklmnopqrstuvwxyz_0123456789") != std::string::npos) {
         return "";
@@ -125,7 +142,8 @@ std::string HeaderName(const std::string &line) {
     return name;
 }
 
-std::vector<Block> Blocks(const std::vector<std::string> &lines) {
+std::vector<Block> Blocks(const std::vector<std::string> &lines)
+{
     std::vector<Block> blocks;
     std::string group;
     for (const auto &line : lines) {
@@ -133,7 +151,8 @@ std::vector<Block> Blocks(const std::vector<std::string> &lines) {
             blocks.emplace_back();
             group.clear();
         }
-        if (blocks.empty()) continue;
+        if (blocks.empty())
+            continue;
         Block &b = blocks.back();
         b.lines.push_back(line);
         if (line.rfind("Completed ", 0) == 0) {
@@ -148,38 +167,56 @@ std::vector<Block> Blocks(const std::vector<std::string> &lines) {
     return blocks;
 }
 
-bool IsCase(const std::string &l) {
+bool IsCase(const std::string &l)
+{
     auto ends = [&](const std::string &s) {
         return l.size() >= s.size() && l.compare(l.size() - s.size(), s.size(), s) == 0;
     };
     return l.rfind("  ", 0) == 0 && (ends(" ok.") || ends(" ERROR."));
 }
 
-size_t Cases(const std::vector<std::string> &g) { return std::count_if(g.begin(), g.end(), IsCase); }
+size_t Cases(const std::vector<std::string> &g)
+{
+    return std::count_if(g.begin(), g.end(), IsCase);
+}
 
-size_t Errors(const std::vector<std::string> &g) {
+size_t Errors(const std::vector<std::string> &g)
+{
     return std::count_if(g.begin(), g.end(), [](const std::string &l) {
         return IsCase(l) && l.size() > 7 && l.compare(l.size() - 7, 7, " ERROR.") == 0;
     });
 }
 
-const std::vector<std::string> kGroupOrder = {
-    "test_cvn_np_lib_init", "test_cvn_np_lib_testcard", "test_nplib_card_info",
-    "test_cvn_np_port_info_get", "test_cvn_np_subslot_info_get", "test_cvn_np_port_info_subslot",
-    "test_cvn_np_front_port_to_np", "test_cvn_np_front_port_to_np_port",
-    "test_cvn_np_front_port_to_port_type", "test_cvn_np_front_port_to_face_plate_port",
-    "test_cvn_np_front_port_mapping_info", "test_cvn_np_info_num_local_ports",
-    "test_cvn_np_info_to_front_port", "test_cvn_np_info_to_fplate_porttype",
-    "test_cvn_np_first_front_port_on_np", "test_cvn_np_first_fplate_porttype_on_np",
-    "test_cvn_faceplate_porttype_to_np", "test_cvn_faceplate_porttype_to_np_port",
-    "test_cvn_faceplate_porttype_to_phys_port", "test_cvn_faceplate_porttype_mapping_info",
-    "test_cvn_np_complex_to_subslot", "test_cvn_np_complex_to_np",
-    "test_cvn_np_set_if_subsys_type", "test_cvn_np_to_cpu_port_map"};
+const std::vector<std::string> kGroupOrder = {"test_cvn_np_lib_init",
+                                              "test_cvn_np_lib_testcard",
+                                              "test_nplib_card_info",
+                                              "test_cvn_np_port_info_get",
+                                              "test_cvn_np_subslot_info_get",
+                                              "test_cvn_np_port_info_subslot",
+                                              "test_cvn_np_front_port_to_np",
+                                              "test_cvn_np_front_port_to_np_port",
+                                              "test_cvn_np_front_port_to_port_type",
+                                              "test_cvn_np_front_port_to_face_plate_port",
+                                              "test_cvn_np_front_port_mapping_info",
+                                              "test_cvn_np_info_num_local_ports",
+                                              "test_cvn_np_info_to_front_port",
+                                              "test_cvn_np_info_to_fplate_porttype",
+                                              "test_cvn_np_first_front_port_on_np",
+                                              "test_cvn_np_first_fplate_porttype_on_np",
+                                              "test_cvn_faceplate_porttype_to_np",
+                                              "test_cvn_faceplate_porttype_to_np_port",
+                                              "test_cvn_faceplate_porttype_to_phys_port",
+                                              "test_cvn_faceplate_porttype_mapping_info",
+                                              "test_cvn_np_complex_to_subslot",
+                                              "test_cvn_np_complex_to_np",
+                                              "test_cvn_np_set_if_subsys_type",
+                                              "test_cvn_np_to_cpu_port_map"};
 
 // Number of case lines of every counted group for a card with `cages` cages
 // and `nps` NPs (two cages per NP, one subslot, 1 + 2 + 10 ports per cage
 // over the three speeds).
-std::map<std::string, size_t> CaseCounts(size_t cages, size_t nps) {
+std::map<std::string, size_t> CaseCounts(size_t cages, size_t nps)
+{
     const size_t ports = cages * 13;
     return {{"test_cvn_np_port_info_get", 3 * cages},
             {"test_cvn_np_front_port_to_np", ports},
@@ -203,7 +240,8 @@ std::map<std::string, size_t> CaseCounts(size_t cages, size_t nps) {
 // Checks one run block's structure: group order, headers, case counts,
 // summaries consistent with the ERROR lines, and the Completed line's sum.
 void CheckBlock(const Block &b, const std::string &card_hex, size_t cages, size_t nps,
-                size_t expected_errors) {
+                size_t expected_errors)
+{
     ASSERT_EQ(b.order, kGroupOrder);
     for (const auto &line : b.lines) {
         if (line.find(" board type 0x") != std::string::npos) {
@@ -216,15 +254,15 @@ void CheckBlock(const Block &b, const std::string &card_hex, size_t cages, size_
         EXPECT_EQ(Cases(g), count) << name;
         size_t errors = Errors(g);
         total += errors;
-        std::string summary = errors == 0 ? "  " + name + " passed."
-                                          : "  " + name + " has " + std::to_string(errors) +
-                                                " failed cases.";
+        std::string summary =
+            errors == 0 ? "  " + name + " passed."
+                        : "  " + name + " has " + std::to_string(errors) + " failed cases.";
         EXPECT_EQ(g.back(), summary) << name;
     }
     for (const char *name : {"test_cvn_np_subslot_info_get", "test_cvn_np_port_info_subslot",
                              "test_cvn_np_set_if_subsys_type", "test_cvn_np_to_cpu_port_map"}) {
-        EXPECT_EQ(b.groups.at(name), std::vector<std::string>{"  " + std::string(name) +
-                                                              " not implemented yet"});
+        EXPECT_EQ(b.groups.at(name),
+                  std::vector<std::string>{"  " + std::string(name) + " not implemented yet"});
     }
     // Only the first two front-port groups print the library's encoding.
     EXPECT_EQ(CountPrefix(b.groups.at("test_cvn_np_front_port_to_np"), "subslot "), cages * 13);
@@ -238,7 +276,8 @@ void CheckBlock(const Block &b, const std::string &card_hex, size_t cages, size_
 
 // ---- Coverage run -------------------------------------------------------
 
-TEST(SelftestCoverage, RunsFennaThenBriscaAndCountsOnlyBriscasPerCageNpCounts) {
+TEST(SelftestCoverage, RunsFennaThenBriscaAndCountsOnlyBriscasPerCageNpCounts)
+{
     Report r = Selftest({});
     EXPECT_EQ(r.exit_code, 0);
     EXPECT_EQ(r.err, "");
@@ -260,61 +299,63 @@ TEST(SelftestCoverage, RunsFennaThenBriscaAndCountsOnlyBriscasPerCageNpCounts) {
     CheckBlock(blocks[1], "003d0274", 8, 4, 12);
 }
 
-TEST(SelftestCoverage, KnownCasesPrintTheirExactLines) {
+TEST(SelftestCoverage, KnownCasesPrintTheirExactLines)
+{
     Report r = Selftest({"-c"});
     auto blocks = Blocks(r.lines);
     ASSERT_EQ(blocks.size(), 2u);
     const auto &fenna = blocks[0].lines;
     const auto &brisca = blocks[1].lines;
-    for (const char *l : {
-             "  board np info:", "    num_complex       = 3", "    num_cage          = 6",
-             "    ver_minor         = c", "    max_fpport_10g    = 60",
-             "    port_cage_10g     = 10", "    max_of_ifsubsys_per_subslot = 6",
-             "  testing cvn_np_how_many: 3 = 3, ok!", "  testing cvn_np_chip_how_many: 3 = 3, ok!",
-             "  testing cvn_np_version_get: 5.c = 5.c ok!",
-             "  40g subslot, cage (0, 5) port info (2, 3) = (2, 3) ok.",
-             "subslot 0 ifsubsys 5 type 0x00010002 port 9 phys_front_port 0x00000059",
-             "  10ge front port (0, 5, 0x59) np 2 = 2 ok.",
-             "  10ge front port (0, 5, 0x59) np_port 201 = 201 ok.",
-             "  100ge subslot, front port (0, 0x10) type 4 = 4 ok.",
-             "  40ge subslot, front port (0, 0x41) fpport, type (0x41, 3) = (0x41, 3) ok.",
-             // the ok line of the mapping group shows the code in decimal
-             "  100ge subslot, front port (0, 16) np, np_port, fpport, type (0, 116, 0x10, 4) = "
-             "(0, 116, 0x10, 4) ok.",
-             "  10ge np 2 num of ports 20 = 20 ok.", "  40ge np 1 num of ports 4 = 4 ok.",
-             "  10ge np, cage, port (1, 1, 195) front port 51 = 51 ok.",
-             "  40ge np, cage, port (2, 0, 100) face_port, type (65, 3) = (65, 3) ok.",
-             "  100ge np 1 first front port 0x20 = 0x20 ok.",
-             "  10ge np 2 first face port, type (64, 1) = (64, 1) ok.",
-             "  40ge face port (0, 5, 0x51) np 2 = 2 ok.",
-             "  40ge face port (0, 5, 0x51) np port 97 = 97 ok.",
-             "  10ge face port (0, 3, 0x37) front port 0x37 = 0x37 ok.",
-             "  40ge face port (0, 5, 81) np, np port, front port (2, 97, 0x51) = (2, 97, 0x51) ok.",
-             "  np 2 subslot 0 = 0 ok.", "  ingress np complex 2 np 2 = 2 ok.",
-             "  egress np complex 2 np 2 = 2 ok."}) {
+    for (const char *l :
+         {"  board np info:", "    num_complex       = 3", "    num_cage          = 6",
+          "    ver_minor         = c", "    max_fpport_10g    = 60", "    port_cage_10g     = 10",
+          "    max_of_ifsubsys_per_subslot = 6", "  testing cvn_np_how_many: 3 = 3, ok!",
+          "  testing cvn_np_chip_how_many: 3 = 3, ok!",
+          "  testing cvn_np_version_get: 5.c = 5.c ok!",
+          "  40g subslot, cage (0, 5) port info (2, 3) = (2, 3) ok.",
+          "subslot 0 ifsubsys 5 type 0x00010002 port 9 phys_front_port 0x00000059",
+          "  10ge front port (0, 5, 0x59) np 2 = 2 ok.",
+          "  10ge front port (0, 5, 0x59) np_port 201 = 201 ok.",
+          "  100ge subslot, front port (0, 0x10) type 4 = 4 ok.",
+          "  40ge subslot, front port (0, 0x41) fpport, type (0x41, 3) = (0x41, 3) ok.",
+          // the ok line of the mapping group shows the code in decimal
+          "  100ge subslot, front port (0, 16) np, np_port, fpport, type (0, 116, 0x10, 4) = "
+          "(0, 116, 0x10, 4) ok.",
+          "  10ge np 2 num of ports 20 = 20 ok.", "  40ge np 1 num of ports 4 = 4 ok.",
+          "  10ge np, cage, port (1, 1, 195) front port 51 = 51 ok.",
+          "  40ge np, cage, port (2, 0, 100) face_port, type (65, 3) = (65, 3) ok.",
+          "  100ge np 1 first front port 0x20 = 0x20 ok.",
+          "  10ge np 2 first face port, type (64, 1) = (64, 1) ok.",
+          "  40ge face port (0, 5, 0x51) np 2 = 2 ok.",
+          "  40ge face port (0, 5, 0x51) np port 97 = 97 ok.",
+          "  10ge face port (0, 3, 0x37) front port 0x37 = 0x37 ok.",
+          "  40ge face port (0, 5, 81) np, np port, front port (2, 97, 0x51) = (2, 97, 0x51) ok.",
+          "  np 2 subslot 0 = 0 ok.", "  ingress np complex 2 np 2 = 2 ok.",
+          "  egress np complex 2 np 2 = 2 ok."}) {
         EXPECT_TRUE(Has(fenna, l)) << "fenna: " << l;
     }
-    for (const char *l : {
-             "    num_cage          = 8", "    max_fpport_10g    = 80",
-             "  testing cvn_np_how_many: 4 = 4, ok!",
-             "  10ge subslot, front port (0, 121) np, np_port, fpport, type (3, 201, 0x79, 1) = "
-             "(3, 201, 0x79, 1) ok.",
-             "  100ge front port (0, 6, 0x60) np_port 117 = 117 ok.",
-             "  40ge np, cage, port (3, 1, 97) front port 113 = 113 ok.",
-             "  10ge np 3 first front port 0x60 = 0x60 ok.",
-             "  100ge face port (0, 7, 112) np, np port, front port (3, 116, 0x70) = "
-             "(3, 116, 0x70) ok.",
-             "  egress np complex 3 np 3 = 3 ok.",
-             "  100ge np 0 num of ports 1 != 2 ERROR.", "  100ge np 3 num of ports 1 != 2 ERROR.",
-             "  40ge np 1 num of ports 2 != 4 ERROR.", "  10ge np 2 num of ports 10 != 20 ERROR.",
-             "  test_cvn_np_info_num_local_ports has 12 failed cases."}) {
+    for (const char *l :
+         {"    num_cage          = 8", "    max_fpport_10g    = 80",
+          "  testing cvn_np_how_many: 4 = 4, ok!",
+          "  10ge subslot, front port (0, 121) np, np_port, fpport, type (3, 201, 0x79, 1) = "
+          "(3, 201, 0x79, 1) ok.",
+          "  100ge front port (0, 6, 0x60) np_port 117 = 117 ok.",
+          "  40ge np, cage, port (3, 1, 97) front port 113 = 113 ok.",
+          "  10ge np 3 first front port 0x60 = 0x60 ok.",
+          "  100ge face port (0, 7, 112) np, np port, front port (3, 116, 0x70) = "
+          "(3, 116, 0x70) ok.",
+          "  egress np complex 3 np 3 = 3 ok.", "  100ge np 0 num of ports 1 != 2 ERROR.",
+          "  100ge np 3 num of ports 1 != 2 ERROR.", "  40ge np 1 num of ports 2 != 4 ERROR.",
+          "  10ge np 2 num of ports 10 != 20 ERROR.",
+          "  test_cvn_np_info_num_local_ports has 12 failed cases."}) {
         EXPECT_TRUE(Has(brisca, l)) << "brisca: " << l;
     }
     // The mapping group's ok lines never show the code in hex.
     EXPECT_EQ(CountPrefix(brisca, "  10ge subslot, front port (0, 0x79) np, np_port"), 0u);
 }
 
-TEST(SelftestCoverage, ReportDoesNotDependOnWhatThePlatformReportsInTheCages) {
+TEST(SelftestCoverage, ReportDoesNotDependOnWhatThePlatformReportsInTheCages)
+{
     // The groups ask the explicit forms that take the cage and its type, so
     // neither empty cages nor other modules change a line.  The board run
     // asks the substitute for the card and so reads its module script too
@@ -325,7 +366,8 @@ TEST(SelftestCoverage, ReportDoesNotDependOnWhatThePlatformReportsInTheCages) {
         all10g += (c ? ",0:" : "0:") + std::to_string(c) + "=0x10002";
     }
     Report modules = Selftest({"-b"}, {"CVN_NP_SIM_IFSUBSYS=" + all10g});
-    Report mixed = Selftest({"-b"}, {"CVN_NP_SIM_IFSUBSYS=0:0=0x10000,0:3=0x10001,0:5=0x10003,0:7=77"});
+    Report mixed =
+        Selftest({"-b"}, {"CVN_NP_SIM_IFSUBSYS=0:0=0x10000,0:3=0x10001,0:5=0x10003,0:7=77"});
     Report malformed = Selftest({"-b"}, {"CVN_NP_SIM_IFSUBSYS=0:0"});
     EXPECT_EQ(malformed.exit_code, 2);
     EXPECT_EQ(modules.exit_code, 0);
@@ -349,7 +391,8 @@ TEST(SelftestCoverage, ReportDoesNotDependOnWhatThePlatformReportsInTheCages) {
 // formats and loops and the card's wiring; the 16 address lines are left
 // as "" (their values move from run to run).
 std::string Fmt(const char *format, ...) __attribute__((format(printf, 1, 2)));
-std::string Fmt(const char *format, ...) {
+std::string Fmt(const char *format, ...)
+{
     char buf[512];
     va_list ap;
     va_start(ap, format);
@@ -367,7 +410,8 @@ const Speed kSpeeds[] = {{"100ge", "100g", 0x10000, 4, 1, 117, 116},
                          {"10ge", "10g", 0x10002, 1, 10, 204, 192}};
 
 std::vector<std::string> ExpectedCard(const char *starting, unsigned card, int cages,
-                                      bool per_cage_np_count) {
+                                      bool per_cage_np_count)
+{
     const int nps = cages / 2;
     const int ports_10g = cages * 10;
     std::vector<std::string> out;
@@ -404,13 +448,15 @@ std::vector<std::string> ExpectedCard(const char *starting, unsigned card, int c
 
     out.push_back(Fmt(starting, card));
     header("test_cvn_np_lib_init");
-    for (int i = 0; i < 16; ++i) out.push_back("");
+    for (int i = 0; i < 16; ++i)
+        out.push_back("");
     header("test_cvn_np_lib_testcard");
 
     header("test_nplib_card_info");
     out.push_back("  board np info:");
-    const int fields[] = {1, 0, nps, nps, 1, cages, 2, 5, 'c', 9216, cages, 2 * cages, ports_10g,
-                          1, 8, cages, 2 * cages, ports_10g, 1, 2, 10};
+    const int fields[] = {1, 0,     nps,       nps,       1,         cages,     2,
+                          5, 'c',   9216,      cages,     2 * cages, ports_10g, 1,
+                          8, cages, 2 * cages, ports_10g, 1,         2,         10};
     const char *formats[] = {
         "    sw_version        = %d", "    sw_status         = %d", "    num_np            = %d",
         "    num_complex       = %d", "    np_per_complex    = %d", "    num_cage          = %d",
@@ -419,9 +465,10 @@ std::vector<std::string> ExpectedCard(const char *starting, unsigned card, int c
         "    max_fpport_10g    = %d", "    num_subslot       = %d", "    max_port_cage     = %d",
         "    port_subslot_100g = %d", "    port_subslot_40g  = %d", "    port_subslot_10g  = %d",
         "    port_cage_100g    = %d", "    port_cage_40g     = %d", "    port_cage_10g     = %d"};
-    for (size_t i = 0; i < 21; ++i) out.push_back(Fmt(formats[i], fields[i]));
-    out.push_back("");  // the last field line ends in an empty line
-    out.push_back("");  // and the subslot block starts with one
+    for (size_t i = 0; i < 21; ++i)
+        out.push_back(Fmt(formats[i], fields[i]));
+    out.push_back(""); // the last field line ends in an empty line
+    out.push_back(""); // and the subslot block starts with one
     out.push_back("  board subslot info:");
     out.push_back(Fmt("    num_of_subslots       = %d", 1));
     out.push_back(Fmt("    max_of_ifsubsys_per_subslot = %d", cages));
@@ -448,8 +495,8 @@ std::vector<std::string> ExpectedCard(const char *starting, unsigned card, int c
     });
     front_loop("test_cvn_np_front_port_to_np_port", true,
                [&](const Speed &sp, int c, int p, int code) {
-                   return Fmt("  %s front port (%d, %d, 0x%x) np_port %d = %d ok.", sp.word, 0,
-                              c, code, np_port(sp, c, p), np_port(sp, c, p));
+                   return Fmt("  %s front port (%d, %d, 0x%x) np_port %d = %d ok.", sp.word, 0, c,
+                              code, np_port(sp, c, p), np_port(sp, c, p));
                });
     front_loop("test_cvn_np_front_port_to_port_type", false,
                [&](const Speed &sp, int, int, int code) {
@@ -463,24 +510,23 @@ std::vector<std::string> ExpectedCard(const char *starting, unsigned card, int c
                               sp.word, 0, code, 16 * c + p, sp.port_type_code, 16 * c + p,
                               sp.port_type_code);
                });
-    front_loop("test_cvn_np_front_port_mapping_info", false,
-               [&](const Speed &sp, int c, int p, int code) {
-                   return Fmt("  %s subslot, front port (%d, %d) np, np_port, fpport, type "
-                              "(%d, %d, 0x%x, %d) = (%d, %d, 0x%x, %d) ok.",
-                              sp.word, 0, code, c / 2, np_port(sp, c, p), 16 * c + p,
-                              sp.port_type_code, c / 2, np_port(sp, c, p), 16 * c + p,
-                              sp.port_type_code);
-               });
+    front_loop(
+        "test_cvn_np_front_port_mapping_info", false, [&](const Speed &sp, int c, int p, int code) {
+            return Fmt("  %s subslot, front port (%d, %d) np, np_port, fpport, type "
+                       "(%d, %d, 0x%x, %d) = (%d, %d, 0x%x, %d) ok.",
+                       sp.word, 0, code, c / 2, np_port(sp, c, p), 16 * c + p, sp.port_type_code,
+                       c / 2, np_port(sp, c, p), 16 * c + p, sp.port_type_code);
+        });
 
     header("test_cvn_np_info_num_local_ports");
     for (const Speed &sp : kSpeeds) {
         for (int n = 0; n < nps; ++n) {
             int expected = 2 * static_cast<int>(sp.port_cage);
             int got = per_cage_np_count ? static_cast<int>(sp.port_cage) : expected;
-            out.push_back(got != expected
-                              ? Fmt("  %s np %d num of ports %d != %d ERROR.", sp.word, n, got,
-                                    expected)
-                              : Fmt("  %s np %d num of ports %d = %d ok.", sp.word, n, got, got));
+            out.push_back(
+                got != expected
+                    ? Fmt("  %s np %d num of ports %d != %d ERROR.", sp.word, n, got, expected)
+                    : Fmt("  %s np %d num of ports %d = %d ok.", sp.word, n, got, got));
         }
     }
     summary("test_cvn_np_info_num_local_ports", per_cage_np_count ? 3 * nps : 0);
@@ -493,12 +539,12 @@ std::vector<std::string> ExpectedCard(const char *starting, unsigned card, int c
                     for (int p = 0; p < static_cast<int>(sp.port_cage); ++p) {
                         int c = 2 * n + k, q = np_port(sp, c, p), f = 16 * c + p;
                         out.push_back(
-                            fplate ? Fmt("  %s np, cage, port (%d, %d, %d) face_port, type "
-                                         "(%d, %d) = (%d, %d) ok.",
-                                         sp.word, n, k, q, f, sp.port_type_code, f,
-                                         sp.port_type_code)
-                                   : Fmt("  %s np, cage, port (%d, %d, %d) front port %d = %d ok.",
-                                         sp.word, n, k, q, f, f));
+                            fplate
+                                ? Fmt("  %s np, cage, port (%d, %d, %d) face_port, type "
+                                      "(%d, %d) = (%d, %d) ok.",
+                                      sp.word, n, k, q, f, sp.port_type_code, f, sp.port_type_code)
+                                : Fmt("  %s np, cage, port (%d, %d, %d) front port %d = %d ok.",
+                                      sp.word, n, k, q, f, f));
                     }
                 }
             }
@@ -513,11 +559,11 @@ std::vector<std::string> ExpectedCard(const char *starting, unsigned card, int c
         for (const Speed &sp : kSpeeds) {
             for (int n = 0; n < nps; ++n) {
                 int f = 16 * (2 * n);
-                out.push_back(fplate ? Fmt("  %s np %d first face port, type (%d, %d) = "
-                                           "(%d, %d) ok.",
-                                           sp.word, n, f, sp.port_type_code, f, sp.port_type_code)
-                                     : Fmt("  %s np %d first front port 0x%x = 0x%x ok.", sp.word,
-                                           n, f, f));
+                out.push_back(
+                    fplate ? Fmt("  %s np %d first face port, type (%d, %d) = "
+                                 "(%d, %d) ok.",
+                                 sp.word, n, f, sp.port_type_code, f, sp.port_type_code)
+                           : Fmt("  %s np %d first front port 0x%x = 0x%x ok.", sp.word, n, f, f));
             }
         }
         summary(name, 0);
@@ -525,10 +571,11 @@ std::vector<std::string> ExpectedCard(const char *starting, unsigned card, int c
     first_port("test_cvn_np_first_front_port_on_np", false);
     first_port("test_cvn_np_first_fplate_porttype_on_np", true);
 
-    front_loop("test_cvn_faceplate_porttype_to_np", false, [&](const Speed &sp, int c, int, int code) {
-        return Fmt("  %s face port (%d, %d, 0x%x) np %d = %d ok.", sp.word, 0, c, code, c / 2,
-                   c / 2);
-    });
+    front_loop("test_cvn_faceplate_porttype_to_np", false,
+               [&](const Speed &sp, int c, int, int code) {
+                   return Fmt("  %s face port (%d, %d, 0x%x) np %d = %d ok.", sp.word, 0, c, code,
+                              c / 2, c / 2);
+               });
     front_loop("test_cvn_faceplate_porttype_to_np_port", false,
                [&](const Speed &sp, int c, int p, int code) {
                    return Fmt("  %s face port (%d, %d, 0x%x) np port %d = %d ok.", sp.word, 0, c,
@@ -548,7 +595,8 @@ std::vector<std::string> ExpectedCard(const char *starting, unsigned card, int c
                });
 
     header("test_cvn_np_complex_to_subslot");
-    for (int n = 0; n < nps; ++n) out.push_back(Fmt("  np %d subslot %d = 0 ok.", n, 0));
+    for (int n = 0; n < nps; ++n)
+        out.push_back(Fmt("  np %d subslot %d = 0 ok.", n, 0));
     summary("test_cvn_np_complex_to_subslot", 0);
     header("test_cvn_np_complex_to_np");
     for (int c = 0; c < nps; ++c) {
@@ -564,7 +612,8 @@ std::vector<std::string> ExpectedCard(const char *starting, unsigned card, int c
     return out;
 }
 
-TEST(SelftestCoverage, WholeReportLineByLine) {
+TEST(SelftestCoverage, WholeReportLineByLine)
+{
     Report r = Selftest({});
     std::vector<std::string> expected =
         ExpectedCard("Starting coverage test for FENNA(0x%08x).", 0x3D0267, 6, false);
@@ -573,8 +622,7 @@ TEST(SelftestCoverage, WholeReportLineByLine) {
     expected.insert(expected.end(), brisca.begin(), brisca.end());
     ASSERT_EQ(r.lines.size(), expected.size());
     for (size_t i = 0; i < expected.size(); ++i) {
-        if (expected[i].empty() && i > 0 &&
-            r.lines[i].rfind("test_cvn_np_lib_init ", 0) == 0) {
+        if (expected[i].empty() && i > 0 && r.lines[i].rfind("test_cvn_np_lib_init ", 0) == 0) {
             // An address line: its own test checks names, line numbers, digits.
             EXPECT_NE(r.lines[i].find(" = 0x"), std::string::npos) << "line " << i + 1;
             continue;
@@ -586,13 +634,14 @@ TEST(SelftestCoverage, WholeReportLineByLine) {
 
 // ---- Set-up ---------------------------------------------------------------
 
-TEST(SelftestSetup, PrintsSixteenAddressLinesFromConsecutiveSourceLines) {
+TEST(SelftestSetup, PrintsSixteenAddressLinesFromConsecutiveSourceLines)
+{
     const std::vector<std::string> names = {
-        "test_np_info",          "test_port_info_100ge", "test_port_map_100ge",
-        "test_phys_map_100ge",   "test_fplate_map_100ge", "test_np_port_map_100ge",
-        "test_port_info_40ge",   "test_port_map_40ge",   "test_phys_map_40ge",
-        "test_fplate_map_40ge",  "test_np_port_map_40ge", "test_port_info_10ge",
-        "test_port_map_10ge",    "test_phys_map_10ge",   "test_fplate_map_10ge",
+        "test_np_info",         "test_port_info_100ge",  "test_port_map_100ge",
+        "test_phys_map_100ge",  "test_fplate_map_100ge", "test_np_port_map_100ge",
+        "test_port_info_40ge",  "test_port_map_40ge",    "test_phys_map_40ge",
+        "test_fplate_map_40ge", "test_np_port_map_40ge", "test_port_info_10ge",
+        "test_port_map_10ge",   "test_phys_map_10ge",    "test_fplate_map_10ge",
         "test_np_port_map_10ge"};
     Report r = Selftest({});
     auto blocks = Blocks(r.lines);
@@ -612,25 +661,28 @@ TEST(SelftestSetup, PrintsSixteenAddressLinesFromConsecutiveSourceLines) {
                 << lines[i];
             EXPECT_EQ(static_cast<size_t>(used), lines[i].size()) << lines[i];
             EXPECT_TRUE(IsHex8(hex)) << lines[i];
-            if (i == 0) first_line[b] = line;
+            if (i == 0)
+                first_line[b] = line;
             EXPECT_EQ(line, first_line[b] + static_cast<int>(i)) << lines[i];
             EXPECT_EQ(name, names[i]);
             values[b].push_back(hex);
         }
     }
-    EXPECT_EQ(first_line[0], first_line[1]);  // the same statements print both cards
+    EXPECT_EQ(first_line[0], first_line[1]); // the same statements print both cards
     // Sixteen distinct tables per card, and fenna's are not brisca's.
     for (size_t b = 0; b < 2; ++b) {
         auto v = values[b];
         std::sort(v.begin(), v.end());
         EXPECT_EQ(std::unique(v.begin(), v.end()), v.end());
     }
-    for (size_t i = 0; i < 16; ++i) EXPECT_NE(values[0][i], values[1][i]) << names[i];
+    for (size_t i = 0; i < 16; ++i)
+        EXPECT_NE(values[0][i], values[1][i]) << names[i];
 }
 
 // ---- Options ----------------------------------------------------------------
 
-TEST(SelftestOptions, HelpPrintsOnlyTheUsageText) {
+TEST(SelftestOptions, HelpPrintsOnlyTheUsageText)
+{
     const std::string usage = std::string("\nUsage: ") + CVN_NP_SELFTEST_PATH +
                               " [options]\n  -B | -b : board test\n"
                               "  -C | -c : covarage test[default]\n"
@@ -643,13 +695,13 @@ TEST(SelftestOptions, HelpPrintsOnlyTheUsageText) {
     }
 }
 
-TEST(SelftestOptions, TheLastModeOptionDecidesAndUnknownOptionsAreIgnored) {
+TEST(SelftestOptions, TheLastModeOptionDecidesAndUnknownOptionsAreIgnored)
+{
     const std::string coverage = "Starting coverage test for FENNA(0x003d0267).";
     const std::string board = "Starting board test for card 0x003d026a.";
     const std::vector<std::pair<std::vector<std::string>, std::string>> cases = {
-        {{"-b", "-c"}, coverage}, {{"-c", "-b"}, board}, {{"-B"}, board},
-        {{"-C"}, coverage},       {{"-x"}, coverage},    {{"-x", "-b"}, board},
-        {{"-bC"}, coverage},      {{"-Cb"}, board}};
+        {{"-b", "-c"}, coverage}, {{"-c", "-b"}, board}, {{"-B"}, board},     {{"-C"}, coverage},
+        {{"-x"}, coverage},       {{"-x", "-b"}, board}, {{"-bC"}, coverage}, {{"-Cb"}, board}};
     for (const auto &[args, first] : cases) {
         Report r = Selftest(args, {"CVN_NP_SIM_CARD_TYPE=0x3D026A"});
         ASSERT_FALSE(r.lines.empty());
@@ -661,7 +713,8 @@ TEST(SelftestOptions, TheLastModeOptionDecidesAndUnknownOptionsAreIgnored) {
 
 // ---- Board run ----------------------------------------------------------------
 
-TEST(SelftestBoard, ChecksTheCardThePlatformReports) {
+TEST(SelftestBoard, ChecksTheCardThePlatformReports)
+{
     struct Card {
         std::string env, hex;
         size_t cages, nps, errors;
@@ -670,7 +723,7 @@ TEST(SelftestBoard, ChecksTheCardThePlatformReports) {
                              Card{"CVN_NP_SIM_CARD_TYPE=3998405", "003d02c5", 8, 4, 12},
                              Card{"", "003d0274", 8, 4, 12}}) {
         Report r = Selftest({"-b"}, card.env.empty() ? std::vector<std::string>{}
-                                                  : std::vector<std::string>{card.env});
+                                                     : std::vector<std::string>{card.env});
         EXPECT_EQ(r.exit_code, 0);
         auto blocks = Blocks(r.lines);
         ASSERT_EQ(blocks.size(), 1u) << card.hex;
@@ -681,10 +734,12 @@ TEST(SelftestBoard, ChecksTheCardThePlatformReports) {
     }
 }
 
-TEST(SelftestBoard, CardWithoutExpectedValuesStopsAfterOneLine) {
+TEST(SelftestBoard, CardWithoutExpectedValuesStopsAfterOneLine)
+{
     // Between two brisca ranges, a tolvar card the library serves, below
     // the first known type, and far outside.
-    for (const std::string &hex : std::vector<std::string>{"003d0277", "003d0296", "003d0266", "12345678"}) {
+    for (const std::string &hex :
+         std::vector<std::string>{"003d0277", "003d0296", "003d0266", "12345678"}) {
         Report r = Selftest({"-b"}, {"CVN_NP_SIM_CARD_TYPE=0x" + hex});
         EXPECT_EQ(r.exit_code, 0) << hex;
         EXPECT_EQ(r.err, "") << hex;
@@ -696,7 +751,8 @@ TEST(SelftestBoard, CardWithoutExpectedValuesStopsAfterOneLine) {
     }
 }
 
-TEST(SelftestBoard, FourCageBriscaCardEndsInTheLibrarysCageAssertion) {
+TEST(SelftestBoard, FourCageBriscaCardEndsInTheLibrarysCageAssertion)
+{
     // Checked against the eight-cage tables, the run reaches cage 4 in the
     // port-information group and the library stops it; every line printed
     // before the abort is still in the report.
@@ -708,7 +764,8 @@ TEST(SelftestBoard, FourCageBriscaCardEndsInTheLibrarysCageAssertion) {
     EXPECT_TRUE(Has(r.lines, "  testing cvn_np_how_many: 4 = 4, ok!"));
     // "<path>: <line> <condition> -- assertion failed", nothing else.
     const std::string path = "platforms/corvan/lc/lc_tessel/lib/src/cvn_np_lib_brisca_4p.cpp: ";
-    const std::string tail = " ifsubsys_num < brisca_4p_card_np_info->num_cage -- assertion failed\n";
+    const std::string tail =
+        " ifsubsys_num < brisca_4p_card_np_info->num_cage -- assertion failed\n";
     ASSERT_GT(r.err.size(), path.size() + tail.size()) << r.err;
     EXPECT_EQ(r.err.substr(0, path.size()), path) << r.err;
     EXPECT_EQ(r.err.substr(r.err.size() - tail.size()), tail) << r.err;
@@ -718,14 +775,16 @@ TEST(SelftestBoard, FourCageBriscaCardEndsInTheLibrarysCageAssertion) {
 
 // ---- ERROR forms, against a library that is wrong in known places ------------
 
-TEST(SelftestErrorLines, EveryGroupPrintsItsErrorFormAndCountsIt) {
+TEST(SelftestErrorLines, EveryGroupPrintsItsErrorFormAndCountsIt)
+{
     Report r = Start(CVN_NP_SELFTEST_SKEWED_PATH, {});
     EXPECT_EQ(r.exit_code, 0);
     auto blocks = Blocks(r.lines);
     ASSERT_EQ(blocks.size(), 2u);
     // One skewed case in each of 17 counted groups, two in the complex-to-NP
     // group; brisca's NP count fails in all 12 cases anyway.
-    for (auto &b : blocks) b.lines.pop_back();
+    for (auto &b : blocks)
+        b.lines.pop_back();
     CheckBlock(blocks[0], "003d0267", 6, 3, 18);
     CheckBlock(blocks[1], "003d0274", 8, 4, 29);
     const std::vector<std::string> both = {
@@ -746,8 +805,7 @@ TEST(SelftestErrorLines, EveryGroupPrintsItsErrorFormAndCountsIt) {
         "  40ge face port (0, 5, 0x51) front port 0x52 != 0x51 ERROR.",
         "  40ge face port (0, 5, 81) np, np port, front port (3, 98, 0x52) != (2, 97, 0x51) "
         "ERROR.",
-        "  np 1 subslot 1 != 0 ERROR.",
-        "  ingress np complex 2 np 3 != 2 ERROR.",
+        "  np 1 subslot 1 != 0 ERROR.", "  ingress np complex 2 np 3 != 2 ERROR.",
         "  egress np complex 2 np 4 != 2 ERROR."};
     for (const auto &l : both) {
         EXPECT_TRUE(Has(blocks[0].lines, l)) << "fenna: " << l;
@@ -756,16 +814,16 @@ TEST(SelftestErrorLines, EveryGroupPrintsItsErrorFormAndCountsIt) {
     EXPECT_TRUE(Has(blocks[0].lines, "  10ge np 2 num of ports 21 != 20 ERROR."));
     EXPECT_TRUE(Has(blocks[1].lines, "  10ge np 2 num of ports 11 != 20 ERROR."));
     // The card summary's checks print ERROR! and count nothing.
-    for (const char *l : {"  testing cvn_np_how_many: 4 != 3, ERROR!",
-                                 "  testing cvn_np_chip_how_many: 3 = 3, ok!",
-                                 "  testing cvn_np_version_get: cant get NP version. ERROR!"}) {
+    for (const char *l :
+         {"  testing cvn_np_how_many: 4 != 3, ERROR!", "  testing cvn_np_chip_how_many: 3 = 3, ok!",
+          "  testing cvn_np_version_get: cant get NP version. ERROR!"}) {
         EXPECT_TRUE(Has(blocks[0].groups.at("test_nplib_card_info"), l)) << l;
     }
-    for (const char *l : {"  testing cvn_np_how_many: 4 = 4, ok!",
-                                 "  testing cvn_np_chip_how_many: 5 != 4, ERROR!",
-                                 "  testing cvn_np_version_get: 5.d != 5.c ERROR!"}) {
+    for (const char *l :
+         {"  testing cvn_np_how_many: 4 = 4, ok!", "  testing cvn_np_chip_how_many: 5 != 4, ERROR!",
+          "  testing cvn_np_version_get: 5.d != 5.c ERROR!"}) {
         EXPECT_TRUE(Has(blocks[1].groups.at("test_nplib_card_info"), l)) << l;
     }
 }
 
-}  // namespace
+} // namespace
