@@ -275,22 +275,11 @@ template <const family &F> struct engine {
 
     // What the platform reports in the cage of a front port.  The type
     // stays NONE (and subslot and cage 0) when the query fails.
-    struct cage_answer {
-        uint32_t status;
-        uint32_t subslot;
-        uint32_t ifsubsys;
-        uint32_t type;
-    };
-    static cage_answer query(uint32_t front)
-    {
-        cage_answer a{0, 0, 0, CVN_NP_IFSUB_TYPE_NONE};
-        a.status = aux_cvn_np_front_port_to_ifsubsys(front, &a.subslot, &a.ifsubsys, &a.type);
-        return a;
-    }
+    using cage_answer = common::place_answer;
+    static cage_answer query(uint32_t front) { return common::query_front_port(front); }
     static cage_answer query_cage(uint32_t subslot, uint32_t cage)
     {
-        return query(cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port(static_cast<uint16_t>(subslot),
-                                                                     cage, 0));
+        return common::query_place(subslot, cage);
     }
 
     // The cages of NP n: `cage_per_complex` of them from its first cage.

@@ -60,6 +60,27 @@ inline void np_port_to_mapping_info(const port_mapping_entry *const *entries, ui
     }
 }
 
+// What slot 37 reports for a front port's cage or instance.  The type
+// stays NONE (and subslot and place 0) when the query fails.
+struct place_answer {
+    uint32_t status;
+    uint32_t subslot;
+    uint32_t ifsubsys;
+    uint32_t type;
+};
+inline place_answer query_front_port(uint32_t front)
+{
+    place_answer a{0, 0, 0, CVN_NP_IFSUB_TYPE_NONE};
+    a.status = aux_cvn_np_front_port_to_ifsubsys(front, &a.subslot, &a.ifsubsys, &a.type);
+    return a;
+}
+// Slot 37 on port 0 of cage (or instance) `place` of a subslot.
+inline place_answer query_place(uint32_t subslot, uint32_t place)
+{
+    return query_front_port(
+        cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port(static_cast<uint16_t>(subslot), place, 0));
+}
+
 // ---- Slots with a fixed answer ----
 
 // Slot 26: the type is the platform's business; accepted and ignored.

@@ -329,23 +329,12 @@ template <const family &F> struct engine {
 
     // Slot 37 on a front port: the place it names and the type there (type
     // NONE, subslot and ifsubsys 0 when the query fails).
-    struct query_answer {
-        uint32_t status;
-        uint32_t subslot;
-        uint32_t ifsubsys;
-        uint32_t type;
-    };
-    static query_answer query(uint32_t front)
-    {
-        query_answer a{0, 0, 0, CVN_NP_IFSUB_TYPE_NONE};
-        a.status = aux_cvn_np_front_port_to_ifsubsys(front, &a.subslot, &a.ifsubsys, &a.type);
-        return a;
-    }
+    using query_answer = common::place_answer;
+    static query_answer query(uint32_t front) { return common::query_front_port(front); }
     // Slot 37 on the first port of a subslot's instance.
     static query_answer query_instance(uint32_t subslot, uint32_t instance)
     {
-        return query(cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port(static_cast<uint16_t>(subslot),
-                                                                     instance, 0));
+        return common::query_place(subslot, instance);
     }
 
     // ---- slots 0-7: card summary ----
