@@ -1,0 +1,2 @@
+// placeholder: the suite is being written
+#include "test_support.h"
