@@ -1,2 +1,564 @@
-// placeholder: the suite is being written
+// The tolvar families (2-slice: one NP per subslot; 1-slice: one NP serving
+// both bays): their exported tables field by field, and every operation over
+// every EP type and port, with expected values written out from the wiring
+// rules below, never read from the library.
+#include <array>
+#include <cstring>
+#include <string>
+#include <vector>
+
 #include "test_support.h"
+
+namespace {
+
+using cvn_test::kFailStatus;
+using cvn_test::kInvalid;
+using cvn_test::kSentinel;
+using V = std::vector<uint32_t>;
+constexpr uint32_t kAny = CVN_NP_IFSUB_ANY, kNone = CVN_NP_IFSUB_TYPE_NONE, X = 99;
+constexpr uint32_t k100 = 0x10000, k40 = 0x10001, k10 = 0x10002, k40b = 0x10003;
+const V kUntouched3(3, kSentinel), kUntouched4(4, kSentinel);
+
+// compose(subslot, v): subslot in bits 7..6, port bits 5..0.
+uint32_t C(uint32_t s, uint32_t v) { return ((s << 6) & 0xFF) | (v & 0x3F); }
+
+// One EP row.  Entry k has NP-local port lo + step*k below `split`, then
+// hi + (k - split); its port bits are k below `fsplit`, then 16 + (k - fsplit)
+// (instance 1 of a split subslot).  `shares`: the row whose entries and list
+// this one uses.
+struct Row {
+    uint32_t type, base, span, n, ptype, count, lo, step, split, hi, fsplit;
+    int shares;
+};
+uint32_t NpPort(const Row &r, uint32_t k)
+{
+    return k < r.split ? r.lo + r.step * k : r.hi + k - r.split;
+}
+uint32_t Bits(const Row &r, uint32_t k) { return k < r.fsplit ? k : 16 + k - r.fsplit; }
+
+// clang-format off
+//  type  base span  n pt list  lo step split hi fsplit shares
+const std::vector<Row> k2SliceRows = {
+    {566,  192, 201,  2, 1,  2, 192, 2, X,  0,   X,  -1},
+    {567,  192, 201,  4, 1,  4, 192, 2, X,  0,   X,  -1},
+    {568,  192, 201,  8, 1,  8, 192, 1, X,  0,   X,  -1},
+    {573,  192, 201, 16, 1, 16, 192, 1, 8,  204, X,  -1},
+    {576,  192, 201, 20, 1, 20, 192, 1, 10, 204, X,  -1},
+    {578,  192, 201, 20, 1, 20, 192, 1, 10, 204, X,   4},
+    {570,  96,  97,   2, 3,  2, 96,  1, X,  0,   X,  -1},
+    {571,  96,  97,   1, 3,  1, 96,  1, X,  0,   X,  -1},
+    {565,  192, 201, 20, 0, 20, 16,  1, 10, 28,  X,  -1},
+    {k100, 116, 2,    2, 4,  2, 116, 1, 1,  117, 1,  -1},
+    {k10,  192, 20,  20, 1, 10, 192, 1, 10, 204, 10, -1},
+    {k40,  96,  4,    4, 3,  2, 96,  1, 2,  99,  2,  -1},
+    {k40b, 96,  4,    4, 3,  2, 96,  1, 2,  99,  2,  11}};
+const std::vector<Row> kBay0Rows = {
+    {566,  192, 201,  2, 1,  2, 192, 2, X,  0,   X,  -1},
+    {567,  192, 213,  4, 1,  4, 192, 2, X,  0,   X,  -1},
+    {568,  192, 213,  8, 1,  8, 192, 1, X,  0,   X,  -1},
+    {570,  96,  100,  2, 3,  2, 96,  1, X,  0,   X,  -1},
+    {571,  96,  100,  1, 3,  1, 96,  1, X,  0,   X,  -1},
+    {565,  192, 213, 20, 0, 20, 16,  1, 10, 28,  X,  -1},
+    {573,  192, 213, 16, 1, 16, 192, 1, 8,  204, X,  -1},
+    {576,  192, 201, 20, 1, 20, 192, 1, 10, 204, X,  -1},
+    {578,  192, 201, 20, 1, 20, 192, 1, 10, 204, X,   7},
+    {k100, 116, 117,  2, 4,  2, 116, 1, 1,  117, 1,  -1},
+    {k10,  192, 213, 20, 1, 10, 192, 1, 10, 204, 10, -1},
+    {k40,  96,  100,  4, 3,  2, 96,  1, 2,  99,  2,  -1}};
+const std::vector<Row> kBay1Rows = {
+    {566,  192, 213,  2, 1,  2, 204, 2, X,  0,   X,  -1},
+    {567,  192, 213,  4, 1,  4, 204, 2, X,  0,   X,  -1},
+    {568,  192, 213,  8, 1,  8, 204, 1, X,  0,   X,  -1},
+    {570,  96,  100,  2, 3,  2, 99,  1, X,  0,   X,  -1},
+    {571,  96,  100,  1, 3,  1, 99,  1, X,  0,   X,  -1},
+    {565,  192, 213, 20, 0, 20, 128, 1, 10, 140, X,  -1},
+    {k100, 116, 117,  1, 4,  1, 117, 1, X,  0,   X,  -1},
+    {k10,  204, 213, 10, 1, 10, 204, 1, X,  0,   X,  -1},
+    {k40,  99,  100,  2, 3,  2, 99,  1, X,  0,   X,  -1}};
+// clang-format on
+
+bool PerInstance(uint32_t t) { return t >= k100 && t <= k40b; }
+// Ports one instance of a per-instance type counts (np_info's port_cage_*).
+uint32_t InstancePorts(uint32_t t) { return t == k40 ? 2 : t == k10 ? 10 : 1; }
+
+struct Fam {
+    const char *name;
+    V cards, not_cards;
+    const np_info *info;
+    std::array<uint16_t, 23> info_vals;
+    const np_info *const *info_ptr;
+    const cvn_np_ep_data *const *types_ptr;
+    std::array<const cvn_np_ep_data *, 2> tables; // by subslot
+    std::array<size_t, 2> sizes;
+    std::array<const std::vector<Row> *, 2> rows;
+    card_version *ver;
+    subslot_info *ssi;
+    const port_info *dummy;
+    cvn_np_api *api;
+    bool one_np; // 1-slice: every port is on NP 0
+    uint32_t Np(uint32_t s) const { return one_np ? 0 : s; }
+};
+
+// clang-format off
+const Fam k2Slice = {"tolvar_2slice",
+    {0x3D0296, 0x3D0297, 0x3D0298, 0x3D0299, 0x3D029B, 0x3D029C, 0x3D029D, 0x3D029E, 0x3D029F, 0x3D02D8},
+    {0x3D029A, 0x3D02A0, 0x3D02D7}, &np_info_2slice_tolvar,
+    {1, 0, 2, 2, 1, 0, 2, 5, 99, 9216, 2, 4, 20, 2, 0, 2, 4, 20, 1, 2, 1, 10, 13},
+    &tolvar_card_np_info, &cvn_np_lib_info_types,
+    {cvn_np_lib_2slice_tv_info_types, cvn_np_lib_2slice_tv_info_types},
+    {std::size(cvn_np_lib_2slice_tv_info_types), std::size(cvn_np_lib_2slice_tv_info_types)},
+    {&k2SliceRows, &k2SliceRows}, &tolvar_card_version, &tolvar_card_subslot_info,
+    tolvar_dummy_port_info, &cvn_np_api_2slice_tolvar, false};
+const Fam k1Slice = {"tolvar_1slice",
+    {0x3D028C, 0x3D028D, 0x3D028E, 0x3D028F, 0x3D0291, 0x3D0292, 0x3D0293, 0x3D0294, 0x3D0295, 0x3D02D9},
+    {0x3D0290, 0x3D028B, 0x3D02DA}, &np_info_1slice_tv,
+    {1, 0, 1, 1, 1, 0, 2, 5, 99, 9216, 2, 4, 20, 2, 0, 2, 4, 20, 1, 2, 1, 10, 12},
+    &tv_1slice_card_np_info, &cvn_1slice_np_lib_info_types,
+    {cvn_np_lib_tv_1slice_bay0_ep_info_types, cvn_np_lib_tv_1slice_bay1_ep_info_types},
+    {std::size(cvn_np_lib_tv_1slice_bay0_ep_info_types), std::size(cvn_np_lib_tv_1slice_bay1_ep_info_types)},
+    {&kBay0Rows, &kBay1Rows}, &tv_1slice_card_version, &tv_1slice_card_subslot_info,
+    tv_1slice_dummy_port_info, &cvn_np_api_1slice_tolvar, true};
+// clang-format on
+
+// A port list: {count, type} then the end record, or only the end record.
+V List(const port_info *l)
+{
+    V out;
+    for (int i = 0; l != nullptr && i < 2; ++i, ++l) {
+        out.insert(out.end(), {l->num_ports, l->port_type});
+        if (l->port_type == CVN_NP_PORT_TYPE_END)
+            break;
+    }
+    return out;
+}
+const V kEmptyList = {0, CVN_NP_PORT_TYPE_END};
+
+class Tolvar : public cvn_test::LibTest, public ::testing::WithParamInterface<const Fam *> {
+  protected:
+    Tolvar() : LibTest(GetParam()->cards[0]), f(*GetParam()) {}
+    const Fam &f;
+    // A plain EP in subslot s (reporting its type at subslot level and as
+    // instance 0), or a split subslot whose two instances report `t`.
+    void Install(uint32_t s, uint32_t t)
+    {
+        Plug(s, kAny, PerInstance(t) ? (s == 0 ? 574 : 577) : t), Plug(s, 0, t);
+        if (PerInstance(t))
+            Plug(s, 1, t);
+    }
+};
+
+TEST_P(Tolvar, CardTypesSelectTheFamilyAndItsTable)
+{
+    for (uint32_t ct : f.cards) {
+        EXPECT_STREQ(cvn_np_card_family(ct), f.name) << std::hex << ct;
+        ASSERT_EQ(cvn_np_lib_init(ct), 0u);
+        EXPECT_EQ(card_np_api, f.api) << std::hex << ct;
+    }
+    for (uint32_t ct : f.not_cards)
+        EXPECT_STRNE(cvn_np_card_family(ct), f.name) << std::hex << ct;
+}
+
+TEST_P(Tolvar, ExportedTablesHoldTheWrittenRows)
+{
+    std::array<uint16_t, 23> info{};
+    static_assert(sizeof(np_info) == sizeof(info));
+    std::memcpy(info.data(), f.info, sizeof info);
+    EXPECT_EQ(info, f.info_vals);
+    for (int bay = 0; bay < 2; ++bay) {
+        const std::vector<Row> &rows = *f.rows[bay];
+        ASSERT_EQ(f.sizes[bay], rows.size());
+        const cvn_np_ep_data *tbl = f.tables[bay];
+        const uint32_t spare = f.one_np ? 1 : 2;
+        for (size_t i = 0; i < rows.size(); ++i) {
+            const Row &r = rows[i];
+            const cvn_np_ep_data &d = tbl[i];
+            SCOPED_TRACE(std::to_string(bay) + " row " + std::to_string(i));
+            EXPECT_EQ(V({d.ep_type, d.np_per_subslot, d.spare_a, d.spare_b, d.np_port_base,
+                         d.np_port_span, d.num_ports, d.port_type}),
+                      V({r.type, 1, spare, spare, r.base, r.span, r.n, r.ptype}));
+            EXPECT_EQ(List(d.port_info_list), V({r.count, r.ptype, 0, CVN_NP_PORT_TYPE_END}));
+            ASSERT_NE(d.entries, nullptr);
+            EXPECT_EQ(d.first_entry, d.entries[0]);
+            if (r.shares >= 0) {
+                EXPECT_EQ(d.entries, tbl[r.shares].entries);
+                EXPECT_EQ(d.port_info_list, tbl[r.shares].port_info_list);
+            }
+            for (uint32_t k = 0; k < r.n; ++k) {
+                const port_mapping_entry *e = d.entries[k];
+                ASSERT_NE(e, nullptr);
+                EXPECT_EQ(V({e->phys_front_port, e->np, e->np_port, e->fplate_port, e->port_type}),
+                          V({Bits(r, k), 0, NpPort(r, k), Bits(r, k), r.ptype}))
+                    << "entry " << k;
+            }
+        }
+    }
+}
+
+TEST_P(Tolvar, InitSetsTheRunTimeRecords)
+{
+    *f.ssi = {9, 7, 5, 4};
+    *f.ver = {1, 1};
+    *const_cast<const np_info **>(f.info_ptr) = nullptr;
+    *const_cast<const cvn_np_ep_data **>(f.types_ptr) = nullptr;
+    ASSERT_EQ(cvn_np_lib_init(f.cards[0]), 0u);
+    EXPECT_EQ(*f.info_ptr, f.info);
+    EXPECT_EQ(*f.types_ptr, f.tables[0]);
+    EXPECT_EQ(cvn_np_version_get(), f.ver);
+    EXPECT_EQ(V({f.ver->ver_major, f.ver->ver_minor}), V({5, 99}));
+    EXPECT_EQ(cvn_np_subslot_info_get(), f.ssi);
+    const subslot_info &ss = *f.ssi;
+    EXPECT_EQ(
+        V({ss.num_of_subslots, ss.max_ports_per_subslot, ss.max_of_ifsubsys_per_subslot, ss.spare}),
+        V({2, 20, 2, 0}));
+    EXPECT_EQ(List(f.dummy), kEmptyList);
+    f.ssi->max_ports_per_subslot = 30; // the largest of the old value and the rows
+    ASSERT_EQ(cvn_np_lib_init(f.cards[0]), 0u);
+    EXPECT_EQ(f.ssi->max_ports_per_subslot, 30u);
+    f.ssi->max_ports_per_subslot = 0;
+    ASSERT_EQ(cvn_np_lib_init(f.cards[0]), 0u);
+    EXPECT_EQ(f.ssi->max_ports_per_subslot, 20u);
+    const uint32_t nps = f.one_np ? 1 : 2;
+    EXPECT_EQ(V({cvn_max_mtu(), cvn_np_how_many(), cvn_np_chip_how_many()}), V({9216, nps, nps}));
+    EXPECT_EQ(cvn_np_set_if_subsys_type(1, 566), 0u);
+    EXPECT_EQ(cvn_np_to_cpu_port_map(1), 3u);
+    EXPECT_EQ(cvn_np_sim_ifsubsys_queries(), 0u);
+}
+
+// Every EP type of each subslot's rows, every port, through every operation
+// that maps a front port, a faceplate port or an NP-local port.
+TEST_P(Tolvar, EveryEpTypeAndPortMapsThroughEveryOperation)
+{
+    for (uint32_t s = 0; s < 2; ++s) {
+        for (const Row &r : *f.rows[s]) {
+            SCOPED_TRACE("subslot " + std::to_string(s) + " type " + std::to_string(r.type));
+            cvn_np_sim_reset();
+            Install(s, r.type);
+            const uint32_t t = r.type, np = f.Np(s), z = C(s, 0);
+            const bool pi = PerInstance(t);
+            const V list = {r.count, r.ptype, 0, CVN_NP_PORT_TYPE_END};
+            // A plain row adds its ports (but 573); a split subslot its two instances'.
+            EXPECT_EQ(cvn_np_info_num_local_ports(np), pi         ? 2 * InstancePorts(t)
+                                                       : t == 573 ? 0
+                                                                  : r.n);
+            EXPECT_EQ(aux_cvn_np_info_num_local_ports(s, np, t), pi ? InstancePorts(t) : r.n);
+            EXPECT_EQ(List(cvn_np_port_info_subslot(uint16_t(s))), list);
+            EXPECT_EQ(List(cvn_np_port_info_from_subslot_ifsubinst(uint16_t(s), 0)), list);
+            EXPECT_EQ(List(cvn_np_port_info_get()), list);
+            EXPECT_EQ(List(aux_cvn_np_port_info_get(s, 0, t)), list);
+            uint32_t a = kSentinel, b = kSentinel, c = kSentinel, d = kSentinel;
+            EXPECT_EQ(cvn_np_first_front_port_on_np(np, &a), 0u);
+            EXPECT_EQ(cvn_np_first_fplate_porttype_on_np(np, &c, &b), 0u);
+            EXPECT_EQ(V({a, b, c}), V({z, z, r.ptype}));
+            a = b = c = kSentinel;
+            EXPECT_EQ(aux_cvn_np_first_port_on_np(s, 0, t, &a, &b, &c), 0u);
+            EXPECT_EQ(V({a, b, c}), V({z, z, r.ptype}));
+            a = kSentinel;
+            EXPECT_EQ(cvn_np_first_phys_port_on_np(s, &a), f.one_np ? 0u : kInvalid);
+            EXPECT_EQ(a, f.one_np ? z : kSentinel);
+            for (uint32_t k = 0; k < r.n; ++k) {
+                const uint32_t front = C(s, Bits(r, k)), npp = NpPort(r, k);
+                SCOPED_TRACE("entry " + std::to_string(k));
+                if (t != k40b) { // front-port mapping knows no 0x10003
+                    a = b = c = d = kSentinel;
+                    EXPECT_EQ(cvn_np_front_port_mapping_info(front, &a, &b, &c, &d), 0u);
+                    EXPECT_EQ(V({a, b, c, d}), V({np, npp, front, r.ptype}));
+                    a = b = c = d = kSentinel;
+                    aux_cvn_np_front_port_to_mapping_info(7, front, t, &a, &b, &c, &d);
+                    EXPECT_EQ(V({a, b, c, d}), V({np, npp, front, r.ptype}));
+                    c = d = kSentinel;
+                    EXPECT_EQ(cvn_np_front_port_to_face_plate_port(front, &c, &d), 0u);
+                    EXPECT_EQ(V({c, d, cvn_np_front_port_to_np(front),
+                                 cvn_np_front_port_to_np_port(front),
+                                 cvn_np_front_port_to_port_type(front)}),
+                              V({front, r.ptype, np, npp, r.ptype}));
+                    EXPECT_EQ(
+                        cvn_np_front_port_mapping_info(front, nullptr, nullptr, nullptr, nullptr),
+                        0u);
+                }
+                a = b = c = kSentinel;
+                EXPECT_EQ(cvn_faceplate_porttype_mapping_info(r.ptype, front, &a, &b, &c), 0u);
+                EXPECT_EQ(V({a, b, c}), V({np, npp, front}));
+                a = b = c = kSentinel;
+                EXPECT_EQ(aux_cvn_faceplate_to_mapping_info(7, front, r.ptype, &a, &b, &c), 0u);
+                EXPECT_EQ(V({a, b, c}), V({np, npp, front}));
+                EXPECT_EQ(V({cvn_faceplate_porttype_to_np(r.ptype, front),
+                             cvn_faceplate_porttype_to_np_port(r.ptype, front),
+                             cvn_faceplate_porttype_to_phys_port(r.ptype, front)}),
+                          V({np, npp, front}));
+                // 1-slice: NP ports 204.. of bay 0 belong to bay 1 unless bay 0
+                // is split, 576 or 578; bay 1 is empty here.
+                const bool found = !(f.one_np && t == 573 && npp >= 204);
+                a = b = c = kSentinel;
+                EXPECT_EQ(cvn_np_info_to_front_port(np, npp, &a), 0u);
+                EXPECT_EQ(cvn_np_info_to_fplate_porttype(np, npp, &b, &c), 0u);
+                EXPECT_EQ(V({a, b, c}), found ? V({front, front, r.ptype}) : kUntouched3);
+                if (found) {
+                    a = b = c = kSentinel;
+                    aux_cvn_np_info_to_mapping_info(np, npp, t, &a, &b, &c);
+                    EXPECT_EQ(V({a, b, c}), V({front, front, r.ptype}));
+                }
+            }
+        }
+    }
+}
+
+// The encoding of a front port on subslot 1 by what the subslot reports
+// (0: nothing scripted).
+TEST_P(Tolvar, FrontPortEncodingFollowsTheSubslotLevelType)
+{
+    struct Case {
+        uint32_t type, s30, s34, s35, s36;
+    };
+    const Case cases[] = {{574, 0x53, 1, 3, 0x53},
+                          {575, 0x53, 1, 3, 0x53},
+                          {577, 0x53, 1, 3, 0x53},
+                          {566, 0x63, 0, 0x13, 0x65},
+                          {573, 0x63, 0, 0x13, 0x65},
+                          {565, 0x63, 0, 0x13, 0x65},
+                          {578, 0x63, 0, 0x13, 0x65},
+                          {569, 0x63, 0, 0x13, 0},
+                          {572, 0x63, 0, 0x13, 0},
+                          {k10, 0x63, 0, 0x13, 0},
+                          {0x1023E, 0x63, 0, 0x13, 0},
+                          {0, 0x63, kInvalid, 0x13, kInvalid},
+                          {kFails, 0x63, kInvalid, kInvalid, kInvalid}};
+    for (const Case &c : cases) {
+        cvn_np_sim_reset();
+        if (c.type != 0)
+            Plug(1, kAny, c.type);
+        for (uint32_t front : {0x53u, 0x153u})
+            EXPECT_EQ(V({cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port(1, 0x25, 0x23),
+                         cvn_np_lib_get_ifsubinst(front), cvn_np_lib_get_ifsubinst_port(front),
+                         cvn_np_lib_get_phys_port_tuple45(0x77, 1, 0x25, 0x23)}),
+                      V({c.s30, c.s34, c.s35, c.s36}))
+                << c.type << " front " << front;
+    }
+    cvn_np_sim_reset();
+    EXPECT_EQ(V({cvn_np_lib_set_subslot_phy_port(3, 70), cvn_np_lib_set_subslot_phy_port(1, 0x47),
+                 cvn_np_lib_get_subslot(0x1C5), cvn_np_lib_get_subslot(0x45),
+                 cvn_np_lib_get_subslot_port(0x1C5), cvn_np_lib_get_port(0x1C5)}),
+              V({0xC6, 0x47, 3, 1, 0xC5, 5}));
+    EXPECT_EQ(cvn_np_sim_ifsubsys_queries(), 0u); // none of these asks the platform
+    Plug(0, kAny, 577);
+    EXPECT_EQ(cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port(0, 2, 0x1F), 0x2Fu);
+}
+
+// Slots 37 and 45 ask (subslot, instance from slot 34): an instance's own
+// type, also for the instance value of an empty subslot.
+TEST_P(Tolvar, InterfaceSubsystemOfAFrontPort)
+{
+    Plug(1, kAny, 574), Plug(1, 0, k40), Plug(1, 1, k10), Plug(0, kAny, 566), Plug(0, 0, 567);
+    Plug(2, kInvalid, k100);
+    const std::array<uint32_t, 5> cases[] = {{0x53, 1, 1, k10, 1},
+                                             {0x43, 1, 0, k40, 0},
+                                             {0x13, 0, 0, 567, 0x13},
+                                             {0x93, 2, kInvalid, k100, 1},
+                                             {0xD3, 3, kInvalid, kNone, 0x13}};
+    for (auto [front, sub, inst, type, inst45] : cases) {
+        uint32_t s = kSentinel, i = kSentinel, t = kSentinel, i45 = kSentinel;
+        EXPECT_EQ(aux_cvn_np_front_port_to_ifsubsys(front, &s, &i, &t), 0u);
+        EXPECT_EQ(aux_cvn_np_front_port_to_ifsubsys(front, nullptr, nullptr, nullptr), 0u);
+        EXPECT_EQ(aux_cvn_np_front_port_to_ifsubinst(front, &i45), 0u);
+        EXPECT_EQ(V({s, i, t, i45}), V({sub, inst, type, inst45})) << front;
+    }
+    EXPECT_EQ(aux_cvn_np_front_port_to_ifsubinst(0x53, nullptr), 22u);
+    Plug(1, 1, kFails);
+    uint32_t s = kSentinel, i = kSentinel, t = kSentinel;
+    EXPECT_EQ(aux_cvn_np_front_port_to_ifsubsys(0x53, &s, &i, &t), kFailStatus);
+    EXPECT_EQ(aux_cvn_np_front_port_to_ifsubinst(0x53, &i), kFailStatus);
+    EXPECT_EQ(V({s, i, t}), kUntouched3);
+}
+
+TEST_P(Tolvar, SearchByNpPortTakesTheFirstMatchWithinTheCount)
+{
+    const port_mapping_entry e[] = {{3, 0, 200, 4, 1}, {5, 0, 201, 6, 3}, {7, 0, 201, 8, 4}};
+    const port_mapping_entry *const p[] = {&e[0], &e[1], &e[2]};
+    const std::array<uint32_t, 2> hits[] = {{201, 3}, {200, 1}};
+    const std::array<uint32_t, 2> misses[] = {{201, 1}, {200, 0}, {202, 3}, {0x100C8, 3}};
+    for (auto [np_port, count] : hits) {
+        uint32_t a = kSentinel, b = kSentinel, t = kSentinel;
+        aux_np_port_to_mapping_info(p, np_port, count, &a, &b, &t);
+        EXPECT_EQ(V({a, b, t}), np_port == 201 ? V({5, 6, 3}) : V({3, 4, 1}));
+    }
+    for (auto [np_port, count] : misses) {
+        uint32_t a = kSentinel, b = kSentinel, t = kSentinel;
+        aux_np_port_to_mapping_info(p, np_port, count, &a, &b, &t);
+        EXPECT_EQ(V({a, b, t}), kUntouched3) << np_port << "/" << count;
+    }
+    aux_np_port_to_mapping_info(p, 201, 3, nullptr, nullptr, nullptr);
+    EXPECT_EQ(cvn_np_sim_ifsubsys_queries(), 0u);
+}
+
+// An empty subslot, a failing instance query and a failing subslot query:
+// soft rejections, the platform's status passed on, outputs left alone.
+TEST_P(Tolvar, NothingInstalledOrAFailingQuery)
+{
+    enum { kEmpty, kInstFails, kAnyFails };
+    for (uint32_t s = 0; s < 2; ++s) {
+        for (int setup : {kEmpty, kInstFails, kAnyFails}) {
+            SCOPED_TRACE("subslot " + std::to_string(s) + " setup " + std::to_string(setup));
+            cvn_np_sim_reset();
+            if (setup == kInstFails)
+                Plug(s, kAny, 566), Plug(s, 0, kFails);
+            if (setup == kAnyFails)
+                Plug(s, kAny, kFails);
+            const uint32_t front = C(s, 1), np = f.Np(s), npp = f.one_np && s == 1 ? 206 : 194;
+            const uint32_t st = setup == kInstFails ? kFailStatus : kInvalid;
+            const uint32_t st14 = setup == kEmpty ? 0 : kInvalid;
+            uint32_t a = kSentinel, b = kSentinel, c = kSentinel, d = kSentinel;
+            EXPECT_EQ(V({cvn_np_front_port_mapping_info(front, &a, &b, &c, &d),
+                         cvn_np_front_port_to_face_plate_port(front, &c, &d),
+                         cvn_np_front_port_to_np(front), cvn_np_front_port_to_np_port(front),
+                         cvn_np_front_port_to_port_type(front)}),
+                      V({st, st, kInvalid, kInvalid, kInvalid}));
+            EXPECT_EQ(V({cvn_faceplate_porttype_mapping_info(1, front, &a, &b, &c),
+                         cvn_faceplate_porttype_to_np(1, front),
+                         cvn_faceplate_porttype_to_np_port(1, front),
+                         cvn_faceplate_porttype_to_phys_port(1, front),
+                         aux_cvn_faceplate_to_mapping_info(0, front, 1, &a, &b, &c)}),
+                      V({0, st, st, st, st}));
+            EXPECT_EQ(V({cvn_np_info_num_local_ports(np), cvn_np_info_to_front_port(np, npp, &a),
+                         cvn_np_info_to_fplate_porttype(np, npp, &b, &c)}),
+                      V({0, st14, st14}));
+            // 1-slice: a first-port walk moves on from bay 0 to the empty bay 1.
+            EXPECT_EQ(V({cvn_np_first_front_port_on_np(np, &a),
+                         cvn_np_first_fplate_porttype_on_np(np, &c, &b),
+                         cvn_np_first_phys_port_on_np(s, &a)}),
+                      V({f.one_np ? kInvalid : st, f.one_np && s == 0 ? kInvalid : st,
+                         kInvalid}));
+            EXPECT_EQ(V({a, b, c, d}), kUntouched4);
+            EXPECT_EQ(cvn_np_port_info_subslot(uint16_t(s)), f.dummy);
+            EXPECT_EQ(cvn_np_port_info_from_subslot_ifsubinst(uint16_t(s), 0), f.dummy);
+            EXPECT_EQ(cvn_np_port_info_get(), f.dummy);
+            EXPECT_EQ(cvn_np_lib_get_phys_port_tuple45(0, uint16_t(s), 1, 2),
+                      setup == kInstFails ? C(s, 1) : kInvalid);
+        }
+    }
+}
+
+TEST_P(Tolvar, SoftRejectionsAndComplexes)
+{
+    const uint32_t nps = f.one_np ? 1 : 2;
+    Install(0, 566), Install(1, 566);
+    uint32_t a = kSentinel, b = kSentinel, c = kSentinel;
+    EXPECT_EQ(V({cvn_np_info_to_front_port(nps, 194, &a),
+                 cvn_np_info_to_fplate_porttype(nps, 194, &b, &c),
+                 cvn_np_info_to_front_port(0x100, 194, &a),
+                 aux_cvn_np_first_port_on_np(0, 0, 574, &a, &b, &c),
+                 aux_cvn_np_first_port_on_np(0, 0, 0x10004, &a, &b, &c)}),
+              V(5, kInvalid));
+    EXPECT_EQ(V({a, b, c}), kUntouched3);
+    for (uint32_t t : {574u, 575u, 577u, 569u, 0x10236u})
+        EXPECT_EQ(aux_cvn_np_port_info_get(0, 0, t), f.dummy) << t;
+    // NP-local port 26 (138 in the 1-slice bay 1) is in a 565 range but on
+    // no entry: the front output keeps only its port bits.
+    for (uint32_t s = 0; s < 2; ++s) {
+        cvn_np_sim_reset();
+        Install(s, 565);
+        a = 0xFFFF;
+        EXPECT_EQ(cvn_np_info_to_front_port(f.Np(s), f.one_np && s == 1 ? 138 : 26, &a), 0u);
+        EXPECT_EQ(a, C(s, 0x3F));
+    }
+    for (uint32_t cx = 0; cx < nps; ++cx) {
+        uint32_t n = kSentinel, l[2] = {kSentinel, kSentinel}, l0 = kSentinel;
+        EXPECT_EQ(V({cvn_np_complex_to_subslot(uint8_t(cx)), cvn_np_complex_to_np(uint8_t(cx), 1),
+                     cvn_np_complex_to_np(uint8_t(cx), 0),
+                     cvn_np_complex_to_subslot_list(uint8_t(cx), &n, l),
+                     cvn_np_complex_to_subslot_list(uint8_t(cx), nullptr, &l0)}),
+                  V({cx, cx, cx, 0, 0}));
+        EXPECT_EQ(V({n, l[0], l[1], l0}),
+                  f.one_np ? V({2, 0, 1, kSentinel}) : V({1, cx, kSentinel, kSentinel}));
+    }
+    for (uint32_t s = 0; s < 2; ++s) {
+        uint32_t n = kSentinel, first = kSentinel;
+        EXPECT_EQ(cvn_np_subslot_to_np_list(uint8_t(s), nullptr, &first), kInvalid);
+        EXPECT_EQ(cvn_np_subslot_to_np_list(uint8_t(s), &n, nullptr), kInvalid);
+        EXPECT_EQ(V({n, first}), V(2, kSentinel));
+        EXPECT_EQ(cvn_np_subslot_to_np_list(uint8_t(s), &n, &first), 0u);
+        EXPECT_EQ(V({n, first}), V({1, f.Np(s)}));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Families, Tolvar, ::testing::Values(&k2Slice, &k1Slice),
+                         [](const auto &info) { return std::string(info.param->name); });
+
+class Tolvar2Slice : public cvn_test::LibTest {
+  protected:
+    Tolvar2Slice() : LibTest(0x3D0296) {}
+};
+
+// 2-slice: the NP port picks the instance of a 574 or 577 subslot only; 575
+// always answers with instance 0 (here 100GE; instance 1 is 10GE).
+TEST_F(Tolvar2Slice, NpPortChoosesTheInstanceOfASplitSubslot)
+{
+    const std::array<uint32_t, 4> cases[] = {{574, 204, 0, 0x50},
+                                             {577, 116, 0, 0x40},
+                                             {574, 117, 0, C(1, kSentinel)},
+                                             {575, 204, 0, C(1, kSentinel)},
+                                             {575, 116, 0, 0x40},
+                                             {574, 203, kInvalid, kSentinel},
+                                             {577, 98, kInvalid, kSentinel},
+                                             {574, 0x100CC, kInvalid, kSentinel}};
+    for (auto [any, np_port, status, front] : cases) {
+        cvn_np_sim_reset();
+        Plug(1, kAny, any), Plug(1, 0, k100), Plug(1, 1, k10);
+        uint32_t out = kSentinel;
+        EXPECT_EQ(V({cvn_np_info_to_front_port(1, np_port, &out), out}), V({status, front}))
+            << any << "/" << np_port;
+    }
+    cvn_np_sim_reset();
+    uint32_t a = kSentinel, b = kSentinel, c = kSentinel, d = kSentinel;
+    aux_cvn_np_front_port_to_mapping_info(0, 0x41, 567, &a, &b, &c, &d); // the type given counts
+    EXPECT_EQ(V({a, b, c, d}), V({1, 194, 0x41, 1}));
+}
+
+class Tolvar1Slice : public cvn_test::LibTest {
+  protected:
+    Tolvar1Slice() : LibTest(0x3D028C) {}
+};
+
+// NP-local port 204 belongs to bay 0 when bay 0 is split (instance 1), 576 or
+// 578, else to bay 1 (here 566, where 204 is port 0).
+TEST_F(Tolvar1Slice, NpPort204FollowsWhatBayZeroHolds)
+{
+    const std::array<uint32_t, 2> cases[] = {{574, 0x10}, {577, 0x10}, {576, 0x0A}, {578, 0x0A},
+                                             {575, 0x40}, {566, 0x40}, {573, 0x40}};
+    for (auto [bay0, front] : cases) {
+        cvn_np_sim_reset();
+        const bool split = bay0 == 574 || bay0 == 575 || bay0 == 577;
+        Plug(0, kAny, bay0), Plug(0, 0, split ? k100 : bay0), Plug(0, 1, k10);
+        Plug(1, kAny, 566), Plug(1, 0, 566);
+        uint32_t out = kSentinel;
+        EXPECT_EQ(V({cvn_np_info_to_front_port(0, 204, &out), out}), V({0, front})) << bay0;
+    }
+    Plug(1, kAny, kFails); // either bay unanswered: no answer
+    uint32_t out = kSentinel;
+    EXPECT_EQ(V({cvn_np_info_to_front_port(0, 192, &out), cvn_np_info_to_front_port(0, 150, &out),
+                 cvn_np_info_to_front_port(0, 115, &out), out}),
+              V({kInvalid, kInvalid, kInvalid, kSentinel}));
+}
+
+// Bay 1 has no 573, 576 or 578 row: no list, and front-port mapping writes
+// nothing (slots 8 to 10 answer 0, slot 11 its zeroed locals).
+TEST_F(Tolvar1Slice, BothBaysCountAndRowsMissingInBayOne)
+{
+    Plug(0, kAny, 576), Plug(0, 0, 576), Plug(1, kAny, 566), Plug(1, 0, 566);
+    EXPECT_EQ(cvn_np_info_num_local_ports(0), 22u);
+    for (uint32_t t : {573u, 576u, 578u})
+        EXPECT_EQ(aux_cvn_np_port_info_get(1, 0, t), nullptr) << t;
+    EXPECT_EQ(aux_cvn_np_port_info_get(0, 0, k40b), tv_1slice_dummy_port_info);
+    Plug(1, kAny, 573), Plug(1, 0, 573);
+    uint32_t a = kSentinel, b = kSentinel, c = kSentinel, d = kSentinel;
+    aux_cvn_np_front_port_to_mapping_info(0, 0x41, 573, &a, &b, &c, &d);
+    EXPECT_EQ(V({a, b, c, d}), kUntouched4);
+    EXPECT_EQ(V({cvn_np_front_port_to_np(0x41), cvn_np_front_port_to_np_port(0x41),
+                 cvn_np_front_port_to_port_type(0x41),
+                 cvn_np_front_port_mapping_info(0x41, &a, &b, &c, &d)}),
+              V({0, 0, 0, 0}));
+    EXPECT_EQ(V({a, b, c, d}), kUntouched4);
+    EXPECT_EQ(cvn_np_front_port_to_face_plate_port(0x41, &c, &d), 0u);
+    EXPECT_EQ(V({c, d}), V({0, 0}));
+    EXPECT_EQ(cvn_np_info_num_local_ports(0), 20u); // bay 1's 573 adds nothing
+}
+
+} // namespace
