@@ -124,11 +124,9 @@ const Fam k1Slice = {"tolvar_1slice",
 V List(const port_info *l)
 {
     V out;
-    for (int i = 0; l != nullptr && i < 2; ++i, ++l) {
+    for (int i = 0; l != nullptr && i < 2 && (i == 0 || l[-1].port_type != CVN_NP_PORT_TYPE_END);
+         ++i, ++l)
         out.insert(out.end(), {l->num_ports, l->port_type});
-        if (l->port_type == CVN_NP_PORT_TYPE_END)
-            break;
-    }
     return out;
 }
 const V kEmptyList = {0, CVN_NP_PORT_TYPE_END};
@@ -137,6 +135,12 @@ class Tolvar : public cvn_test::LibTest, public ::testing::WithParamInterface<co
   protected:
     Tolvar() : LibTest(GetParam()->cards[0]), f(*GetParam()) {}
     const Fam &f;
+    std::array<uint32_t, 4> o; // outputs, preset by Fresh()
+    uint32_t *Fresh()
+    {
+        o.fill(kSentinel);
+        return o.data();
+    }
     // A plain EP in subslot s (reporting its type at subslot level and as
     // instance 0), or a split subslot whose two instances report `t`.
     void Install(uint32_t s, uint32_t t)
@@ -164,14 +168,13 @@ TEST_P(Tolvar, ExportedTablesHoldTheWrittenRows)
     static_assert(sizeof(np_info) == sizeof(info));
     std::memcpy(info.data(), f.info, sizeof info);
     EXPECT_EQ(info, f.info_vals);
+    const uint32_t spare = f.one_np ? 1 : 2;
     for (int bay = 0; bay < 2; ++bay) {
         const std::vector<Row> &rows = *f.rows[bay];
         ASSERT_EQ(f.sizes[bay], rows.size());
-        const cvn_np_ep_data *tbl = f.tables[bay];
-        const uint32_t spare = f.one_np ? 1 : 2;
         for (size_t i = 0; i < rows.size(); ++i) {
             const Row &r = rows[i];
-            const cvn_np_ep_data &d = tbl[i];
+            const cvn_np_ep_data &d = f.tables[bay][i];
             SCOPED_TRACE(std::to_string(bay) + " row " + std::to_string(i));
             EXPECT_EQ(V({d.ep_type, d.np_per_subslot, d.spare_a, d.spare_b, d.np_port_base,
                          d.np_port_span, d.num_ports, d.port_type}),
@@ -180,8 +183,8 @@ TEST_P(Tolvar, ExportedTablesHoldTheWrittenRows)
             ASSERT_NE(d.entries, nullptr);
             EXPECT_EQ(d.first_entry, d.entries[0]);
             if (r.shares >= 0) {
-                EXPECT_EQ(d.entries, tbl[r.shares].entries);
-                EXPECT_EQ(d.port_info_list, tbl[r.shares].port_info_list);
+                EXPECT_EQ(d.entries, f.tables[bay][r.shares].entries);
+                EXPECT_EQ(d.port_info_list, f.tables[bay][r.shares].port_info_list);
             }
             for (uint32_t k = 0; k < r.n; ++k) {
                 const port_mapping_entry *e = d.entries[k];
@@ -204,24 +207,20 @@ TEST_P(Tolvar, InitSetsTheRunTimeRecords)
     EXPECT_EQ(*f.info_ptr, f.info);
     EXPECT_EQ(*f.types_ptr, f.tables[0]);
     EXPECT_EQ(cvn_np_version_get(), f.ver);
-    EXPECT_EQ(V({f.ver->ver_major, f.ver->ver_minor}), V({5, 99}));
     EXPECT_EQ(cvn_np_subslot_info_get(), f.ssi);
     const subslot_info &ss = *f.ssi;
-    EXPECT_EQ(
-        V({ss.num_of_subslots, ss.max_ports_per_subslot, ss.max_of_ifsubsys_per_subslot, ss.spare}),
-        V({2, 20, 2, 0}));
+    EXPECT_EQ(V({f.ver->ver_major, f.ver->ver_minor, ss.num_of_subslots, ss.max_ports_per_subslot,
+                 ss.max_of_ifsubsys_per_subslot, ss.spare}),
+              V({5, 99, 2, 20, 2, 0}));
     EXPECT_EQ(List(f.dummy), kEmptyList);
     f.ssi->max_ports_per_subslot = 30; // the largest of the old value and the rows
     ASSERT_EQ(cvn_np_lib_init(f.cards[0]), 0u);
     EXPECT_EQ(f.ssi->max_ports_per_subslot, 30u);
-    f.ssi->max_ports_per_subslot = 0;
-    ASSERT_EQ(cvn_np_lib_init(f.cards[0]), 0u);
-    EXPECT_EQ(f.ssi->max_ports_per_subslot, 20u);
     const uint32_t nps = f.one_np ? 1 : 2;
-    EXPECT_EQ(V({cvn_max_mtu(), cvn_np_how_many(), cvn_np_chip_how_many()}), V({9216, nps, nps}));
-    EXPECT_EQ(cvn_np_set_if_subsys_type(1, 566), 0u);
-    EXPECT_EQ(cvn_np_to_cpu_port_map(1), 3u);
-    EXPECT_EQ(cvn_np_sim_ifsubsys_queries(), 0u);
+    EXPECT_EQ(V({cvn_max_mtu(), cvn_np_how_many(), cvn_np_chip_how_many(),
+                 cvn_np_set_if_subsys_type(1, 566), cvn_np_to_cpu_port_map(1),
+                 cvn_np_sim_ifsubsys_queries()}),
+              V({9216, nps, nps, 0, 3, 0}));
 }
 
 // Every EP type of each subslot's rows, every port, through every operation
@@ -233,9 +232,9 @@ TEST_P(Tolvar, EveryEpTypeAndPortMapsThroughEveryOperation)
             SCOPED_TRACE("subslot " + std::to_string(s) + " type " + std::to_string(r.type));
             cvn_np_sim_reset();
             Install(s, r.type);
-            const uint32_t t = r.type, np = f.Np(s), z = C(s, 0);
+            const uint32_t t = r.type, np = f.Np(s), z = C(s, 0), pt = r.ptype;
             const bool pi = PerInstance(t);
-            const V list = {r.count, r.ptype, 0, CVN_NP_PORT_TYPE_END};
+            const V list = {r.count, pt, 0, CVN_NP_PORT_TYPE_END};
             // A plain row adds its ports (but 573); a split subslot its two instances'.
             EXPECT_EQ(cvn_np_info_num_local_ports(np), pi         ? 2 * InstancePorts(t)
                                                        : t == 573 ? 0
@@ -245,58 +244,57 @@ TEST_P(Tolvar, EveryEpTypeAndPortMapsThroughEveryOperation)
             EXPECT_EQ(List(cvn_np_port_info_from_subslot_ifsubinst(uint16_t(s), 0)), list);
             EXPECT_EQ(List(cvn_np_port_info_get()), list);
             EXPECT_EQ(List(aux_cvn_np_port_info_get(s, 0, t)), list);
-            uint32_t a = kSentinel, b = kSentinel, c = kSentinel, d = kSentinel;
-            EXPECT_EQ(cvn_np_first_front_port_on_np(np, &a), 0u);
-            EXPECT_EQ(cvn_np_first_fplate_porttype_on_np(np, &c, &b), 0u);
-            EXPECT_EQ(V({a, b, c}), V({z, z, r.ptype}));
-            a = b = c = kSentinel;
-            EXPECT_EQ(aux_cvn_np_first_port_on_np(s, 0, t, &a, &b, &c), 0u);
-            EXPECT_EQ(V({a, b, c}), V({z, z, r.ptype}));
-            a = kSentinel;
-            EXPECT_EQ(cvn_np_first_phys_port_on_np(s, &a), f.one_np ? 0u : kInvalid);
-            EXPECT_EQ(a, f.one_np ? z : kSentinel);
+            uint32_t *p = Fresh();
+            EXPECT_EQ(V({cvn_np_first_front_port_on_np(np, p),
+                         cvn_np_first_fplate_porttype_on_np(np, p + 2, p + 1), o[0], o[1], o[2]}),
+                      V({0, 0, z, z, pt}));
+            p = Fresh();
+            EXPECT_EQ(V({aux_cvn_np_first_port_on_np(s, 0, t, p, p + 1, p + 2), o[0], o[1], o[2]}),
+                      V({0, z, z, pt}));
+            p = Fresh();
+            EXPECT_EQ(V({cvn_np_first_phys_port_on_np(s, p), o[0]}),
+                      f.one_np ? V({0, z}) : V({kInvalid, kSentinel}));
             for (uint32_t k = 0; k < r.n; ++k) {
                 const uint32_t front = C(s, Bits(r, k)), npp = NpPort(r, k);
                 SCOPED_TRACE("entry " + std::to_string(k));
-                if (t != k40b) { // front-port mapping knows no 0x10003
-                    a = b = c = d = kSentinel;
-                    EXPECT_EQ(cvn_np_front_port_mapping_info(front, &a, &b, &c, &d), 0u);
-                    EXPECT_EQ(V({a, b, c, d}), V({np, npp, front, r.ptype}));
-                    a = b = c = d = kSentinel;
-                    aux_cvn_np_front_port_to_mapping_info(7, front, t, &a, &b, &c, &d);
-                    EXPECT_EQ(V({a, b, c, d}), V({np, npp, front, r.ptype}));
-                    c = d = kSentinel;
-                    EXPECT_EQ(cvn_np_front_port_to_face_plate_port(front, &c, &d), 0u);
-                    EXPECT_EQ(V({c, d, cvn_np_front_port_to_np(front),
-                                 cvn_np_front_port_to_np_port(front),
-                                 cvn_np_front_port_to_port_type(front)}),
-                              V({front, r.ptype, np, npp, r.ptype}));
-                    EXPECT_EQ(
-                        cvn_np_front_port_mapping_info(front, nullptr, nullptr, nullptr, nullptr),
-                        0u);
-                }
-                a = b = c = kSentinel;
-                EXPECT_EQ(cvn_faceplate_porttype_mapping_info(r.ptype, front, &a, &b, &c), 0u);
-                EXPECT_EQ(V({a, b, c}), V({np, npp, front}));
-                a = b = c = kSentinel;
-                EXPECT_EQ(aux_cvn_faceplate_to_mapping_info(7, front, r.ptype, &a, &b, &c), 0u);
-                EXPECT_EQ(V({a, b, c}), V({np, npp, front}));
-                EXPECT_EQ(V({cvn_faceplate_porttype_to_np(r.ptype, front),
-                             cvn_faceplate_porttype_to_np_port(r.ptype, front),
-                             cvn_faceplate_porttype_to_phys_port(r.ptype, front)}),
-                          V({np, npp, front}));
+                const V fwd = {0, np, npp, front, pt};
+                p = Fresh();
+                EXPECT_EQ(V({cvn_np_front_port_mapping_info(front, p, p + 1, p + 2, p + 3), o[0],
+                             o[1], o[2], o[3]}),
+                          fwd);
+                p = Fresh();
+                aux_cvn_np_front_port_to_mapping_info(7, front, t, p, p + 1, p + 2, p + 3);
+                EXPECT_EQ(V({0, o[0], o[1], o[2], o[3]}), fwd);
+                p = Fresh();
+                EXPECT_EQ(
+                    V({cvn_np_front_port_to_face_plate_port(front, p, p + 1), o[0], o[1],
+                       cvn_np_front_port_to_np(front), cvn_np_front_port_to_np_port(front),
+                       cvn_np_front_port_to_port_type(front),
+                       cvn_np_front_port_mapping_info(front, nullptr, nullptr, nullptr, nullptr)}),
+                    V({0, front, pt, np, npp, pt, 0}));
+                p = Fresh();
+                EXPECT_EQ(V({cvn_faceplate_porttype_mapping_info(pt, front, p, p + 1, p + 2), o[0],
+                             o[1], o[2], cvn_faceplate_porttype_to_np(pt, front),
+                             cvn_faceplate_porttype_to_np_port(pt, front),
+                             cvn_faceplate_porttype_to_phys_port(pt, front)}),
+                          V({0, np, npp, front, np, npp, front}));
+                p = Fresh();
+                EXPECT_EQ(V({aux_cvn_faceplate_to_mapping_info(7, front, pt, p, p + 1, p + 2), o[0],
+                             o[1], o[2]}),
+                          V({0, np, npp, front}));
                 // 1-slice: NP ports 204.. of bay 0 belong to bay 1 unless bay 0
                 // is split, 576 or 578; bay 1 is empty here.
                 const bool found = !(f.one_np && t == 573 && npp >= 204);
-                a = b = c = kSentinel;
-                EXPECT_EQ(cvn_np_info_to_front_port(np, npp, &a), 0u);
-                EXPECT_EQ(cvn_np_info_to_fplate_porttype(np, npp, &b, &c), 0u);
-                EXPECT_EQ(V({a, b, c}), found ? V({front, front, r.ptype}) : kUntouched3);
-                if (found) {
-                    a = b = c = kSentinel;
-                    aux_cvn_np_info_to_mapping_info(np, npp, t, &a, &b, &c);
-                    EXPECT_EQ(V({a, b, c}), V({front, front, r.ptype}));
-                }
+                p = Fresh();
+                EXPECT_EQ(
+                    V({cvn_np_info_to_front_port(np, npp, p),
+                       cvn_np_info_to_fplate_porttype(np, npp, p + 1, p + 2), o[0], o[1], o[2]}),
+                    found ? V({0, 0, front, front, pt})
+                          : V({0, 0, kSentinel, kSentinel, kSentinel}));
+                p = Fresh();
+                if (found)
+                    aux_cvn_np_info_to_mapping_info(np, npp, t, p, p + 1, p + 2);
+                EXPECT_EQ(V({o[0], o[1], o[2]}), found ? V({front, front, pt}) : kUntouched3);
             }
         }
     }
@@ -306,39 +304,36 @@ TEST_P(Tolvar, EveryEpTypeAndPortMapsThroughEveryOperation)
 // (0: nothing scripted).
 TEST_P(Tolvar, FrontPortEncodingFollowsTheSubslotLevelType)
 {
-    struct Case {
-        uint32_t type, s30, s34, s35, s36;
-    };
-    const Case cases[] = {{574, 0x53, 1, 3, 0x53},
-                          {575, 0x53, 1, 3, 0x53},
-                          {577, 0x53, 1, 3, 0x53},
-                          {566, 0x63, 0, 0x13, 0x65},
-                          {573, 0x63, 0, 0x13, 0x65},
-                          {565, 0x63, 0, 0x13, 0x65},
-                          {578, 0x63, 0, 0x13, 0x65},
-                          {569, 0x63, 0, 0x13, 0},
-                          {572, 0x63, 0, 0x13, 0},
-                          {k10, 0x63, 0, 0x13, 0},
-                          {0x1023E, 0x63, 0, 0x13, 0},
-                          {0, 0x63, kInvalid, 0x13, kInvalid},
-                          {kFails, 0x63, kInvalid, kInvalid, kInvalid}};
-    for (const Case &c : cases) {
+    const std::array<uint32_t, 5> cases[] = {{574, 0x53, 1, 3, 0x53},
+                                             {575, 0x53, 1, 3, 0x53},
+                                             {577, 0x53, 1, 3, 0x53},
+                                             {566, 0x63, 0, 0x13, 0x65},
+                                             {573, 0x63, 0, 0x13, 0x65},
+                                             {565, 0x63, 0, 0x13, 0x65},
+                                             {578, 0x63, 0, 0x13, 0x65},
+                                             {569, 0x63, 0, 0x13, 0},
+                                             {572, 0x63, 0, 0x13, 0},
+                                             {k10, 0x63, 0, 0x13, 0},
+                                             {0x1023E, 0x63, 0, 0x13, 0},
+                                             {0, 0x63, kInvalid, 0x13, kInvalid},
+                                             {kFails, 0x63, kInvalid, kInvalid, kInvalid}};
+    for (auto [type, s30, s34, s35, s36] : cases) {
         cvn_np_sim_reset();
-        if (c.type != 0)
-            Plug(1, kAny, c.type);
+        if (type != 0)
+            Plug(1, kAny, type);
         for (uint32_t front : {0x53u, 0x153u})
             EXPECT_EQ(V({cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port(1, 0x25, 0x23),
                          cvn_np_lib_get_ifsubinst(front), cvn_np_lib_get_ifsubinst_port(front),
                          cvn_np_lib_get_phys_port_tuple45(0x77, 1, 0x25, 0x23)}),
-                      V({c.s30, c.s34, c.s35, c.s36}))
-                << c.type << " front " << front;
+                      V({s30, s34, s35, s36}))
+                << type << " front " << front;
     }
     cvn_np_sim_reset();
     EXPECT_EQ(V({cvn_np_lib_set_subslot_phy_port(3, 70), cvn_np_lib_set_subslot_phy_port(1, 0x47),
                  cvn_np_lib_get_subslot(0x1C5), cvn_np_lib_get_subslot(0x45),
-                 cvn_np_lib_get_subslot_port(0x1C5), cvn_np_lib_get_port(0x1C5)}),
-              V({0xC6, 0x47, 3, 1, 0xC5, 5}));
-    EXPECT_EQ(cvn_np_sim_ifsubsys_queries(), 0u); // none of these asks the platform
+                 cvn_np_lib_get_subslot_port(0x1C5), cvn_np_lib_get_port(0x1C5),
+                 cvn_np_sim_ifsubsys_queries()}), // none of these asks the platform
+              V({0xC6, 0x47, 3, 1, 0xC5, 5, 0}));
     Plug(0, kAny, 577);
     EXPECT_EQ(cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port(0, 2, 0x1F), 0x2Fu);
 }
@@ -355,37 +350,37 @@ TEST_P(Tolvar, InterfaceSubsystemOfAFrontPort)
                                              {0x93, 2, kInvalid, k100, 1},
                                              {0xD3, 3, kInvalid, kNone, 0x13}};
     for (auto [front, sub, inst, type, inst45] : cases) {
-        uint32_t s = kSentinel, i = kSentinel, t = kSentinel, i45 = kSentinel;
-        EXPECT_EQ(aux_cvn_np_front_port_to_ifsubsys(front, &s, &i, &t), 0u);
-        EXPECT_EQ(aux_cvn_np_front_port_to_ifsubsys(front, nullptr, nullptr, nullptr), 0u);
-        EXPECT_EQ(aux_cvn_np_front_port_to_ifsubinst(front, &i45), 0u);
-        EXPECT_EQ(V({s, i, t, i45}), V({sub, inst, type, inst45})) << front;
+        uint32_t *p = Fresh();
+        EXPECT_EQ(V({aux_cvn_np_front_port_to_ifsubsys(front, p, p + 1, p + 2),
+                     aux_cvn_np_front_port_to_ifsubsys(front, nullptr, nullptr, nullptr),
+                     aux_cvn_np_front_port_to_ifsubinst(front, p + 3), o[0], o[1], o[2], o[3]}),
+                  V({0, 0, 0, sub, inst, type, inst45}))
+            << front;
     }
+    uint32_t *p = Fresh();
     EXPECT_EQ(aux_cvn_np_front_port_to_ifsubinst(0x53, nullptr), 22u);
     Plug(1, 1, kFails);
-    uint32_t s = kSentinel, i = kSentinel, t = kSentinel;
-    EXPECT_EQ(aux_cvn_np_front_port_to_ifsubsys(0x53, &s, &i, &t), kFailStatus);
-    EXPECT_EQ(aux_cvn_np_front_port_to_ifsubinst(0x53, &i), kFailStatus);
-    EXPECT_EQ(V({s, i, t}), kUntouched3);
+    EXPECT_EQ(V({aux_cvn_np_front_port_to_ifsubsys(0x53, p, p + 1, p + 2),
+                 aux_cvn_np_front_port_to_ifsubinst(0x53, p + 3), o[0], o[1], o[2], o[3]}),
+              V({kFailStatus, kFailStatus, kSentinel, kSentinel, kSentinel, kSentinel}));
 }
 
 TEST_P(Tolvar, SearchByNpPortTakesTheFirstMatchWithinTheCount)
 {
     const port_mapping_entry e[] = {{3, 0, 200, 4, 1}, {5, 0, 201, 6, 3}, {7, 0, 201, 8, 4}};
-    const port_mapping_entry *const p[] = {&e[0], &e[1], &e[2]};
-    const std::array<uint32_t, 2> hits[] = {{201, 3}, {200, 1}};
-    const std::array<uint32_t, 2> misses[] = {{201, 1}, {200, 0}, {202, 3}, {0x100C8, 3}};
-    for (auto [np_port, count] : hits) {
-        uint32_t a = kSentinel, b = kSentinel, t = kSentinel;
-        aux_np_port_to_mapping_info(p, np_port, count, &a, &b, &t);
-        EXPECT_EQ(V({a, b, t}), np_port == 201 ? V({5, 6, 3}) : V({3, 4, 1}));
+    const port_mapping_entry *const ptrs[] = {&e[0], &e[1], &e[2]};
+    const std::array<uint32_t, 5> cases[] = {{201, 3, 5, 6, 3},
+                                             {200, 1, 3, 4, 1},
+                                             {201, 1, kSentinel, kSentinel, kSentinel},
+                                             {200, 0, kSentinel, kSentinel, kSentinel},
+                                             {202, 3, kSentinel, kSentinel, kSentinel},
+                                             {0x100C8, 3, kSentinel, kSentinel, kSentinel}};
+    for (auto [np_port, count, front, fplate, type] : cases) {
+        uint32_t *p = Fresh();
+        aux_np_port_to_mapping_info(ptrs, np_port, count, p, p + 1, p + 2);
+        EXPECT_EQ(V({o[0], o[1], o[2]}), V({front, fplate, type})) << np_port << "/" << count;
     }
-    for (auto [np_port, count] : misses) {
-        uint32_t a = kSentinel, b = kSentinel, t = kSentinel;
-        aux_np_port_to_mapping_info(p, np_port, count, &a, &b, &t);
-        EXPECT_EQ(V({a, b, t}), kUntouched3) << np_port << "/" << count;
-    }
-    aux_np_port_to_mapping_info(p, 201, 3, nullptr, nullptr, nullptr);
+    aux_np_port_to_mapping_info(ptrs, 201, 3, nullptr, nullptr, nullptr);
     EXPECT_EQ(cvn_np_sim_ifsubsys_queries(), 0u);
 }
 
@@ -403,30 +398,27 @@ TEST_P(Tolvar, NothingInstalledOrAFailingQuery)
             if (setup == kAnyFails)
                 Plug(s, kAny, kFails);
             const uint32_t front = C(s, 1), np = f.Np(s), npp = f.one_np && s == 1 ? 206 : 194;
-            const uint32_t st = setup == kInstFails ? kFailStatus : kInvalid;
+            const uint32_t st = setup == kInstFails ? kFailStatus : kInvalid, iv = kInvalid;
             const uint32_t st14 = setup == kEmpty ? 0 : kInvalid;
-            uint32_t a = kSentinel, b = kSentinel, c = kSentinel, d = kSentinel;
-            EXPECT_EQ(V({cvn_np_front_port_mapping_info(front, &a, &b, &c, &d),
-                         cvn_np_front_port_to_face_plate_port(front, &c, &d),
+            uint32_t *p = Fresh();
+            EXPECT_EQ(V({cvn_np_front_port_mapping_info(front, p, p + 1, p + 2, p + 3),
+                         cvn_np_front_port_to_face_plate_port(front, p + 2, p + 3),
                          cvn_np_front_port_to_np(front), cvn_np_front_port_to_np_port(front),
-                         cvn_np_front_port_to_port_type(front)}),
-                      V({st, st, kInvalid, kInvalid, kInvalid}));
-            EXPECT_EQ(V({cvn_faceplate_porttype_mapping_info(1, front, &a, &b, &c),
+                         cvn_np_front_port_to_port_type(front),
+                         cvn_faceplate_porttype_mapping_info(1, front, p, p + 1, p + 2),
                          cvn_faceplate_porttype_to_np(1, front),
                          cvn_faceplate_porttype_to_np_port(1, front),
                          cvn_faceplate_porttype_to_phys_port(1, front),
-                         aux_cvn_faceplate_to_mapping_info(0, front, 1, &a, &b, &c)}),
-                      V({0, st, st, st, st}));
-            EXPECT_EQ(V({cvn_np_info_num_local_ports(np), cvn_np_info_to_front_port(np, npp, &a),
-                         cvn_np_info_to_fplate_porttype(np, npp, &b, &c)}),
-                      V({0, st14, st14}));
+                         aux_cvn_faceplate_to_mapping_info(0, front, 1, p, p + 1, p + 2)}),
+                      V({st, st, iv, iv, iv, 0, st, st, st, st}));
             // 1-slice: a first-port walk moves on from bay 0 to the empty bay 1.
-            EXPECT_EQ(V({cvn_np_first_front_port_on_np(np, &a),
-                         cvn_np_first_fplate_porttype_on_np(np, &c, &b),
-                         cvn_np_first_phys_port_on_np(s, &a)}),
-                      V({f.one_np ? kInvalid : st, f.one_np && s == 0 ? kInvalid : st,
-                         kInvalid}));
-            EXPECT_EQ(V({a, b, c, d}), kUntouched4);
+            EXPECT_EQ(V({cvn_np_info_num_local_ports(np), cvn_np_info_to_front_port(np, npp, p),
+                         cvn_np_info_to_fplate_porttype(np, npp, p + 1, p + 2),
+                         cvn_np_first_front_port_on_np(np, p),
+                         cvn_np_first_fplate_porttype_on_np(np, p + 2, p + 1),
+                         cvn_np_first_phys_port_on_np(s, p), o[0], o[1], o[2], o[3]}),
+                      V({0, st14, st14, f.one_np ? iv : st, f.one_np && s == 0 ? iv : st, iv,
+                         kSentinel, kSentinel, kSentinel, kSentinel}));
             EXPECT_EQ(cvn_np_port_info_subslot(uint16_t(s)), f.dummy);
             EXPECT_EQ(cvn_np_port_info_from_subslot_ifsubinst(uint16_t(s), 0), f.dummy);
             EXPECT_EQ(cvn_np_port_info_get(), f.dummy);
@@ -440,14 +432,14 @@ TEST_P(Tolvar, SoftRejectionsAndComplexes)
 {
     const uint32_t nps = f.one_np ? 1 : 2;
     Install(0, 566), Install(1, 566);
-    uint32_t a = kSentinel, b = kSentinel, c = kSentinel;
-    EXPECT_EQ(V({cvn_np_info_to_front_port(nps, 194, &a),
-                 cvn_np_info_to_fplate_porttype(nps, 194, &b, &c),
-                 cvn_np_info_to_front_port(0x100, 194, &a),
-                 aux_cvn_np_first_port_on_np(0, 0, 574, &a, &b, &c),
-                 aux_cvn_np_first_port_on_np(0, 0, 0x10004, &a, &b, &c)}),
-              V(5, kInvalid));
-    EXPECT_EQ(V({a, b, c}), kUntouched3);
+    uint32_t *p = Fresh();
+    EXPECT_EQ(
+        V({cvn_np_info_to_front_port(nps, 194, p),
+           cvn_np_info_to_fplate_porttype(nps, 194, p + 1, p + 2),
+           cvn_np_info_to_front_port(0x100, 194, p),
+           aux_cvn_np_first_port_on_np(0, 0, 574, p, p + 1, p + 2),
+           aux_cvn_np_first_port_on_np(0, 0, 0x10004, p, p + 1, p + 2), o[0], o[1], o[2]}),
+        V({kInvalid, kInvalid, kInvalid, kInvalid, kInvalid, kSentinel, kSentinel, kSentinel}));
     for (uint32_t t : {574u, 575u, 577u, 569u, 0x10236u})
         EXPECT_EQ(aux_cvn_np_port_info_get(0, 0, t), f.dummy) << t;
     // NP-local port 26 (138 in the 1-slice bay 1) is in a 565 range but on
@@ -455,27 +447,26 @@ TEST_P(Tolvar, SoftRejectionsAndComplexes)
     for (uint32_t s = 0; s < 2; ++s) {
         cvn_np_sim_reset();
         Install(s, 565);
-        a = 0xFFFF;
-        EXPECT_EQ(cvn_np_info_to_front_port(f.Np(s), f.one_np && s == 1 ? 138 : 26, &a), 0u);
-        EXPECT_EQ(a, C(s, 0x3F));
+        o[0] = 0xFFFF;
+        EXPECT_EQ(V({cvn_np_info_to_front_port(f.Np(s), f.one_np && s == 1 ? 138 : 26, p), o[0]}),
+                  V({0, C(s, 0x3F)}));
     }
     for (uint32_t cx = 0; cx < nps; ++cx) {
-        uint32_t n = kSentinel, l[2] = {kSentinel, kSentinel}, l0 = kSentinel;
+        p = Fresh();
         EXPECT_EQ(V({cvn_np_complex_to_subslot(uint8_t(cx)), cvn_np_complex_to_np(uint8_t(cx), 1),
                      cvn_np_complex_to_np(uint8_t(cx), 0),
-                     cvn_np_complex_to_subslot_list(uint8_t(cx), &n, l),
-                     cvn_np_complex_to_subslot_list(uint8_t(cx), nullptr, &l0)}),
-                  V({cx, cx, cx, 0, 0}));
-        EXPECT_EQ(V({n, l[0], l[1], l0}),
-                  f.one_np ? V({2, 0, 1, kSentinel}) : V({1, cx, kSentinel, kSentinel}));
+                     cvn_np_complex_to_subslot_list(uint8_t(cx), p, p + 1),
+                     cvn_np_complex_to_subslot_list(uint8_t(cx), nullptr, p + 3), o[0], o[1], o[2],
+                     o[3]}),
+                  f.one_np ? V({cx, cx, cx, 0, 0, 2, 0, 1, kSentinel})
+                           : V({cx, cx, cx, 0, 0, 1, cx, kSentinel, kSentinel}));
     }
     for (uint32_t s = 0; s < 2; ++s) {
-        uint32_t n = kSentinel, first = kSentinel;
-        EXPECT_EQ(cvn_np_subslot_to_np_list(uint8_t(s), nullptr, &first), kInvalid);
-        EXPECT_EQ(cvn_np_subslot_to_np_list(uint8_t(s), &n, nullptr), kInvalid);
-        EXPECT_EQ(V({n, first}), V(2, kSentinel));
-        EXPECT_EQ(cvn_np_subslot_to_np_list(uint8_t(s), &n, &first), 0u);
-        EXPECT_EQ(V({n, first}), V({1, f.Np(s)}));
+        p = Fresh();
+        EXPECT_EQ(V({cvn_np_subslot_to_np_list(uint8_t(s), nullptr, p + 1),
+                     cvn_np_subslot_to_np_list(uint8_t(s), p, nullptr), o[0], o[1],
+                     cvn_np_subslot_to_np_list(uint8_t(s), p, p + 1), o[0], o[1]}),
+                  V({kInvalid, kInvalid, kSentinel, kSentinel, 0, 1, f.Np(s)}));
     }
 }
 
@@ -550,15 +541,12 @@ TEST_F(Tolvar1Slice, BothBaysCountAndRowsMissingInBayOne)
     Plug(1, kAny, 573), Plug(1, 0, 573);
     uint32_t a = kSentinel, b = kSentinel, c = kSentinel, d = kSentinel;
     aux_cvn_np_front_port_to_mapping_info(0, 0x41, 573, &a, &b, &c, &d);
-    EXPECT_EQ(V({a, b, c, d}), kUntouched4);
     EXPECT_EQ(V({cvn_np_front_port_to_np(0x41), cvn_np_front_port_to_np_port(0x41),
                  cvn_np_front_port_to_port_type(0x41),
-                 cvn_np_front_port_mapping_info(0x41, &a, &b, &c, &d)}),
-              V({0, 0, 0, 0}));
-    EXPECT_EQ(V({a, b, c, d}), kUntouched4);
-    EXPECT_EQ(cvn_np_front_port_to_face_plate_port(0x41, &c, &d), 0u);
-    EXPECT_EQ(V({c, d}), V({0, 0}));
-    EXPECT_EQ(cvn_np_info_num_local_ports(0), 20u); // bay 1's 573 adds nothing
+                 cvn_np_front_port_mapping_info(0x41, &a, &b, &c, &d), a, b, c, d,
+                 cvn_np_front_port_to_face_plate_port(0x41, &c, &d), c, d,
+                 cvn_np_info_num_local_ports(0)}), // bay 1's 573 adds nothing
+              V({0, 0, 0, 0, kSentinel, kSentinel, kSentinel, kSentinel, 0, 0, 0, 20}));
 }
 
 } // namespace
