@@ -2,6 +2,7 @@
 // both bays): their exported tables field by field, and every operation over
 // every EP type and port, with expected values written out from the wiring
 // rules below, never read from the library.
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <string>
@@ -130,17 +131,45 @@ V List(const port_info *l)
     return out;
 }
 const V kEmptyList = {0, CVN_NP_PORT_TYPE_END};
+const uint32_t S = kSentinel, iv = kInvalid;
+
+// Results of slots 12, 11, 8, 9, 10 for a front port, then slot 12's four and
+// slot 11's two outputs (preset to kSentinel).
+V Front(uint32_t front)
+{
+    uint32_t o[6] = {S, S, S, S, S, S};
+    V r = {cvn_np_front_port_mapping_info(front, o, o + 1, o + 2, o + 3),
+           cvn_np_front_port_to_face_plate_port(front, o + 4, o + 5),
+           cvn_np_front_port_to_np(front), cvn_np_front_port_to_np_port(front),
+           cvn_np_front_port_to_port_type(front)};
+    r.insert(r.end(), o, o + 6);
+    return r;
+}
+// Results of slots 22, 19, 20, 21 and 43 for a faceplate port, then the NP, NP
+// port and front outputs of slots 22 and 43.
+V Face(uint32_t type, uint32_t fplate)
+{
+    uint32_t o[6] = {S, S, S, S, S, S};
+    V r = {cvn_faceplate_porttype_mapping_info(type, fplate, o, o + 1, o + 2),
+           cvn_faceplate_porttype_to_np(type, fplate),
+           cvn_faceplate_porttype_to_np_port(type, fplate),
+           cvn_faceplate_porttype_to_phys_port(type, fplate),
+           aux_cvn_faceplate_to_mapping_info(7, fplate, type, o + 3, o + 4, o + 5)};
+    r.insert(r.end(), o, o + 6);
+    return r;
+}
+// Results of slots 14 and 15, then the front, faceplate and port-type outputs.
+V Back(uint32_t np, uint32_t np_port)
+{
+    uint32_t o[3] = {S, S, S};
+    return {cvn_np_info_to_front_port(np, np_port, o),
+            cvn_np_info_to_fplate_porttype(np, np_port, o + 1, o + 2), o[0], o[1], o[2]};
+}
 
 class Tolvar : public cvn_test::LibTest, public ::testing::WithParamInterface<const Fam *> {
   protected:
     Tolvar() : LibTest(GetParam()->cards[0]), f(*GetParam()) {}
     const Fam &f;
-    std::array<uint32_t, 4> o; // outputs, preset by Fresh()
-    uint32_t *Fresh()
-    {
-        o.fill(kSentinel);
-        return o.data();
-    }
     // A plain EP in subslot s (reporting its type at subslot level and as
     // instance 0), or a split subslot whose two instances report `t`.
     void Install(uint32_t s, uint32_t t)
@@ -170,10 +199,9 @@ TEST_P(Tolvar, ExportedTablesHoldTheWrittenRows)
     EXPECT_EQ(info, f.info_vals);
     const uint32_t spare = f.one_np ? 1 : 2;
     for (int bay = 0; bay < 2; ++bay) {
-        const std::vector<Row> &rows = *f.rows[bay];
-        ASSERT_EQ(f.sizes[bay], rows.size());
-        for (size_t i = 0; i < rows.size(); ++i) {
-            const Row &r = rows[i];
+        ASSERT_EQ(f.sizes[bay], f.rows[bay]->size());
+        for (size_t i = 0; i < f.rows[bay]->size(); ++i) {
+            const Row &r = (*f.rows[bay])[i];
             const cvn_np_ep_data &d = f.tables[bay][i];
             SCOPED_TRACE(std::to_string(bay) + " row " + std::to_string(i));
             EXPECT_EQ(V({d.ep_type, d.np_per_subslot, d.spare_a, d.spare_b, d.np_port_base,
@@ -235,66 +263,39 @@ TEST_P(Tolvar, EveryEpTypeAndPortMapsThroughEveryOperation)
             const uint32_t t = r.type, np = f.Np(s), z = C(s, 0), pt = r.ptype;
             const bool pi = PerInstance(t);
             const V list = {r.count, pt, 0, CVN_NP_PORT_TYPE_END};
-            // A plain row adds its ports (but 573); a split subslot its two instances'.
-            EXPECT_EQ(cvn_np_info_num_local_ports(np), pi         ? 2 * InstancePorts(t)
-                                                       : t == 573 ? 0
-                                                                  : r.n);
-            EXPECT_EQ(aux_cvn_np_info_num_local_ports(s, np, t), pi ? InstancePorts(t) : r.n);
             EXPECT_EQ(List(cvn_np_port_info_subslot(uint16_t(s))), list);
             EXPECT_EQ(List(cvn_np_port_info_from_subslot_ifsubinst(uint16_t(s), 0)), list);
             EXPECT_EQ(List(cvn_np_port_info_get()), list);
             EXPECT_EQ(List(aux_cvn_np_port_info_get(s, 0, t)), list);
-            uint32_t *p = Fresh();
-            EXPECT_EQ(V({cvn_np_first_front_port_on_np(np, p),
-                         cvn_np_first_fplate_porttype_on_np(np, p + 2, p + 1), o[0], o[1], o[2]}),
-                      V({0, 0, z, z, pt}));
-            p = Fresh();
-            EXPECT_EQ(V({aux_cvn_np_first_port_on_np(s, 0, t, p, p + 1, p + 2), o[0], o[1], o[2]}),
-                      V({0, z, z, pt}));
-            p = Fresh();
-            EXPECT_EQ(V({cvn_np_first_phys_port_on_np(s, p), o[0]}),
-                      f.one_np ? V({0, z}) : V({kInvalid, kSentinel}));
+            // A plain row adds its ports (but 573); a split subslot its two instances'.
+            uint32_t o[6] = {S, S, S, S, S, S};
+            EXPECT_EQ(V({cvn_np_info_num_local_ports(np), aux_cvn_np_info_num_local_ports(s, np, t),
+                         cvn_np_first_front_port_on_np(np, o),
+                         cvn_np_first_fplate_porttype_on_np(np, o + 2, o + 1),
+                         aux_cvn_np_first_port_on_np(s, 0, t, o + 3, o + 4, o + 5), o[0], o[1],
+                         o[2], o[3], o[4], o[5], cvn_np_first_phys_port_on_np(s, &o[0]), o[0]}),
+                      V({pi         ? 2 * InstancePorts(t)
+                         : t == 573 ? 0
+                                    : r.n,
+                         pi ? InstancePorts(t) : r.n, 0, 0, 0, z, z, pt, z, z, pt,
+                         f.one_np ? 0 : iv, f.one_np ? z : z}));
             for (uint32_t k = 0; k < r.n; ++k) {
                 const uint32_t front = C(s, Bits(r, k)), npp = NpPort(r, k);
                 SCOPED_TRACE("entry " + std::to_string(k));
-                const V fwd = {0, np, npp, front, pt};
-                p = Fresh();
-                EXPECT_EQ(V({cvn_np_front_port_mapping_info(front, p, p + 1, p + 2, p + 3), o[0],
-                             o[1], o[2], o[3]}),
-                          fwd);
-                p = Fresh();
-                aux_cvn_np_front_port_to_mapping_info(7, front, t, p, p + 1, p + 2, p + 3);
-                EXPECT_EQ(V({0, o[0], o[1], o[2], o[3]}), fwd);
-                p = Fresh();
-                EXPECT_EQ(
-                    V({cvn_np_front_port_to_face_plate_port(front, p, p + 1), o[0], o[1],
-                       cvn_np_front_port_to_np(front), cvn_np_front_port_to_np_port(front),
-                       cvn_np_front_port_to_port_type(front),
-                       cvn_np_front_port_mapping_info(front, nullptr, nullptr, nullptr, nullptr)}),
-                    V({0, front, pt, np, npp, pt, 0}));
-                p = Fresh();
-                EXPECT_EQ(V({cvn_faceplate_porttype_mapping_info(pt, front, p, p + 1, p + 2), o[0],
-                             o[1], o[2], cvn_faceplate_porttype_to_np(pt, front),
-                             cvn_faceplate_porttype_to_np_port(pt, front),
-                             cvn_faceplate_porttype_to_phys_port(pt, front)}),
-                          V({0, np, npp, front, np, npp, front}));
-                p = Fresh();
-                EXPECT_EQ(V({aux_cvn_faceplate_to_mapping_info(7, front, pt, p, p + 1, p + 2), o[0],
-                             o[1], o[2]}),
-                          V({0, np, npp, front}));
+                EXPECT_EQ(Front(front), V({0, 0, np, npp, pt, np, npp, front, pt, front, pt}));
+                std::fill(o, o + 4, S);
+                aux_cvn_np_front_port_to_mapping_info(7, front, t, o, o + 1, o + 2, o + 3);
+                EXPECT_EQ(V(o, o + 4), V({np, npp, front, pt}));
+                EXPECT_EQ(Face(pt, front),
+                          V({0, np, npp, front, 0, np, npp, front, np, npp, front}));
                 // 1-slice: NP ports 204.. of bay 0 belong to bay 1 unless bay 0
                 // is split, 576 or 578; bay 1 is empty here.
                 const bool found = !(f.one_np && t == 573 && npp >= 204);
-                p = Fresh();
-                EXPECT_EQ(
-                    V({cvn_np_info_to_front_port(np, npp, p),
-                       cvn_np_info_to_fplate_porttype(np, npp, p + 1, p + 2), o[0], o[1], o[2]}),
-                    found ? V({0, 0, front, front, pt})
-                          : V({0, 0, kSentinel, kSentinel, kSentinel}));
-                p = Fresh();
+                EXPECT_EQ(Back(np, npp), found ? V({0, 0, front, front, pt}) : V({0, 0, S, S, S}));
+                std::fill(o, o + 3, S);
                 if (found)
-                    aux_cvn_np_info_to_mapping_info(np, npp, t, p, p + 1, p + 2);
-                EXPECT_EQ(V({o[0], o[1], o[2]}), found ? V({front, front, pt}) : kUntouched3);
+                    aux_cvn_np_info_to_mapping_info(np, npp, t, o, o + 1, o + 2);
+                EXPECT_EQ(V(o, o + 3), found ? V({front, front, pt}) : V({S, S, S}));
             }
         }
     }
@@ -304,19 +305,14 @@ TEST_P(Tolvar, EveryEpTypeAndPortMapsThroughEveryOperation)
 // (0: nothing scripted).
 TEST_P(Tolvar, FrontPortEncodingFollowsTheSubslotLevelType)
 {
-    const std::array<uint32_t, 5> cases[] = {{574, 0x53, 1, 3, 0x53},
-                                             {575, 0x53, 1, 3, 0x53},
-                                             {577, 0x53, 1, 3, 0x53},
-                                             {566, 0x63, 0, 0x13, 0x65},
-                                             {573, 0x63, 0, 0x13, 0x65},
-                                             {565, 0x63, 0, 0x13, 0x65},
-                                             {578, 0x63, 0, 0x13, 0x65},
-                                             {569, 0x63, 0, 0x13, 0},
-                                             {572, 0x63, 0, 0x13, 0},
-                                             {k10, 0x63, 0, 0x13, 0},
-                                             {0x1023E, 0x63, 0, 0x13, 0},
-                                             {0, 0x63, kInvalid, 0x13, kInvalid},
-                                             {kFails, 0x63, kInvalid, kInvalid, kInvalid}};
+    // clang-format off
+    const std::array<uint32_t, 5> cases[] = {
+        {574, 0x53, 1, 3, 0x53},    {575, 0x53, 1, 3, 0x53},    {577, 0x53, 1, 3, 0x53},
+        {566, 0x63, 0, 0x13, 0x65}, {573, 0x63, 0, 0x13, 0x65}, {565, 0x63, 0, 0x13, 0x65},
+        {578, 0x63, 0, 0x13, 0x65}, {569, 0x63, 0, 0x13, 0},    {572, 0x63, 0, 0x13, 0},
+        {k10, 0x63, 0, 0x13, 0},    {0x1023E, 0x63, 0, 0x13, 0}, {0, 0x63, iv, 0x13, iv},
+        {kFails, 0x63, iv, iv, iv}};
+    // clang-format on
     for (auto [type, s30, s34, s35, s36] : cases) {
         cvn_np_sim_reset();
         if (type != 0)
@@ -344,41 +340,39 @@ TEST_P(Tolvar, InterfaceSubsystemOfAFrontPort)
 {
     Plug(1, kAny, 574), Plug(1, 0, k40), Plug(1, 1, k10), Plug(0, kAny, 566), Plug(0, 0, 567);
     Plug(2, kInvalid, k100);
-    const std::array<uint32_t, 5> cases[] = {{0x53, 1, 1, k10, 1},
-                                             {0x43, 1, 0, k40, 0},
-                                             {0x13, 0, 0, 567, 0x13},
-                                             {0x93, 2, kInvalid, k100, 1},
-                                             {0xD3, 3, kInvalid, kNone, 0x13}};
+    // clang-format off
+    const std::array<uint32_t, 5> cases[] = {{0x53, 1, 1, k10, 1}, {0x43, 1, 0, k40, 0},
+        {0x13, 0, 0, 567, 0x13}, {0x93, 2, iv, k100, 1}, {0xD3, 3, iv, kNone, 0x13}};
+    // clang-format on
+    uint32_t o[4];
     for (auto [front, sub, inst, type, inst45] : cases) {
-        uint32_t *p = Fresh();
-        EXPECT_EQ(V({aux_cvn_np_front_port_to_ifsubsys(front, p, p + 1, p + 2),
+        std::fill(o, o + 4, S);
+        EXPECT_EQ(V({aux_cvn_np_front_port_to_ifsubsys(front, o, o + 1, o + 2),
                      aux_cvn_np_front_port_to_ifsubsys(front, nullptr, nullptr, nullptr),
-                     aux_cvn_np_front_port_to_ifsubinst(front, p + 3), o[0], o[1], o[2], o[3]}),
+                     aux_cvn_np_front_port_to_ifsubinst(front, o + 3), o[0], o[1], o[2], o[3]}),
                   V({0, 0, 0, sub, inst, type, inst45}))
             << front;
     }
-    uint32_t *p = Fresh();
-    EXPECT_EQ(aux_cvn_np_front_port_to_ifsubinst(0x53, nullptr), 22u);
+    std::fill(o, o + 4, S);
     Plug(1, 1, kFails);
-    EXPECT_EQ(V({aux_cvn_np_front_port_to_ifsubsys(0x53, p, p + 1, p + 2),
-                 aux_cvn_np_front_port_to_ifsubinst(0x53, p + 3), o[0], o[1], o[2], o[3]}),
-              V({kFailStatus, kFailStatus, kSentinel, kSentinel, kSentinel, kSentinel}));
+    EXPECT_EQ(V({aux_cvn_np_front_port_to_ifsubinst(0x53, nullptr),
+                 aux_cvn_np_front_port_to_ifsubsys(0x53, o, o + 1, o + 2),
+                 aux_cvn_np_front_port_to_ifsubinst(0x53, o + 3), o[0], o[1], o[2], o[3]}),
+              V({22, kFailStatus, kFailStatus, S, S, S, S}));
 }
 
 TEST_P(Tolvar, SearchByNpPortTakesTheFirstMatchWithinTheCount)
 {
     const port_mapping_entry e[] = {{3, 0, 200, 4, 1}, {5, 0, 201, 6, 3}, {7, 0, 201, 8, 4}};
     const port_mapping_entry *const ptrs[] = {&e[0], &e[1], &e[2]};
-    const std::array<uint32_t, 5> cases[] = {{201, 3, 5, 6, 3},
-                                             {200, 1, 3, 4, 1},
-                                             {201, 1, kSentinel, kSentinel, kSentinel},
-                                             {200, 0, kSentinel, kSentinel, kSentinel},
-                                             {202, 3, kSentinel, kSentinel, kSentinel},
-                                             {0x100C8, 3, kSentinel, kSentinel, kSentinel}};
+    // clang-format off
+    const std::array<uint32_t, 5> cases[] = {{201, 3, 5, 6, 3}, {200, 1, 3, 4, 1}, {201, 1, S, S, S},
+        {200, 0, S, S, S}, {202, 3, S, S, S}, {0x100C8, 3, S, S, S}};
+    // clang-format on
     for (auto [np_port, count, front, fplate, type] : cases) {
-        uint32_t *p = Fresh();
-        aux_np_port_to_mapping_info(ptrs, np_port, count, p, p + 1, p + 2);
-        EXPECT_EQ(V({o[0], o[1], o[2]}), V({front, fplate, type})) << np_port << "/" << count;
+        uint32_t o[3] = {S, S, S};
+        aux_np_port_to_mapping_info(ptrs, np_port, count, o, o + 1, o + 2);
+        EXPECT_EQ(V(o, o + 3), V({front, fplate, type})) << np_port << "/" << count;
     }
     aux_np_port_to_mapping_info(ptrs, 201, 3, nullptr, nullptr, nullptr);
     EXPECT_EQ(cvn_np_sim_ifsubsys_queries(), 0u);
@@ -398,32 +392,22 @@ TEST_P(Tolvar, NothingInstalledOrAFailingQuery)
             if (setup == kAnyFails)
                 Plug(s, kAny, kFails);
             const uint32_t front = C(s, 1), np = f.Np(s), npp = f.one_np && s == 1 ? 206 : 194;
-            const uint32_t st = setup == kInstFails ? kFailStatus : kInvalid, iv = kInvalid;
-            const uint32_t st14 = setup == kEmpty ? 0 : kInvalid;
-            uint32_t *p = Fresh();
-            EXPECT_EQ(V({cvn_np_front_port_mapping_info(front, p, p + 1, p + 2, p + 3),
-                         cvn_np_front_port_to_face_plate_port(front, p + 2, p + 3),
-                         cvn_np_front_port_to_np(front), cvn_np_front_port_to_np_port(front),
-                         cvn_np_front_port_to_port_type(front),
-                         cvn_faceplate_porttype_mapping_info(1, front, p, p + 1, p + 2),
-                         cvn_faceplate_porttype_to_np(1, front),
-                         cvn_faceplate_porttype_to_np_port(1, front),
-                         cvn_faceplate_porttype_to_phys_port(1, front),
-                         aux_cvn_faceplate_to_mapping_info(0, front, 1, p, p + 1, p + 2)}),
-                      V({st, st, iv, iv, iv, 0, st, st, st, st}));
+            const uint32_t st = setup == kInstFails ? kFailStatus : iv,
+                           st14 = setup == kEmpty ? 0 : iv;
+            EXPECT_EQ(Front(front), V({st, st, iv, iv, iv, S, S, S, S, S, S}));
+            EXPECT_EQ(Face(1, front), V({0, st, st, st, st, S, S, S, S, S, S}));
+            EXPECT_EQ(Back(np, npp), V({st14, st14, S, S, S}));
             // 1-slice: a first-port walk moves on from bay 0 to the empty bay 1.
-            EXPECT_EQ(V({cvn_np_info_num_local_ports(np), cvn_np_info_to_front_port(np, npp, p),
-                         cvn_np_info_to_fplate_porttype(np, npp, p + 1, p + 2),
-                         cvn_np_first_front_port_on_np(np, p),
-                         cvn_np_first_fplate_porttype_on_np(np, p + 2, p + 1),
-                         cvn_np_first_phys_port_on_np(s, p), o[0], o[1], o[2], o[3]}),
-                      V({0, st14, st14, f.one_np ? iv : st, f.one_np && s == 0 ? iv : st, iv,
-                         kSentinel, kSentinel, kSentinel, kSentinel}));
+            uint32_t o[3] = {S, S, S};
+            EXPECT_EQ(V({cvn_np_info_num_local_ports(np), cvn_np_first_front_port_on_np(np, o),
+                         cvn_np_first_fplate_porttype_on_np(np, o + 2, o + 1),
+                         cvn_np_first_phys_port_on_np(s, o), o[0], o[1], o[2]}),
+                      V({0, f.one_np ? iv : st, f.one_np && s == 0 ? iv : st, iv, S, S, S}));
             EXPECT_EQ(cvn_np_port_info_subslot(uint16_t(s)), f.dummy);
             EXPECT_EQ(cvn_np_port_info_from_subslot_ifsubinst(uint16_t(s), 0), f.dummy);
             EXPECT_EQ(cvn_np_port_info_get(), f.dummy);
             EXPECT_EQ(cvn_np_lib_get_phys_port_tuple45(0, uint16_t(s), 1, 2),
-                      setup == kInstFails ? C(s, 1) : kInvalid);
+                      setup == kInstFails ? C(s, 1) : iv);
         }
     }
 }
@@ -432,14 +416,12 @@ TEST_P(Tolvar, SoftRejectionsAndComplexes)
 {
     const uint32_t nps = f.one_np ? 1 : 2;
     Install(0, 566), Install(1, 566);
-    uint32_t *p = Fresh();
-    EXPECT_EQ(
-        V({cvn_np_info_to_front_port(nps, 194, p),
-           cvn_np_info_to_fplate_porttype(nps, 194, p + 1, p + 2),
-           cvn_np_info_to_front_port(0x100, 194, p),
-           aux_cvn_np_first_port_on_np(0, 0, 574, p, p + 1, p + 2),
-           aux_cvn_np_first_port_on_np(0, 0, 0x10004, p, p + 1, p + 2), o[0], o[1], o[2]}),
-        V({kInvalid, kInvalid, kInvalid, kInvalid, kInvalid, kSentinel, kSentinel, kSentinel}));
+    EXPECT_EQ(Back(nps, 194), V({iv, iv, S, S, S}));
+    EXPECT_EQ(Back(0x100, 194), V({iv, iv, S, S, S}));
+    uint32_t o[4] = {S, S, S, S};
+    EXPECT_EQ(V({aux_cvn_np_first_port_on_np(0, 0, 574, o, o + 1, o + 2),
+                 aux_cvn_np_first_port_on_np(0, 0, 0x10004, o, o + 1, o + 2), o[0], o[1], o[2]}),
+              V({iv, iv, S, S, S}));
     for (uint32_t t : {574u, 575u, 577u, 569u, 0x10236u})
         EXPECT_EQ(aux_cvn_np_port_info_get(0, 0, t), f.dummy) << t;
     // NP-local port 26 (138 in the 1-slice bay 1) is in a 565 range but on
@@ -448,25 +430,24 @@ TEST_P(Tolvar, SoftRejectionsAndComplexes)
         cvn_np_sim_reset();
         Install(s, 565);
         o[0] = 0xFFFF;
-        EXPECT_EQ(V({cvn_np_info_to_front_port(f.Np(s), f.one_np && s == 1 ? 138 : 26, p), o[0]}),
+        EXPECT_EQ(V({cvn_np_info_to_front_port(f.Np(s), f.one_np && s == 1 ? 138 : 26, o), o[0]}),
                   V({0, C(s, 0x3F)}));
     }
     for (uint32_t cx = 0; cx < nps; ++cx) {
-        p = Fresh();
-        EXPECT_EQ(V({cvn_np_complex_to_subslot(uint8_t(cx)), cvn_np_complex_to_np(uint8_t(cx), 1),
-                     cvn_np_complex_to_np(uint8_t(cx), 0),
-                     cvn_np_complex_to_subslot_list(uint8_t(cx), p, p + 1),
-                     cvn_np_complex_to_subslot_list(uint8_t(cx), nullptr, p + 3), o[0], o[1], o[2],
-                     o[3]}),
-                  f.one_np ? V({cx, cx, cx, 0, 0, 2, 0, 1, kSentinel})
-                           : V({cx, cx, cx, 0, 0, 1, cx, kSentinel, kSentinel}));
+        const uint8_t c8 = uint8_t(cx);
+        std::fill(o, o + 4, S);
+        EXPECT_EQ(V({cvn_np_complex_to_subslot(c8), cvn_np_complex_to_np(c8, 1),
+                     cvn_np_complex_to_np(c8, 0), cvn_np_complex_to_subslot_list(c8, o, o + 1),
+                     cvn_np_complex_to_subslot_list(c8, nullptr, o + 3), o[0], o[1], o[2], o[3]}),
+                  f.one_np ? V({cx, cx, cx, 0, 0, 2, 0, 1, S})
+                           : V({cx, cx, cx, 0, 0, 1, cx, S, S}));
     }
-    for (uint32_t s = 0; s < 2; ++s) {
-        p = Fresh();
-        EXPECT_EQ(V({cvn_np_subslot_to_np_list(uint8_t(s), nullptr, p + 1),
-                     cvn_np_subslot_to_np_list(uint8_t(s), p, nullptr), o[0], o[1],
-                     cvn_np_subslot_to_np_list(uint8_t(s), p, p + 1), o[0], o[1]}),
-                  V({kInvalid, kInvalid, kSentinel, kSentinel, 0, 1, f.Np(s)}));
+    for (uint8_t s = 0; s < 2; ++s) {
+        std::fill(o, o + 2, S);
+        EXPECT_EQ(V({cvn_np_subslot_to_np_list(s, nullptr, o + 1),
+                     cvn_np_subslot_to_np_list(s, o, nullptr), o[0], o[1],
+                     cvn_np_subslot_to_np_list(s, o, o + 1), o[0], o[1]}),
+                  V({iv, iv, S, S, 0, 1, f.Np(s)}));
     }
 }
 
@@ -482,25 +463,22 @@ class Tolvar2Slice : public cvn_test::LibTest {
 // always answers with instance 0 (here 100GE; instance 1 is 10GE).
 TEST_F(Tolvar2Slice, NpPortChoosesTheInstanceOfASplitSubslot)
 {
-    const std::array<uint32_t, 4> cases[] = {{574, 204, 0, 0x50},
-                                             {577, 116, 0, 0x40},
-                                             {574, 117, 0, C(1, kSentinel)},
-                                             {575, 204, 0, C(1, kSentinel)},
-                                             {575, 116, 0, 0x40},
-                                             {574, 203, kInvalid, kSentinel},
-                                             {577, 98, kInvalid, kSentinel},
-                                             {574, 0x100CC, kInvalid, kSentinel}};
+    // clang-format off
+    const std::array<uint32_t, 4> cases[] = {{574, 204, 0, 0x50}, {577, 116, 0, 0x40},
+        {574, 117, 0, C(1, S)}, {575, 204, 0, C(1, S)}, {575, 116, 0, 0x40}, {574, 203, iv, S},
+        {577, 98, iv, S}, {574, 0x100CC, iv, S}};
+    // clang-format on
     for (auto [any, np_port, status, front] : cases) {
         cvn_np_sim_reset();
         Plug(1, kAny, any), Plug(1, 0, k100), Plug(1, 1, k10);
-        uint32_t out = kSentinel;
+        uint32_t out = S;
         EXPECT_EQ(V({cvn_np_info_to_front_port(1, np_port, &out), out}), V({status, front}))
             << any << "/" << np_port;
     }
     cvn_np_sim_reset();
-    uint32_t a = kSentinel, b = kSentinel, c = kSentinel, d = kSentinel;
-    aux_cvn_np_front_port_to_mapping_info(0, 0x41, 567, &a, &b, &c, &d); // the type given counts
-    EXPECT_EQ(V({a, b, c, d}), V({1, 194, 0x41, 1}));
+    uint32_t o[4] = {S, S, S, S};
+    aux_cvn_np_front_port_to_mapping_info(0, 0x41, 567, o, o + 1, o + 2, o + 3); // the type given
+    EXPECT_EQ(V(o, o + 4), V({1, 194, 0x41, 1}));
 }
 
 class Tolvar1Slice : public cvn_test::LibTest {
@@ -519,14 +497,11 @@ TEST_F(Tolvar1Slice, NpPort204FollowsWhatBayZeroHolds)
         const bool split = bay0 == 574 || bay0 == 575 || bay0 == 577;
         Plug(0, kAny, bay0), Plug(0, 0, split ? k100 : bay0), Plug(0, 1, k10);
         Plug(1, kAny, 566), Plug(1, 0, 566);
-        uint32_t out = kSentinel;
-        EXPECT_EQ(V({cvn_np_info_to_front_port(0, 204, &out), out}), V({0, front})) << bay0;
+        EXPECT_EQ(Back(0, 204), V({0, 0, front, front, 1})) << bay0;
     }
     Plug(1, kAny, kFails); // either bay unanswered: no answer
-    uint32_t out = kSentinel;
-    EXPECT_EQ(V({cvn_np_info_to_front_port(0, 192, &out), cvn_np_info_to_front_port(0, 150, &out),
-                 cvn_np_info_to_front_port(0, 115, &out), out}),
-              V({kInvalid, kInvalid, kInvalid, kSentinel}));
+    for (uint32_t np_port : {192, 150, 115})
+        EXPECT_EQ(Back(0, np_port), V({iv, iv, S, S, S})) << np_port;
 }
 
 // Bay 1 has no 573, 576 or 578 row: no list, and front-port mapping writes
@@ -539,14 +514,11 @@ TEST_F(Tolvar1Slice, BothBaysCountAndRowsMissingInBayOne)
         EXPECT_EQ(aux_cvn_np_port_info_get(1, 0, t), nullptr) << t;
     EXPECT_EQ(aux_cvn_np_port_info_get(0, 0, k40b), tv_1slice_dummy_port_info);
     Plug(1, kAny, 573), Plug(1, 0, 573);
-    uint32_t a = kSentinel, b = kSentinel, c = kSentinel, d = kSentinel;
-    aux_cvn_np_front_port_to_mapping_info(0, 0x41, 573, &a, &b, &c, &d);
-    EXPECT_EQ(V({cvn_np_front_port_to_np(0x41), cvn_np_front_port_to_np_port(0x41),
-                 cvn_np_front_port_to_port_type(0x41),
-                 cvn_np_front_port_mapping_info(0x41, &a, &b, &c, &d), a, b, c, d,
-                 cvn_np_front_port_to_face_plate_port(0x41, &c, &d), c, d,
-                 cvn_np_info_num_local_ports(0)}), // bay 1's 573 adds nothing
-              V({0, 0, 0, 0, kSentinel, kSentinel, kSentinel, kSentinel, 0, 0, 0, 20}));
+    uint32_t o[4] = {S, S, S, S};
+    aux_cvn_np_front_port_to_mapping_info(0, 0x41, 573, o, o + 1, o + 2, o + 3);
+    EXPECT_EQ(V(o, o + 4), V({S, S, S, S}));
+    EXPECT_EQ(Front(0x41), V({0, 0, 0, 0, 0, S, S, S, S, 0, 0}));
+    EXPECT_EQ(cvn_np_info_num_local_ports(0), 20u); // bay 1's 573 adds nothing
 }
 
 } // namespace
