@@ -18,7 +18,7 @@ using cvn_test::kSentinel;
 using V = std::vector<uint32_t>;
 constexpr uint32_t kAny = CVN_NP_IFSUB_ANY, kNone = CVN_NP_IFSUB_TYPE_NONE, X = 99;
 constexpr uint32_t k100 = 0x10000, k40 = 0x10001, k10 = 0x10002, k40b = 0x10003;
-const V kUntouched3(3, kSentinel), kUntouched4(4, kSentinel);
+const uint32_t S = kSentinel, iv = kInvalid;
 
 // compose(subslot, v): subslot in bits 7..6, port bits 5..0.
 uint32_t C(uint32_t s, uint32_t v) { return ((s << 6) & 0xFF) | (v & 0x3F); }
@@ -82,25 +82,16 @@ bool PerInstance(uint32_t t) { return t >= k100 && t <= k40b; }
 // Ports one instance of a per-instance type counts (np_info's port_cage_*).
 uint32_t InstancePorts(uint32_t t) { return t == k40 ? 2 : t == k10 ? 10 : 1; }
 
-struct Fam {
-    const char *name;
-    V cards, not_cards;
-    const np_info *info;
-    std::array<uint16_t, 23> info_vals;
-    const np_info *const *info_ptr;
-    const cvn_np_ep_data *const *types_ptr;
-    std::array<const cvn_np_ep_data *, 2> tables; // by subslot
-    std::array<size_t, 2> sizes;
-    std::array<const std::vector<Row> *, 2> rows;
-    card_version *ver;
-    subslot_info *ssi;
-    const port_info *dummy;
-    cvn_np_api *api;
+// clang-format off
+struct Fam { // a card family: its card types, records, tables (by subslot) and rows
+    const char *name; V cards, not_cards; const np_info *info; std::array<uint16_t, 23> info_vals;
+    const np_info *const *info_ptr; const cvn_np_ep_data *const *types_ptr;
+    std::array<const cvn_np_ep_data *, 2> tables; std::array<size_t, 2> sizes;
+    std::array<const std::vector<Row> *, 2> rows; card_version *ver; subslot_info *ssi;
+    const port_info *dummy; cvn_np_api *api;
     bool one_np; // 1-slice: every port is on NP 0
     uint32_t Np(uint32_t s) const { return one_np ? 0 : s; }
 };
-
-// clang-format off
 const Fam k2Slice = {"tolvar_2slice",
     {0x3D0296, 0x3D0297, 0x3D0298, 0x3D0299, 0x3D029B, 0x3D029C, 0x3D029D, 0x3D029E, 0x3D029F, 0x3D02D8},
     {0x3D029A, 0x3D02A0, 0x3D02D7}, &np_info_2slice_tolvar,
@@ -131,18 +122,18 @@ V List(const port_info *l)
     return out;
 }
 const V kEmptyList = {0, CVN_NP_PORT_TYPE_END};
-const uint32_t S = kSentinel, iv = kInvalid;
 
-// Results of slots 12, 11, 8, 9, 10 for a front port, then slot 12's four and
-// slot 11's two outputs (preset to kSentinel).
-V Front(uint32_t front)
+// Results of slots 12, 11, 8, 9, 10 for a front port, then the outputs (preset
+// to kSentinel) of slot 12 (four), slot 11 (two) and slot 39 asked with `type`.
+V Front(uint32_t front, uint32_t type)
 {
-    uint32_t o[6] = {S, S, S, S, S, S};
+    uint32_t o[10] = {S, S, S, S, S, S, S, S, S, S};
+    aux_cvn_np_front_port_to_mapping_info(7, front, type, o + 6, o + 7, o + 8, o + 9);
     V r = {cvn_np_front_port_mapping_info(front, o, o + 1, o + 2, o + 3),
            cvn_np_front_port_to_face_plate_port(front, o + 4, o + 5),
            cvn_np_front_port_to_np(front), cvn_np_front_port_to_np_port(front),
            cvn_np_front_port_to_port_type(front)};
-    r.insert(r.end(), o, o + 6);
+    r.insert(r.end(), o, o + 10);
     return r;
 }
 // Results of slots 22, 19, 20, 21 and 43 for a faceplate port, then the NP, NP
@@ -158,12 +149,21 @@ V Face(uint32_t type, uint32_t fplate)
     r.insert(r.end(), o, o + 6);
     return r;
 }
-// Results of slots 14 and 15, then the front, faceplate and port-type outputs.
-V Back(uint32_t np, uint32_t np_port)
+// Results of slots 14 and 15, then the front, faceplate and port-type outputs,
+// and those of slot 41 asked with `type` (if not 0).
+V Back(uint32_t np, uint32_t np_port, uint32_t type = 0)
 {
-    uint32_t o[3] = {S, S, S};
+    uint32_t o[6] = {S, S, S, S, S, S};
+    if (type != 0)
+        aux_cvn_np_info_to_mapping_info(np, np_port, type, o + 3, o + 4, o + 5);
     return {cvn_np_info_to_front_port(np, np_port, o),
-            cvn_np_info_to_fplate_porttype(np, np_port, o + 1, o + 2), o[0], o[1], o[2]};
+            cvn_np_info_to_fplate_porttype(np, np_port, o + 1, o + 2),
+            o[0],
+            o[1],
+            o[2],
+            o[3],
+            o[4],
+            o[5]};
 }
 
 class Tolvar : public cvn_test::LibTest, public ::testing::WithParamInterface<const Fam *> {
@@ -268,34 +268,28 @@ TEST_P(Tolvar, EveryEpTypeAndPortMapsThroughEveryOperation)
             EXPECT_EQ(List(cvn_np_port_info_get()), list);
             EXPECT_EQ(List(aux_cvn_np_port_info_get(s, 0, t)), list);
             // A plain row adds its ports (but 573); a split subslot its two instances'.
-            uint32_t o[6] = {S, S, S, S, S, S};
+            const uint32_t count = pi ? 2 * InstancePorts(t) : t == 573 ? 0 : r.n;
+            uint32_t o[7] = {S, S, S, S, S, S, S};
             EXPECT_EQ(V({cvn_np_info_num_local_ports(np), aux_cvn_np_info_num_local_ports(s, np, t),
                          cvn_np_first_front_port_on_np(np, o),
                          cvn_np_first_fplate_porttype_on_np(np, o + 2, o + 1),
                          aux_cvn_np_first_port_on_np(s, 0, t, o + 3, o + 4, o + 5), o[0], o[1],
-                         o[2], o[3], o[4], o[5], cvn_np_first_phys_port_on_np(s, &o[0]), o[0]}),
-                      V({pi         ? 2 * InstancePorts(t)
-                         : t == 573 ? 0
-                                    : r.n,
-                         pi ? InstancePorts(t) : r.n, 0, 0, 0, z, z, pt, z, z, pt,
-                         f.one_np ? 0 : iv, f.one_np ? z : z}));
+                         o[2], o[3], o[4], o[5], cvn_np_first_phys_port_on_np(s, o + 6), o[6]}),
+                      V({count, pi ? InstancePorts(t) : r.n, 0, 0, 0, z, z, pt, z, z, pt,
+                         f.one_np ? 0 : iv, f.one_np ? z : S}));
             for (uint32_t k = 0; k < r.n; ++k) {
                 const uint32_t front = C(s, Bits(r, k)), npp = NpPort(r, k);
                 SCOPED_TRACE("entry " + std::to_string(k));
-                EXPECT_EQ(Front(front), V({0, 0, np, npp, pt, np, npp, front, pt, front, pt}));
-                std::fill(o, o + 4, S);
-                aux_cvn_np_front_port_to_mapping_info(7, front, t, o, o + 1, o + 2, o + 3);
-                EXPECT_EQ(V(o, o + 4), V({np, npp, front, pt}));
+                EXPECT_EQ(Front(front, t), V({0, 0, np, npp, pt, np, npp, front, pt, front, pt, np,
+                                              npp, front, pt}));
                 EXPECT_EQ(Face(pt, front),
                           V({0, np, npp, front, 0, np, npp, front, np, npp, front}));
                 // 1-slice: NP ports 204.. of bay 0 belong to bay 1 unless bay 0
                 // is split, 576 or 578; bay 1 is empty here.
-                const bool found = !(f.one_np && t == 573 && npp >= 204);
-                EXPECT_EQ(Back(np, npp), found ? V({0, 0, front, front, pt}) : V({0, 0, S, S, S}));
-                std::fill(o, o + 3, S);
-                if (found)
-                    aux_cvn_np_info_to_mapping_info(np, npp, t, o, o + 1, o + 2);
-                EXPECT_EQ(V(o, o + 3), found ? V({front, front, pt}) : V({S, S, S}));
+                if (f.one_np && t == 573 && npp >= 204)
+                    EXPECT_EQ(Back(np, npp), V({0, 0, S, S, S, S, S, S}));
+                else
+                    EXPECT_EQ(Back(np, npp, t), V({0, 0, front, front, pt, front, front, pt}));
             }
         }
     }
@@ -394,18 +388,21 @@ TEST_P(Tolvar, NothingInstalledOrAFailingQuery)
             const uint32_t front = C(s, 1), np = f.Np(s), npp = f.one_np && s == 1 ? 206 : 194;
             const uint32_t st = setup == kInstFails ? kFailStatus : iv,
                            st14 = setup == kEmpty ? 0 : iv;
-            EXPECT_EQ(Front(front), V({st, st, iv, iv, iv, S, S, S, S, S, S}));
+            EXPECT_EQ(Front(front, 566),
+                      V({st, st, iv, iv, iv, S, S, S, S, S, S, np, npp, front, 1}));
             EXPECT_EQ(Face(1, front), V({0, st, st, st, st, S, S, S, S, S, S}));
-            EXPECT_EQ(Back(np, npp), V({st14, st14, S, S, S}));
+            EXPECT_EQ(Back(np, npp), V({st14, st14, S, S, S, S, S, S}));
             // 1-slice: a first-port walk moves on from bay 0 to the empty bay 1.
             uint32_t o[3] = {S, S, S};
             EXPECT_EQ(V({cvn_np_info_num_local_ports(np), cvn_np_first_front_port_on_np(np, o),
                          cvn_np_first_fplate_porttype_on_np(np, o + 2, o + 1),
                          cvn_np_first_phys_port_on_np(s, o), o[0], o[1], o[2]}),
                       V({0, f.one_np ? iv : st, f.one_np && s == 0 ? iv : st, iv, S, S, S}));
-            EXPECT_EQ(cvn_np_port_info_subslot(uint16_t(s)), f.dummy);
-            EXPECT_EQ(cvn_np_port_info_from_subslot_ifsubinst(uint16_t(s), 0), f.dummy);
-            EXPECT_EQ(cvn_np_port_info_get(), f.dummy);
+            EXPECT_EQ(std::vector<const port_info *>(
+                          {cvn_np_port_info_subslot(uint16_t(s)),
+                           cvn_np_port_info_from_subslot_ifsubinst(uint16_t(s), 0),
+                           cvn_np_port_info_get()}),
+                      std::vector<const port_info *>(3, f.dummy));
             EXPECT_EQ(cvn_np_lib_get_phys_port_tuple45(0, uint16_t(s), 1, 2),
                       setup == kInstFails ? C(s, 1) : iv);
         }
@@ -416,8 +413,8 @@ TEST_P(Tolvar, SoftRejectionsAndComplexes)
 {
     const uint32_t nps = f.one_np ? 1 : 2;
     Install(0, 566), Install(1, 566);
-    EXPECT_EQ(Back(nps, 194), V({iv, iv, S, S, S}));
-    EXPECT_EQ(Back(0x100, 194), V({iv, iv, S, S, S}));
+    EXPECT_EQ(Back(nps, 194), V({iv, iv, S, S, S, S, S, S}));
+    EXPECT_EQ(Back(0x100, 194), V({iv, iv, S, S, S, S, S, S}));
     uint32_t o[4] = {S, S, S, S};
     EXPECT_EQ(V({aux_cvn_np_first_port_on_np(0, 0, 574, o, o + 1, o + 2),
                  aux_cvn_np_first_port_on_np(0, 0, 0x10004, o, o + 1, o + 2), o[0], o[1], o[2]}),
@@ -454,10 +451,12 @@ TEST_P(Tolvar, SoftRejectionsAndComplexes)
 INSTANTIATE_TEST_SUITE_P(Families, Tolvar, ::testing::Values(&k2Slice, &k1Slice),
                          [](const auto &info) { return std::string(info.param->name); });
 
-class Tolvar2Slice : public cvn_test::LibTest {
+template <uint32_t kCard> class Card : public cvn_test::LibTest {
   protected:
-    Tolvar2Slice() : LibTest(0x3D0296) {}
+    Card() : LibTest(kCard) {}
 };
+using Tolvar2Slice = Card<0x3D0296>;
+using Tolvar1Slice = Card<0x3D028C>;
 
 // 2-slice: the NP port picks the instance of a 574 or 577 subslot only; 575
 // always answers with instance 0 (here 100GE; instance 1 is 10GE).
@@ -481,11 +480,6 @@ TEST_F(Tolvar2Slice, NpPortChoosesTheInstanceOfASplitSubslot)
     EXPECT_EQ(V(o, o + 4), V({1, 194, 0x41, 1}));
 }
 
-class Tolvar1Slice : public cvn_test::LibTest {
-  protected:
-    Tolvar1Slice() : LibTest(0x3D028C) {}
-};
-
 // NP-local port 204 belongs to bay 0 when bay 0 is split (instance 1), 576 or
 // 578, else to bay 1 (here 566, where 204 is port 0).
 TEST_F(Tolvar1Slice, NpPort204FollowsWhatBayZeroHolds)
@@ -497,11 +491,11 @@ TEST_F(Tolvar1Slice, NpPort204FollowsWhatBayZeroHolds)
         const bool split = bay0 == 574 || bay0 == 575 || bay0 == 577;
         Plug(0, kAny, bay0), Plug(0, 0, split ? k100 : bay0), Plug(0, 1, k10);
         Plug(1, kAny, 566), Plug(1, 0, 566);
-        EXPECT_EQ(Back(0, 204), V({0, 0, front, front, 1})) << bay0;
+        EXPECT_EQ(Back(0, 204, 0), V({0, 0, front, front, 1, S, S, S})) << bay0;
     }
     Plug(1, kAny, kFails); // either bay unanswered: no answer
     for (uint32_t np_port : {192, 150, 115})
-        EXPECT_EQ(Back(0, np_port), V({iv, iv, S, S, S})) << np_port;
+        EXPECT_EQ(Back(0, np_port), V({iv, iv, S, S, S, S, S, S})) << np_port;
 }
 
 // Bay 1 has no 573, 576 or 578 row: no list, and front-port mapping writes
@@ -514,10 +508,7 @@ TEST_F(Tolvar1Slice, BothBaysCountAndRowsMissingInBayOne)
         EXPECT_EQ(aux_cvn_np_port_info_get(1, 0, t), nullptr) << t;
     EXPECT_EQ(aux_cvn_np_port_info_get(0, 0, k40b), tv_1slice_dummy_port_info);
     Plug(1, kAny, 573), Plug(1, 0, 573);
-    uint32_t o[4] = {S, S, S, S};
-    aux_cvn_np_front_port_to_mapping_info(0, 0x41, 573, o, o + 1, o + 2, o + 3);
-    EXPECT_EQ(V(o, o + 4), V({S, S, S, S}));
-    EXPECT_EQ(Front(0x41), V({0, 0, 0, 0, 0, S, S, S, S, 0, 0}));
+    EXPECT_EQ(Front(0x41, 573), V({0, 0, 0, 0, 0, S, S, S, S, 0, 0, S, S, S, S}));
     EXPECT_EQ(cvn_np_info_num_local_ports(0), 20u); // bay 1's 573 adds nothing
 }
 
