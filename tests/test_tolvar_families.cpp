@@ -1,7 +1,5 @@
-// The tolvar families (2-slice: one NP per subslot; 1-slice: one NP serving
-// both bays): their exported tables field by field, and every operation over
-// every EP type and port, with expected values written out from the wiring
-// rules below, never read from the library.
+// The tolvar families (2-slice: one NP per subslot; 1-slice: one NP serving both bays): their
+// tables field by field and every operation over every EP type and port, from the rows below.
 #include <algorithm>
 #include <array>
 #include <cstring>
@@ -23,10 +21,8 @@ const uint32_t S = kSentinel, iv = kInvalid;
 // compose(subslot, v): subslot in bits 7..6, port bits 5..0.
 uint32_t C(uint32_t s, uint32_t v) { return ((s << 6) & 0xFF) | (v & 0x3F); }
 
-// One EP row.  Entry k has NP-local port lo + step*k below `split`, then
-// hi + (k - split); its port bits are k below `fsplit`, then 16 + (k - fsplit)
-// (instance 1 of a split subslot).  `shares`: the row whose entries and list
-// this one uses.
+// One EP row.  Entry k: NP-local port lo + step*k below `split`, then hi + (k - split); port
+// bits k below `fsplit`, then 16 + (k - fsplit) (instance 1).  `shares`: whose entries it uses.
 struct Row {
     uint32_t type, base, span, n, ptype, count, lo, step, split, hi, fsplit;
     int shares;
@@ -123,47 +119,43 @@ V List(const port_info *l)
 }
 const V kEmptyList = {0, CVN_NP_PORT_TYPE_END};
 
-// Results of slots 12, 11, 8, 9, 10 for a front port, then the outputs (preset
-// to kSentinel) of slot 12 (four), slot 11 (two) and slot 39 asked with `type`.
+V With(V r, const uint32_t *o, int n) // a call's results, then its outputs
+{
+    r.insert(r.end(), o, o + n);
+    return r;
+}
+// Results of slots 12, 11, 8, 9, 10 for a front port, then the outputs (preset to kSentinel)
+// of slot 12 (four), slot 11 (two) and slot 39 asked with `type`.
 V Front(uint32_t front, uint32_t type)
 {
     uint32_t o[10] = {S, S, S, S, S, S, S, S, S, S};
     aux_cvn_np_front_port_to_mapping_info(7, front, type, o + 6, o + 7, o + 8, o + 9);
-    V r = {cvn_np_front_port_mapping_info(front, o, o + 1, o + 2, o + 3),
-           cvn_np_front_port_to_face_plate_port(front, o + 4, o + 5),
-           cvn_np_front_port_to_np(front), cvn_np_front_port_to_np_port(front),
-           cvn_np_front_port_to_port_type(front)};
-    r.insert(r.end(), o, o + 10);
-    return r;
+    return With({cvn_np_front_port_mapping_info(front, o, o + 1, o + 2, o + 3),
+                 cvn_np_front_port_to_face_plate_port(front, o + 4, o + 5),
+                 cvn_np_front_port_to_np(front), cvn_np_front_port_to_np_port(front),
+                 cvn_np_front_port_to_port_type(front)},
+                o, 10);
 }
-// Results of slots 22, 19, 20, 21 and 43 for a faceplate port, then the NP, NP
-// port and front outputs of slots 22 and 43.
+// Results of slots 22, 19, 20, 21, 43 for a faceplate port, then slot 22's and 43's outputs.
 V Face(uint32_t type, uint32_t fplate)
 {
     uint32_t o[6] = {S, S, S, S, S, S};
-    V r = {cvn_faceplate_porttype_mapping_info(type, fplate, o, o + 1, o + 2),
-           cvn_faceplate_porttype_to_np(type, fplate),
-           cvn_faceplate_porttype_to_np_port(type, fplate),
-           cvn_faceplate_porttype_to_phys_port(type, fplate),
-           aux_cvn_faceplate_to_mapping_info(7, fplate, type, o + 3, o + 4, o + 5)};
-    r.insert(r.end(), o, o + 6);
-    return r;
+    return With({cvn_faceplate_porttype_mapping_info(type, fplate, o, o + 1, o + 2),
+                 cvn_faceplate_porttype_to_np(type, fplate),
+                 cvn_faceplate_porttype_to_np_port(type, fplate),
+                 cvn_faceplate_porttype_to_phys_port(type, fplate),
+                 aux_cvn_faceplate_to_mapping_info(7, fplate, type, o + 3, o + 4, o + 5)},
+                o, 6);
 }
-// Results of slots 14 and 15, then the front, faceplate and port-type outputs,
-// and those of slot 41 asked with `type` (if not 0).
+// Results of slots 14 and 15, then their outputs and slot 41's (asked with `type` if not 0).
 V Back(uint32_t np, uint32_t np_port, uint32_t type = 0)
 {
     uint32_t o[6] = {S, S, S, S, S, S};
     if (type != 0)
         aux_cvn_np_info_to_mapping_info(np, np_port, type, o + 3, o + 4, o + 5);
-    return {cvn_np_info_to_front_port(np, np_port, o),
-            cvn_np_info_to_fplate_porttype(np, np_port, o + 1, o + 2),
-            o[0],
-            o[1],
-            o[2],
-            o[3],
-            o[4],
-            o[5]};
+    return With({cvn_np_info_to_front_port(np, np_port, o),
+                 cvn_np_info_to_fplate_porttype(np, np_port, o + 1, o + 2)},
+                o, 6);
 }
 
 class Tolvar : public cvn_test::LibTest, public ::testing::WithParamInterface<const Fam *> {
@@ -180,7 +172,7 @@ class Tolvar : public cvn_test::LibTest, public ::testing::WithParamInterface<co
     }
 };
 
-TEST_P(Tolvar, CardTypesSelectTheFamilyAndItsTable)
+TEST_P(Tolvar, CardTypesAndExportedTables)
 {
     for (uint32_t ct : f.cards) {
         EXPECT_STREQ(cvn_np_card_family(ct), f.name) << std::hex << ct;
@@ -189,10 +181,7 @@ TEST_P(Tolvar, CardTypesSelectTheFamilyAndItsTable)
     }
     for (uint32_t ct : f.not_cards)
         EXPECT_STRNE(cvn_np_card_family(ct), f.name) << std::hex << ct;
-}
 
-TEST_P(Tolvar, ExportedTablesHoldTheWrittenRows)
-{
     std::array<uint16_t, 23> info{};
     static_assert(sizeof(np_info) == sizeof(info));
     std::memcpy(info.data(), f.info, sizeof info);
@@ -216,7 +205,6 @@ TEST_P(Tolvar, ExportedTablesHoldTheWrittenRows)
             }
             for (uint32_t k = 0; k < r.n; ++k) {
                 const port_mapping_entry *e = d.entries[k];
-                ASSERT_NE(e, nullptr);
                 EXPECT_EQ(V({e->phys_front_port, e->np, e->np_port, e->fplate_port, e->port_type}),
                           V({Bits(r, k), 0, NpPort(r, k), Bits(r, k), r.ptype}))
                     << "entry " << k;
@@ -295,9 +283,9 @@ TEST_P(Tolvar, EveryEpTypeAndPortMapsThroughEveryOperation)
     }
 }
 
-// The encoding of a front port on subslot 1 by what the subslot reports
-// (0: nothing scripted).
-TEST_P(Tolvar, FrontPortEncodingFollowsTheSubslotLevelType)
+// The encoding of a front port on subslot 1 by what the subslot reports (0: nothing scripted),
+// and slots 37 and 45, which ask (subslot, slot 34's instance), even for an empty subslot.
+TEST_P(Tolvar, FrontPortEncodingAndInterfaceSubsystem)
 {
     // clang-format off
     const std::array<uint32_t, 5> cases[] = {
@@ -324,22 +312,14 @@ TEST_P(Tolvar, FrontPortEncodingFollowsTheSubslotLevelType)
                  cvn_np_lib_get_subslot_port(0x1C5), cvn_np_lib_get_port(0x1C5),
                  cvn_np_sim_ifsubsys_queries()}), // none of these asks the platform
               V({0xC6, 0x47, 3, 1, 0xC5, 5, 0}));
-    Plug(0, kAny, 577);
-    EXPECT_EQ(cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port(0, 2, 0x1F), 0x2Fu);
-}
-
-// Slots 37 and 45 ask (subslot, instance from slot 34): an instance's own
-// type, also for the instance value of an empty subslot.
-TEST_P(Tolvar, InterfaceSubsystemOfAFrontPort)
-{
     Plug(1, kAny, 574), Plug(1, 0, k40), Plug(1, 1, k10), Plug(0, kAny, 566), Plug(0, 0, 567);
     Plug(2, kInvalid, k100);
     // clang-format off
-    const std::array<uint32_t, 5> cases[] = {{0x53, 1, 1, k10, 1}, {0x43, 1, 0, k40, 0},
+    const std::array<uint32_t, 5> fronts[] = {{0x53, 1, 1, k10, 1}, {0x43, 1, 0, k40, 0},
         {0x13, 0, 0, 567, 0x13}, {0x93, 2, iv, k100, 1}, {0xD3, 3, iv, kNone, 0x13}};
     // clang-format on
     uint32_t o[4];
-    for (auto [front, sub, inst, type, inst45] : cases) {
+    for (auto [front, sub, inst, type, inst45] : fronts) {
         std::fill(o, o + 4, S);
         EXPECT_EQ(V({aux_cvn_np_front_port_to_ifsubsys(front, o, o + 1, o + 2),
                      aux_cvn_np_front_port_to_ifsubsys(front, nullptr, nullptr, nullptr),
@@ -349,13 +329,15 @@ TEST_P(Tolvar, InterfaceSubsystemOfAFrontPort)
     }
     std::fill(o, o + 4, S);
     Plug(1, 1, kFails);
-    EXPECT_EQ(V({aux_cvn_np_front_port_to_ifsubinst(0x53, nullptr),
-                 aux_cvn_np_front_port_to_ifsubsys(0x53, o, o + 1, o + 2),
-                 aux_cvn_np_front_port_to_ifsubinst(0x53, o + 3), o[0], o[1], o[2], o[3]}),
+    EXPECT_EQ(With({aux_cvn_np_front_port_to_ifsubinst(0x53, nullptr),
+                    aux_cvn_np_front_port_to_ifsubsys(0x53, o, o + 1, o + 2),
+                    aux_cvn_np_front_port_to_ifsubinst(0x53, o + 3)},
+                   o, 4),
               V({22, kFailStatus, kFailStatus, S, S, S, S}));
 }
 
-TEST_P(Tolvar, SearchByNpPortTakesTheFirstMatchWithinTheCount)
+// Slot 44 takes the first entry with the NP port among the first `count`; complexes.
+TEST_P(Tolvar, SearchByNpPortAndComplexes)
 {
     const port_mapping_entry e[] = {{3, 0, 200, 4, 1}, {5, 0, 201, 6, 3}, {7, 0, 201, 8, 4}};
     const port_mapping_entry *const ptrs[] = {&e[0], &e[1], &e[2]};
@@ -363,18 +345,36 @@ TEST_P(Tolvar, SearchByNpPortTakesTheFirstMatchWithinTheCount)
     const std::array<uint32_t, 5> cases[] = {{201, 3, 5, 6, 3}, {200, 1, 3, 4, 1}, {201, 1, S, S, S},
         {200, 0, S, S, S}, {202, 3, S, S, S}, {0x100C8, 3, S, S, S}};
     // clang-format on
+    uint32_t o[4] = {S, S, S, S};
     for (auto [np_port, count, front, fplate, type] : cases) {
-        uint32_t o[3] = {S, S, S};
+        std::fill(o, o + 3, S);
         aux_np_port_to_mapping_info(ptrs, np_port, count, o, o + 1, o + 2);
         EXPECT_EQ(V(o, o + 3), V({front, fplate, type})) << np_port << "/" << count;
     }
     aux_np_port_to_mapping_info(ptrs, 201, 3, nullptr, nullptr, nullptr);
     EXPECT_EQ(cvn_np_sim_ifsubsys_queries(), 0u);
+    for (uint32_t cx = 0; cx < (f.one_np ? 1u : 2u); ++cx) {
+        const uint8_t c8 = uint8_t(cx);
+        std::fill(o, o + 4, S);
+        EXPECT_EQ(With({cvn_np_complex_to_subslot(c8), cvn_np_complex_to_np(c8, 1),
+                        cvn_np_complex_to_np(c8, 0), cvn_np_complex_to_subslot_list(c8, o, o + 1),
+                        cvn_np_complex_to_subslot_list(c8, nullptr, o + 3)},
+                       o, 4),
+                  f.one_np ? V({cx, cx, cx, 0, 0, 2, 0, 1, S})
+                           : V({cx, cx, cx, 0, 0, 1, cx, S, S}));
+    }
+    for (uint8_t s = 0; s < 2; ++s) {
+        std::fill(o, o + 2, S);
+        EXPECT_EQ(V({cvn_np_subslot_to_np_list(s, nullptr, o + 1),
+                     cvn_np_subslot_to_np_list(s, o, nullptr), o[0], o[1],
+                     cvn_np_subslot_to_np_list(s, o, o + 1), o[0], o[1]}),
+                  V({iv, iv, S, S, 0, 1, f.Np(s)}));
+    }
 }
 
-// An empty subslot, a failing instance query and a failing subslot query:
-// soft rejections, the platform's status passed on, outputs left alone.
-TEST_P(Tolvar, NothingInstalledOrAFailingQuery)
+// An empty subslot, a failing instance query and a failing subslot query: soft rejections,
+// the platform's status passed on, outputs left alone; other soft rejections.
+TEST_P(Tolvar, NothingInstalledFailingQueriesAndSoftRejections)
 {
     enum { kEmpty, kInstFails, kAnyFails };
     for (uint32_t s = 0; s < 2; ++s) {
@@ -386,65 +386,44 @@ TEST_P(Tolvar, NothingInstalledOrAFailingQuery)
             if (setup == kAnyFails)
                 Plug(s, kAny, kFails);
             const uint32_t front = C(s, 1), np = f.Np(s), npp = f.one_np && s == 1 ? 206 : 194;
-            const uint32_t st = setup == kInstFails ? kFailStatus : iv,
-                           st14 = setup == kEmpty ? 0 : iv;
+            const uint32_t st = setup == kInstFails ? kFailStatus : iv, e = setup ? iv : 0;
             EXPECT_EQ(Front(front, 566),
                       V({st, st, iv, iv, iv, S, S, S, S, S, S, np, npp, front, 1}));
             EXPECT_EQ(Face(1, front), V({0, st, st, st, st, S, S, S, S, S, S}));
-            EXPECT_EQ(Back(np, npp), V({st14, st14, S, S, S, S, S, S}));
+            EXPECT_EQ(Back(np, npp), V({e, e, S, S, S, S, S, S}));
             // 1-slice: a first-port walk moves on from bay 0 to the empty bay 1.
             uint32_t o[3] = {S, S, S};
-            EXPECT_EQ(V({cvn_np_info_num_local_ports(np), cvn_np_first_front_port_on_np(np, o),
-                         cvn_np_first_fplate_porttype_on_np(np, o + 2, o + 1),
-                         cvn_np_first_phys_port_on_np(s, o), o[0], o[1], o[2]}),
-                      V({0, f.one_np ? iv : st, f.one_np && s == 0 ? iv : st, iv, S, S, S}));
-            EXPECT_EQ(std::vector<const port_info *>(
-                          {cvn_np_port_info_subslot(uint16_t(s)),
-                           cvn_np_port_info_from_subslot_ifsubinst(uint16_t(s), 0),
-                           cvn_np_port_info_get()}),
-                      std::vector<const port_info *>(3, f.dummy));
-            EXPECT_EQ(cvn_np_lib_get_phys_port_tuple45(0, uint16_t(s), 1, 2),
-                      setup == kInstFails ? C(s, 1) : iv);
+            EXPECT_EQ(With({cvn_np_info_num_local_ports(np), cvn_np_first_front_port_on_np(np, o),
+                            cvn_np_first_fplate_porttype_on_np(np, o + 2, o + 1),
+                            cvn_np_first_phys_port_on_np(s, o),
+                            cvn_np_lib_get_phys_port_tuple45(0, uint16_t(s), 1, 2)},
+                           o, 3),
+                      V({0, f.one_np ? iv : st, f.one_np && s == 0 ? iv : st, iv,
+                         setup == kInstFails ? front : iv, S, S, S}));
+            for (const port_info *l :
+                 {cvn_np_port_info_subslot(uint16_t(s)), cvn_np_port_info_get(),
+                  cvn_np_port_info_from_subslot_ifsubinst(uint16_t(s), 0)})
+                EXPECT_EQ(l, f.dummy);
         }
     }
-}
-
-TEST_P(Tolvar, SoftRejectionsAndComplexes)
-{
-    const uint32_t nps = f.one_np ? 1 : 2;
     Install(0, 566), Install(1, 566);
-    EXPECT_EQ(Back(nps, 194), V({iv, iv, S, S, S, S, S, S}));
+    EXPECT_EQ(Back(f.one_np ? 1 : 2, 194), V({iv, iv, S, S, S, S, S, S}));
     EXPECT_EQ(Back(0x100, 194), V({iv, iv, S, S, S, S, S, S}));
-    uint32_t o[4] = {S, S, S, S};
-    EXPECT_EQ(V({aux_cvn_np_first_port_on_np(0, 0, 574, o, o + 1, o + 2),
-                 aux_cvn_np_first_port_on_np(0, 0, 0x10004, o, o + 1, o + 2), o[0], o[1], o[2]}),
+    uint32_t o[3] = {S, S, S};
+    EXPECT_EQ(With({aux_cvn_np_first_port_on_np(0, 0, 574, o, o + 1, o + 2),
+                    aux_cvn_np_first_port_on_np(0, 0, 0x10004, o, o + 1, o + 2)},
+                   o, 3),
               V({iv, iv, S, S, S}));
     for (uint32_t t : {574u, 575u, 577u, 569u, 0x10236u})
         EXPECT_EQ(aux_cvn_np_port_info_get(0, 0, t), f.dummy) << t;
-    // NP-local port 26 (138 in the 1-slice bay 1) is in a 565 range but on
-    // no entry: the front output keeps only its port bits.
+    // NP-local port 26 (138 in the 1-slice bay 1) is in a 565 range but on no entry: the
+    // front output keeps only its port bits.
     for (uint32_t s = 0; s < 2; ++s) {
         cvn_np_sim_reset();
         Install(s, 565);
         o[0] = 0xFFFF;
         EXPECT_EQ(V({cvn_np_info_to_front_port(f.Np(s), f.one_np && s == 1 ? 138 : 26, o), o[0]}),
                   V({0, C(s, 0x3F)}));
-    }
-    for (uint32_t cx = 0; cx < nps; ++cx) {
-        const uint8_t c8 = uint8_t(cx);
-        std::fill(o, o + 4, S);
-        EXPECT_EQ(V({cvn_np_complex_to_subslot(c8), cvn_np_complex_to_np(c8, 1),
-                     cvn_np_complex_to_np(c8, 0), cvn_np_complex_to_subslot_list(c8, o, o + 1),
-                     cvn_np_complex_to_subslot_list(c8, nullptr, o + 3), o[0], o[1], o[2], o[3]}),
-                  f.one_np ? V({cx, cx, cx, 0, 0, 2, 0, 1, S})
-                           : V({cx, cx, cx, 0, 0, 1, cx, S, S}));
-    }
-    for (uint8_t s = 0; s < 2; ++s) {
-        std::fill(o, o + 2, S);
-        EXPECT_EQ(V({cvn_np_subslot_to_np_list(s, nullptr, o + 1),
-                     cvn_np_subslot_to_np_list(s, o, nullptr), o[0], o[1],
-                     cvn_np_subslot_to_np_list(s, o, o + 1), o[0], o[1]}),
-                  V({iv, iv, S, S, 0, 1, f.Np(s)}));
     }
 }
 
@@ -458,31 +437,28 @@ template <uint32_t kCard> class Card : public cvn_test::LibTest {
 using Tolvar2Slice = Card<0x3D0296>;
 using Tolvar1Slice = Card<0x3D028C>;
 
-// 2-slice: the NP port picks the instance of a 574 or 577 subslot only; 575
-// always answers with instance 0 (here 100GE; instance 1 is 10GE).
+// 2-slice: the NP port picks the instance of a 574 or 577 subslot only; 575 always answers
+// with instance 0 (here 100GE; instance 1 is 10GE).  Slot 39 maps by the type it is given.
 TEST_F(Tolvar2Slice, NpPortChoosesTheInstanceOfASplitSubslot)
 {
     // clang-format off
-    const std::array<uint32_t, 4> cases[] = {{574, 204, 0, 0x50}, {577, 116, 0, 0x40},
-        {574, 117, 0, C(1, S)}, {575, 204, 0, C(1, S)}, {575, 116, 0, 0x40}, {574, 203, iv, S},
-        {577, 98, iv, S}, {574, 0x100CC, iv, S}};
+    const std::array<uint32_t, 5> cases[] = {{574, 204, 0, 0x50, 1}, {577, 116, 0, 0x40, 4},
+        {574, 117, 0, C(1, S), S}, {575, 204, 0, C(1, S), S}, {575, 116, 0, 0x40, 4},
+        {574, 203, iv, S, S}, {577, 98, iv, S, S}, {574, 0x100CC, iv, S, S}};
     // clang-format on
-    for (auto [any, np_port, status, front] : cases) {
+    for (auto [any, np_port, status, front, type] : cases) {
         cvn_np_sim_reset();
         Plug(1, kAny, any), Plug(1, 0, k100), Plug(1, 1, k10);
-        uint32_t out = S;
-        EXPECT_EQ(V({cvn_np_info_to_front_port(1, np_port, &out), out}), V({status, front}))
+        EXPECT_EQ(Back(1, np_port), V({status, status, front, front, type, S, S, S}))
             << any << "/" << np_port;
     }
     cvn_np_sim_reset();
-    uint32_t o[4] = {S, S, S, S};
-    aux_cvn_np_front_port_to_mapping_info(0, 0x41, 567, o, o + 1, o + 2, o + 3); // the type given
-    EXPECT_EQ(V(o, o + 4), V({1, 194, 0x41, 1}));
+    EXPECT_EQ(Front(0x41, 567), V({iv, iv, iv, iv, iv, S, S, S, S, S, S, 1, 194, 0x41, 1}));
 }
 
-// NP-local port 204 belongs to bay 0 when bay 0 is split (instance 1), 576 or
-// 578, else to bay 1 (here 566, where 204 is port 0).
-TEST_F(Tolvar1Slice, NpPort204FollowsWhatBayZeroHolds)
+// 1-slice: NP-local port 204 belongs to bay 0 when bay 0 is split (instance 1), 576 or 578,
+// else to bay 1 (here 566, where 204 is port 0).  Bay 1 has no 573, 576 or 578 row.
+TEST_F(Tolvar1Slice, NpPort204AndRowsMissingInBayOne)
 {
     const std::array<uint32_t, 2> cases[] = {{574, 0x10}, {577, 0x10}, {576, 0x0A}, {578, 0x0A},
                                              {575, 0x40}, {566, 0x40}, {573, 0x40}};
@@ -491,23 +467,18 @@ TEST_F(Tolvar1Slice, NpPort204FollowsWhatBayZeroHolds)
         const bool split = bay0 == 574 || bay0 == 575 || bay0 == 577;
         Plug(0, kAny, bay0), Plug(0, 0, split ? k100 : bay0), Plug(0, 1, k10);
         Plug(1, kAny, 566), Plug(1, 0, 566);
-        EXPECT_EQ(Back(0, 204, 0), V({0, 0, front, front, 1, S, S, S})) << bay0;
+        EXPECT_EQ(Back(0, 204), V({0, 0, front, front, 1, S, S, S})) << bay0;
     }
     Plug(1, kAny, kFails); // either bay unanswered: no answer
     for (uint32_t np_port : {192, 150, 115})
         EXPECT_EQ(Back(0, np_port), V({iv, iv, S, S, S, S, S, S})) << np_port;
-}
-
-// Bay 1 has no 573, 576 or 578 row: no list, and front-port mapping writes
-// nothing (slots 8 to 10 answer 0, slot 11 its zeroed locals).
-TEST_F(Tolvar1Slice, BothBaysCountAndRowsMissingInBayOne)
-{
+    cvn_np_sim_reset();
     Plug(0, kAny, 576), Plug(0, 0, 576), Plug(1, kAny, 566), Plug(1, 0, 566);
     EXPECT_EQ(cvn_np_info_num_local_ports(0), 22u);
     for (uint32_t t : {573u, 576u, 578u})
         EXPECT_EQ(aux_cvn_np_port_info_get(1, 0, t), nullptr) << t;
     EXPECT_EQ(aux_cvn_np_port_info_get(0, 0, k40b), tv_1slice_dummy_port_info);
-    Plug(1, kAny, 573), Plug(1, 0, 573);
+    Plug(1, kAny, 573), Plug(1, 0, 573); // slots 8 to 10 answer 0, slot 11 its zeroed locals
     EXPECT_EQ(Front(0x41, 573), V({0, 0, 0, 0, 0, S, S, S, S, 0, 0, S, S, S, S}));
     EXPECT_EQ(cvn_np_info_num_local_ports(0), 20u); // bay 1's 573 adds nothing
 }
