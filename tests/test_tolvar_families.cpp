@@ -109,16 +109,15 @@ const std::array<uint32_t, 5> kSearch[] = {{201, 3, 5, 6, 3}, {200, 1, 3, 4, 1},
 const std::array<uint32_t, 5> kInstanceByNpPort[] = {{574, 204, 0, 0x50, 1}, {577, 116, 0, 0x40, 4},
     {574, 117, 0, C(1, S), S}, {575, 204, 0, C(1, S), S}, {575, 116, 0, 0x40, 4},
     {574, 203, iv, S, S}, {577, 98, iv, S, S}, {574, 0x100CC, iv, S, S}};
-// 1-slice, bay 1 holding 566: what bay 0 holds, then the front port of NP-local port 204.
-const std::array<uint32_t, 2> kNpPort204[] = {{574, 0x10}, {577, 0x10}, {576, 0x0A}, {578, 0x0A},
-    {575, 0x40}, {566, 0x40}, {573, 0x40}};
+// 1-slice, bay 1 holding 566: bay 0's type and instance 0's, the front port of NP port 204.
+const std::array<uint32_t, 3> kNpPort204[] = {{574, k100, 0x10}, {577, k100, 0x10},
+    {576, 576, 0x0A}, {578, 578, 0x0A}, {575, k100, 0x40}, {566, 566, 0x40}, {573, 573, 0x40}};
 // clang-format on
 
 // A port list: {count, type} then the end record, or only the end record.
 V List(const port_info *l)
 {
-    return !l ? V{}
-           : l->port_type == CVN_NP_PORT_TYPE_END
+    return l->port_type == CVN_NP_PORT_TYPE_END
                ? V{l->num_ports, l->port_type}
                : V{l->num_ports, l->port_type, l[1].num_ports, l[1].port_type};
 }
@@ -225,8 +224,7 @@ TEST_P(Tolvar, CardTypesTablesAndRunTimeRecords)
               V({9216, nps, nps, 0, 3, 0}));
 }
 
-// Every EP type of each subslot's rows, every port, through every operation
-// that maps a front port, a faceplate port or an NP-local port.
+// Every EP type of each subslot's rows, every port, through every operation that maps it.
 TEST_P(Tolvar, EveryEpTypeAndPortMapsThroughEveryOperation)
 {
     for (uint32_t s = 0; s < 2; ++s) {
@@ -236,15 +234,14 @@ TEST_P(Tolvar, EveryEpTypeAndPortMapsThroughEveryOperation)
             Install(s, r.type);
             const uint32_t t = r.type, np = f.Np(s), z = C(s, 0), pt = r.ptype;
             const V list = {r.count, pt, 0, CVN_NP_PORT_TYPE_END};
-            uint32_t o[7];
+            uint32_t o[7], g = 0xFFFF;
             for (const port_info *l :
                  {cvn_np_port_info_subslot(uint16_t(s)), cvn_np_port_info_get(),
                   cvn_np_port_info_from_subslot_ifsubinst(uint16_t(s), 0),
                   aux_cvn_np_port_info_get(s, 0, t)})
                 EXPECT_EQ(List(l), list);
-            o[0] = 0xFFFF; // NP-local port 26 (138 in bay 1) is in 565's range but on no entry
-            if (t == 565) {
-                EXPECT_EQ(V({cvn_np_info_to_front_port(np, s && f.one_np ? 138 : 26, o), o[0]}),
+            if (t == 565) { // NP-local port 26 (138 in bay 1) is in 565's range but on no entry
+                EXPECT_EQ(V({cvn_np_info_to_front_port(np, s && f.one_np ? 138 : 26, &g), g}),
                           V({0, C(s, 0x3F)}));
             }
             // A plain row adds its ports (but 573); a split subslot its two instances'.
@@ -276,7 +273,7 @@ TEST_P(Tolvar, EveryEpTypeAndPortMapsThroughEveryOperation)
 
 // The encoding of a front port on subslot 1 by what the subslot reports (0: nothing scripted),
 // slots 37 and 45, which ask (subslot, slot 34's instance), even for an empty subslot; slot
-// 44; complexes and subslots.
+// 44, the first entry with the NP port among the first `count`; complexes and subslots.
 TEST_P(Tolvar, EncodingInterfaceSubsystemSearchAndComplexes)
 {
     for (auto [type, s30, s34, s35, s36] : kEncoding) {
@@ -313,7 +310,6 @@ TEST_P(Tolvar, EncodingInterfaceSubsystemSearchAndComplexes)
                     aux_cvn_np_front_port_to_ifsubinst(0x53, o + 3)},
                    o, 4),
               V({22, kFailStatus, kFailStatus, S, S, S, S}));
-    // Slot 44 takes the first entry with the NP port among the first `count`.
     const port_mapping_entry e[] = {{3, 0, 200, 4, 1}, {5, 0, 201, 6, 3}, {7, 0, 201, 8, 4}};
     const port_mapping_entry *const ptrs[] = {&e[0], &e[1], &e[2]};
     for (auto [np_port, count, front, fplate, type] : kSearch) {
@@ -340,20 +336,18 @@ TEST_P(Tolvar, EncodingInterfaceSubsystemSearchAndComplexes)
     }
 }
 
-// An empty subslot, a failing instance query and a failing subslot query: soft rejections,
-// the platform's status passed on, outputs left alone; other soft rejections.
+// Nothing installed, or one query failing: soft rejections, the status passed on, outputs kept.
 TEST_P(Tolvar, NothingInstalledFailingQueriesAndSoftRejections)
 {
-    enum { kEmpty, kInstFails, kAnyFails };
+    using A = std::array<uint32_t, 2>; // what subslot level and instance 0 answer
     for (uint32_t s = 0; s < 2; ++s) {
-        for (int setup : {kEmpty, kInstFails, kAnyFails}) {
-            SCOPED_TRACE("subslot " + std::to_string(s) + " setup " + std::to_string(setup));
+        for (auto [any, inst0] : {A{kNone, kNone}, A{566, kFails}, A{kFails, 566}}) {
+            SCOPED_TRACE("subslot " + std::to_string(s) + " answers " + std::to_string(any));
             cvn_np_sim_reset();
-            if (setup != kEmpty) // 566 answers at one level, the other fails
-                Plug(s, kAny, setup == kAnyFails ? kFails : 566),
-                    Plug(s, 0, setup == kAnyFails ? 566 : kFails);
+            Plug(s, kAny, any), Plug(s, 0, inst0);
+            const bool inst_fails = inst0 == kFails, empty = any == kNone;
             const uint32_t front = C(s, 1), np = f.Np(s), npp = f.one_np && s == 1 ? 206 : 194;
-            const uint32_t st = setup == kInstFails ? kFailStatus : iv, e = setup ? iv : 0;
+            const uint32_t st = inst_fails ? kFailStatus : iv, e = empty ? 0 : iv;
             EXPECT_EQ(Front(front, 566),
                       V({st, st, iv, iv, iv, S, S, S, S, S, S, np, npp, front, 1}));
             EXPECT_EQ(Face(1, front), V({0, st, st, st, st, S, S, S, S, S, S}));
@@ -366,9 +360,9 @@ TEST_P(Tolvar, NothingInstalledFailingQueriesAndSoftRejections)
                             cvn_np_lib_get_phys_port_tuple45(0, uint16_t(s), 1, 2)},
                            o, 3),
                       V({0, f.one_np ? iv : st, f.one_np && s == 0 ? iv : st, iv,
-                         setup == kInstFails ? front : iv, S, S, S}));
+                         inst_fails ? front : iv, S, S, S}));
             EXPECT_EQ(List(cvn_np_port_info_from_subslot_ifsubinst(uint16_t(s), 0)),
-                      setup == kAnyFails ? V({2, 1, 0, CVN_NP_PORT_TYPE_END}) : kEmptyList);
+                      any == kFails ? V({2, 1, 0, CVN_NP_PORT_TYPE_END}) : kEmptyList);
             EXPECT_EQ(P({cvn_np_port_info_subslot(uint16_t(s)), cvn_np_port_info_get()}),
                       P(2, f.dummy));
         }
@@ -400,10 +394,9 @@ TEST_P(Tolvar, NamedDifferences)
     }
     if (!f.one_np)
         return; // what follows is the 1-slice card's
-    for (auto [bay0, front] : kNpPort204) {
+    for (auto [bay0, inst0, front] : kNpPort204) {
         cvn_np_sim_reset();
-        const bool split = bay0 == 574 || bay0 == 575 || bay0 == 577;
-        Plug(0, kAny, bay0), Plug(0, 0, split ? k100 : bay0), Plug(0, 1, k10);
+        Plug(0, kAny, bay0), Plug(0, 0, inst0), Plug(0, 1, k10);
         Plug(1, kAny, 566), Plug(1, 0, 566);
         EXPECT_EQ(Back(0, 204), V({0, 0, front, front, 1})) << bay0;
     }
