@@ -17,7 +17,7 @@ class CoreTest : public LibTest {
     // A process that has not touched the library yet.
     static void Forget() { initialized = 0, card_np_api = nullptr, cardtype = 0; }
     // As the self-test does: the card type into cardtype first.
-    static void Init(uint32_t type) { cardtype = type, EXPECT_EQ(cvn_np_lib_init(type), 0u); }
+    static void Init(uint32_t type) { ASSERT_EQ((cardtype = type, cvn_np_lib_init(type)), 0u); }
 };
 
 // clang-format off
