@@ -1,177 +1,114 @@
 /*
- * skewed_answers.c - a deliberately wrong library for the self-test's own
- * tests.  Linked with -Wl,--wrap=<function> for each function below, it
- * lets the real library answer and then falsifies one known case per
- * function, so that the self-test prints the ERROR form of every group at
- * a place the tests can name.
- *
- * Skewed cases (the same on the fenna and the brisca card):
- *   aux_cvn_np_port_info_get (0, 2, 40GE)              -> list {3, 3}
- *   aux_cvn_np_front_port_to_mapping_info (1, 0x10, 100GE)  every output + 1
- *   aux_cvn_np_info_num_local_ports (0, 2, 10GE)       -> + 1
- *   aux_cvn_np_info_to_mapping_info (1, 97, 40GE)      every output + 1
- *   aux_cvn_np_first_port_on_np (2, 0, 10GE)           every output + 1
- *   aux_cvn_faceplate_to_mapping_info (5, 0x51, 40GE)  every output + 1
- *   cvn_np_complex_to_subslot (1)                      -> 1
- *   cvn_np_complex_to_np (2, 1) -> + 1, (2, 0) -> + 2
- * and, in the card summary: cvn_np_how_many + 1 on fenna cards,
- * cvn_np_chip_how_many + 1 on brisca cards, cvn_np_version_get NULL on
- * fenna cards and 5.d on brisca cards.
+ * A library that is wrong in one known case per call (linked with
+ * -Wl,--wrap=<call>), so that every group of the self-test prints its ERROR
+ * form.  The real answer is taken and every output of the skewed case gets
+ * + 1; the card summary is skewed per card: fenna one NP too many and no
+ * version, brisca one chip too many and version 5.d.
  */
 #include <stddef.h>
 #include <stdint.h>
 
 #include "cvn_np_lib.h"
 
-const port_info *__real_aux_cvn_np_port_info_get(uint32_t, uint32_t, uint32_t);
-void __real_aux_cvn_np_front_port_to_mapping_info(uint32_t, uint32_t, uint32_t, uint32_t *,
-                                                  uint32_t *, uint32_t *, uint32_t *);
-uint32_t __real_aux_cvn_np_info_num_local_ports(uint32_t, uint32_t, uint32_t);
-void __real_aux_cvn_np_info_to_mapping_info(uint32_t, uint32_t, uint32_t, uint32_t *, uint32_t *,
-                                            uint32_t *);
-uint32_t __real_aux_cvn_np_first_port_on_np(uint32_t, uint32_t, uint32_t, uint32_t *, uint32_t *,
-                                            uint32_t *);
-uint32_t __real_aux_cvn_faceplate_to_mapping_info(uint32_t, uint32_t, uint32_t, uint32_t *,
-                                                  uint32_t *, uint32_t *);
-uint32_t __real_cvn_np_complex_to_subslot(uint8_t);
-uint32_t __real_cvn_np_complex_to_np(uint8_t, uint32_t);
-uint32_t __real_cvn_np_how_many(void);
-uint32_t __real_cvn_np_chip_how_many(void);
-const card_version *__real_cvn_np_version_get(void);
+/* The first three arguments of the one case each call gets wrong. */
+enum { PORT_INFO, FRONT, NUM_LOCAL, NP_INFO, FIRST, FACEPLATE, SUBSLOT, COMPLEX, N_SKEWS };
+static const uint32_t skews[N_SKEWS][3] = {[PORT_INFO] = {0, 2, CVN_NP_IFSUB_TYPE_40GE},
+                                           [FRONT] = {1, 0x10, CVN_NP_IFSUB_TYPE_100GE},
+                                           [NUM_LOCAL] = {0, 2, CVN_NP_IFSUB_TYPE_10GE},
+                                           [NP_INFO] = {1, 97, CVN_NP_IFSUB_TYPE_40GE},
+                                           [FIRST] = {2, 0, CVN_NP_IFSUB_TYPE_10GE},
+                                           [FACEPLATE] = {5, 0x51, CVN_NP_PORT_TYPE_40GE},
+                                           [SUBSLOT] = {1, 0, 0} /* complex 1 in subslot 1 */,
+                                           [COMPLEX] = {2, 0, 0} /* both NPs of 2 */};
 
-const port_info *__wrap_aux_cvn_np_port_info_get(uint32_t, uint32_t, uint32_t);
-void __wrap_aux_cvn_np_front_port_to_mapping_info(uint32_t, uint32_t, uint32_t, uint32_t *,
-                                                  uint32_t *, uint32_t *, uint32_t *);
-uint32_t __wrap_aux_cvn_np_info_num_local_ports(uint32_t, uint32_t, uint32_t);
-void __wrap_aux_cvn_np_info_to_mapping_info(uint32_t, uint32_t, uint32_t, uint32_t *, uint32_t *,
-                                            uint32_t *);
-uint32_t __wrap_aux_cvn_np_first_port_on_np(uint32_t, uint32_t, uint32_t, uint32_t *, uint32_t *,
-                                            uint32_t *);
-uint32_t __wrap_aux_cvn_faceplate_to_mapping_info(uint32_t, uint32_t, uint32_t, uint32_t *,
-                                                  uint32_t *, uint32_t *);
-uint32_t __wrap_cvn_np_complex_to_subslot(uint8_t);
-uint32_t __wrap_cvn_np_complex_to_np(uint8_t, uint32_t);
-uint32_t __wrap_cvn_np_how_many(void);
-uint32_t __wrap_cvn_np_chip_how_many(void);
-const card_version *__wrap_cvn_np_version_get(void);
-
-static int skewed_fenna(void) { return cardtype >= 0x3D0267u && cardtype <= 0x3D026Cu; }
-
-static void skew(uint32_t *out)
+static int hit(int which, uint32_t a, uint32_t b, uint32_t c)
 {
-    if (out != NULL) {
-        *out += 1;
+    return a == skews[which][0] && b == skews[which][1] && c == skews[which][2];
+}
+
+static void bump(int skewed, uint32_t *a, uint32_t *b, uint32_t *c, uint32_t *d)
+{
+    uint32_t *outs[4] = {a, b, c, d};
+    for (int i = 0; skewed && i < 4; ++i) {
+        if (outs[i] != NULL) {
+            *outs[i] += 1;
+        }
     }
 }
 
-const port_info *__wrap_aux_cvn_np_port_info_get(uint32_t subslot, uint32_t ifsubsys, uint32_t type)
-{
-    static const port_info three_of_40g[2] = {{3, 3}, {0, 8}};
+static int fenna(void) { return cardtype >= 0x3D0267u && cardtype <= 0x3D026Cu; }
 
-    if (subslot == 0 && ifsubsys == 2 && type == CVN_NP_IFSUB_TYPE_40GE) {
-        return three_of_40g;
-    }
-    return __real_aux_cvn_np_port_info_get(subslot, ifsubsys, type);
+#define REAL_AND_WRAP(ret, name, ...)                                                              \
+    ret __real_##name(__VA_ARGS__);                                                                \
+    ret __wrap_##name(__VA_ARGS__);                                                                \
+    ret __wrap_##name(__VA_ARGS__)
+
+REAL_AND_WRAP(const port_info *, aux_cvn_np_port_info_get, uint32_t s, uint32_t cage, uint32_t t)
+{
+    static const port_info three_of_40g[2] = {{3, CVN_NP_PORT_TYPE_40GE}, {0, 8}};
+    return hit(PORT_INFO, s, cage, t) ? three_of_40g : __real_aux_cvn_np_port_info_get(s, cage, t);
 }
 
-void __wrap_aux_cvn_np_front_port_to_mapping_info(uint32_t ifsubsys, uint32_t port, uint32_t type,
-                                                  uint32_t *np, uint32_t *np_port,
-                                                  uint32_t *fplate_port, uint32_t *port_type)
+REAL_AND_WRAP(void, aux_cvn_np_front_port_to_mapping_info, uint32_t cage, uint32_t port, uint32_t t,
+              uint32_t *np, uint32_t *np_port, uint32_t *fplate, uint32_t *type)
 {
-    __real_aux_cvn_np_front_port_to_mapping_info(ifsubsys, port, type, np, np_port, fplate_port,
-                                                 port_type);
-    if (ifsubsys == 1 && port == 0x10 && type == CVN_NP_IFSUB_TYPE_100GE) {
-        skew(np);
-        skew(np_port);
-        skew(fplate_port);
-        skew(port_type);
-    }
+    __real_aux_cvn_np_front_port_to_mapping_info(cage, port, t, np, np_port, fplate, type);
+    bump(hit(FRONT, cage, port, t), np, np_port, fplate, type);
 }
 
-uint32_t __wrap_aux_cvn_np_info_num_local_ports(uint32_t subslot, uint32_t np_num, uint32_t type)
+REAL_AND_WRAP(uint32_t, aux_cvn_np_info_num_local_ports, uint32_t s, uint32_t np, uint32_t t)
 {
-    uint32_t n = __real_aux_cvn_np_info_num_local_ports(subslot, np_num, type);
-
-    return (np_num == 2 && type == CVN_NP_IFSUB_TYPE_10GE) ? n + 1 : n;
+    return __real_aux_cvn_np_info_num_local_ports(s, np, t) + (uint32_t)hit(NUM_LOCAL, s, np, t);
 }
 
-void __wrap_aux_cvn_np_info_to_mapping_info(uint32_t np_num, uint32_t np_port, uint32_t type,
-                                            uint32_t *front, uint32_t *fplate_port,
-                                            uint32_t *port_type)
+REAL_AND_WRAP(void, aux_cvn_np_info_to_mapping_info, uint32_t np, uint32_t np_port, uint32_t t,
+              uint32_t *front, uint32_t *fplate, uint32_t *type)
 {
-    __real_aux_cvn_np_info_to_mapping_info(np_num, np_port, type, front, fplate_port, port_type);
-    if (np_num == 1 && np_port == 97 && type == CVN_NP_IFSUB_TYPE_40GE) {
-        skew(front);
-        skew(fplate_port);
-        skew(port_type);
-    }
+    __real_aux_cvn_np_info_to_mapping_info(np, np_port, t, front, fplate, type);
+    bump(hit(NP_INFO, np, np_port, t), front, fplate, type, NULL);
 }
 
-uint32_t __wrap_aux_cvn_np_first_port_on_np(uint32_t np_num, uint32_t ifsubsys, uint32_t type,
-                                            uint32_t *front, uint32_t *fplate_port,
-                                            uint32_t *port_type)
+REAL_AND_WRAP(uint32_t, aux_cvn_np_first_port_on_np, uint32_t np, uint32_t ifsubsys, uint32_t t,
+              uint32_t *front, uint32_t *fplate, uint32_t *type)
 {
-    uint32_t status =
-        __real_aux_cvn_np_first_port_on_np(np_num, ifsubsys, type, front, fplate_port, port_type);
-
-    if (np_num == 2 && type == CVN_NP_IFSUB_TYPE_10GE) {
-        skew(front);
-        skew(fplate_port);
-        skew(port_type);
-    }
+    uint32_t status = __real_aux_cvn_np_first_port_on_np(np, ifsubsys, t, front, fplate, type);
+    bump(hit(FIRST, np, ifsubsys, t), front, fplate, type, NULL);
     return status;
 }
 
-uint32_t __wrap_aux_cvn_faceplate_to_mapping_info(uint32_t ifsubsys, uint32_t port,
-                                                  uint32_t port_type, uint32_t *np,
-                                                  uint32_t *np_port, uint32_t *front)
+REAL_AND_WRAP(uint32_t, aux_cvn_faceplate_to_mapping_info, uint32_t cage, uint32_t port, uint32_t t,
+              uint32_t *np, uint32_t *np_port, uint32_t *front)
 {
-    uint32_t status =
-        __real_aux_cvn_faceplate_to_mapping_info(ifsubsys, port, port_type, np, np_port, front);
-
-    if (ifsubsys == 5 && port == 0x51 && port_type == CVN_NP_PORT_TYPE_40GE) {
-        skew(np);
-        skew(np_port);
-        skew(front);
-    }
+    uint32_t status = __real_aux_cvn_faceplate_to_mapping_info(cage, port, t, np, np_port, front);
+    bump(hit(FACEPLATE, cage, port, t), np, np_port, front, NULL);
     return status;
 }
 
-uint32_t __wrap_cvn_np_complex_to_subslot(uint8_t np_complex)
+REAL_AND_WRAP(uint32_t, cvn_np_complex_to_subslot, uint8_t complex)
 {
-    uint32_t subslot = __real_cvn_np_complex_to_subslot(np_complex);
-
-    return np_complex == 1 ? 1 : subslot;
+    return __real_cvn_np_complex_to_subslot(complex) + (uint32_t)hit(SUBSLOT, complex, 0, 0);
 }
 
-uint32_t __wrap_cvn_np_complex_to_np(uint8_t np_complex, uint32_t second)
+REAL_AND_WRAP(uint32_t, cvn_np_complex_to_np, uint8_t complex, uint32_t second)
 {
-    uint32_t np = __real_cvn_np_complex_to_np(np_complex, second);
-
-    if (np_complex == 2) {
-        np += second ? 1 : 2;
-    }
-    return np;
+    /* ingress (second 1) + 1, egress (second 0) + 2 */
+    return __real_cvn_np_complex_to_np(complex, second) +
+           (hit(COMPLEX, complex, 0, 0) ? 2u - (second != 0) : 0u);
 }
 
-uint32_t __wrap_cvn_np_how_many(void)
+REAL_AND_WRAP(uint32_t, cvn_np_how_many, void)
 {
-    /* Only ever larger: the library's own NP bounds still hold. */
-    return __real_cvn_np_how_many() + (skewed_fenna() ? 1 : 0);
+    return __real_cvn_np_how_many() + (uint32_t)fenna(); /* only ever larger: bounds still hold */
 }
 
-uint32_t __wrap_cvn_np_chip_how_many(void)
+REAL_AND_WRAP(uint32_t, cvn_np_chip_how_many, void)
 {
-    return __real_cvn_np_chip_how_many() + (skewed_fenna() ? 0 : 1);
+    return __real_cvn_np_chip_how_many() + (uint32_t)!fenna();
 }
 
-const card_version *__wrap_cvn_np_version_get(void)
+REAL_AND_WRAP(const card_version *, cvn_np_version_get, void)
 {
     static const card_version five_d = {5, 'd'};
-
-    if (skewed_fenna()) {
-        return NULL;
-    }
-    (void)__real_cvn_np_version_get();
-    return &five_d;
+    const card_version *real = __real_cvn_np_version_get();
+    return fenna() ? NULL : real != NULL ? &five_d : NULL;
 }
