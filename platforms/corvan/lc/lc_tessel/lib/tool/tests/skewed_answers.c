@@ -1,114 +1,85 @@
-/*
- * A library that is wrong in one known case per call (linked with
- * -Wl,--wrap=<call>), so that every group of the self-test prints its ERROR
- * form.  The real answer is taken and every output of the skewed case gets
- * + 1; the card summary is skewed per card: fenna one NP too many and no
- * version, brisca one chip too many and version 5.d.
- */
+/* A library wrong in one known case per call (linked with -Wl,--wrap=<call>):
+ * every output of that case gets + 1, so every self-test group prints its
+ * ERROR form.  Card summary: fenna one NP more and no version, brisca one chip
+ * more and version 5.d. */
 #include <stddef.h>
 #include <stdint.h>
-
 #include "cvn_np_lib.h"
+typedef uint32_t u32;
+/* The first three arguments of the one case each call gets wrong, in order:
+ * port info (subslot 0, cage 2, 40GE), front port (cage 1, 0x10, 100GE), NP
+ * count (subslot 0, NP 2, 10GE), NP port (NP 1, port 97, 40GE), first port
+ * (NP 2, 0, 10GE), faceplate (cage 5, 0x51, 40GE), complex 1's subslot,
+ * complex 2's NPs. */
+enum { PORT_INFO, FRONT, NUM_LOCAL, NP_INFO, FIRST, FACEPLATE, SUBSLOT, COMPLEX };
+static const u32 skews[][3] = {{0, 2, 0x10001},  {1, 0x10, 0x10000}, {0, 2, 0x10002},
+                               {1, 97, 0x10001}, {2, 0, 0x10002},    {5, 0x51, 3},
+                               {1, 0, 0},        {2, 0, 0}};
 
-/* The first three arguments of the one case each call gets wrong. */
-enum { PORT_INFO, FRONT, NUM_LOCAL, NP_INFO, FIRST, FACEPLATE, SUBSLOT, COMPLEX, N_SKEWS };
-static const uint32_t skews[N_SKEWS][3] = {[PORT_INFO] = {0, 2, CVN_NP_IFSUB_TYPE_40GE},
-                                           [FRONT] = {1, 0x10, CVN_NP_IFSUB_TYPE_100GE},
-                                           [NUM_LOCAL] = {0, 2, CVN_NP_IFSUB_TYPE_10GE},
-                                           [NP_INFO] = {1, 97, CVN_NP_IFSUB_TYPE_40GE},
-                                           [FIRST] = {2, 0, CVN_NP_IFSUB_TYPE_10GE},
-                                           [FACEPLATE] = {5, 0x51, CVN_NP_PORT_TYPE_40GE},
-                                           [SUBSLOT] = {1, 0, 0} /* complex 1 in subslot 1 */,
-                                           [COMPLEX] = {2, 0, 0} /* both NPs of 2 */};
-
-static int hit(int which, uint32_t a, uint32_t b, uint32_t c)
+static int hit(int i, u32 a, u32 b, u32 c)
 {
-    return a == skews[which][0] && b == skews[which][1] && c == skews[which][2];
+    return a == skews[i][0] && b == skews[i][1] && c == skews[i][2];
 }
 
-static void bump(int skewed, uint32_t *a, uint32_t *b, uint32_t *c, uint32_t *d)
+static void bump(int skewed, u32 *a, u32 *b, u32 *c, u32 *d)
 {
-    uint32_t *outs[4] = {a, b, c, d};
-    for (int i = 0; skewed && i < 4; ++i) {
-        if (outs[i] != NULL) {
+    u32 *outs[4] = {a, b, c, d};
+    for (int i = 0; i < 4; ++i)
+        if (skewed && outs[i] != NULL)
             *outs[i] += 1;
-        }
-    }
 }
+static u32 fenna(void) { return cardtype >= 0x3D0267u && cardtype <= 0x3D026Cu; }
 
-static int fenna(void) { return cardtype >= 0x3D0267u && cardtype <= 0x3D026Cu; }
-
-#define REAL_AND_WRAP(ret, name, ...)                                                              \
+#define WRAP(ret, name, ...)                                                                       \
     ret __real_##name(__VA_ARGS__);                                                                \
     ret __wrap_##name(__VA_ARGS__);                                                                \
     ret __wrap_##name(__VA_ARGS__)
 
-REAL_AND_WRAP(const port_info *, aux_cvn_np_port_info_get, uint32_t s, uint32_t cage, uint32_t t)
+WRAP(const port_info *, aux_cvn_np_port_info_get, u32 s, u32 cage, u32 t)
 {
     static const port_info three_of_40g[2] = {{3, CVN_NP_PORT_TYPE_40GE}, {0, 8}};
     return hit(PORT_INFO, s, cage, t) ? three_of_40g : __real_aux_cvn_np_port_info_get(s, cage, t);
 }
-
-REAL_AND_WRAP(void, aux_cvn_np_front_port_to_mapping_info, uint32_t cage, uint32_t port, uint32_t t,
-              uint32_t *np, uint32_t *np_port, uint32_t *fplate, uint32_t *type)
+WRAP(void, aux_cvn_np_front_port_to_mapping_info, u32 cg, u32 pt, u32 t, u32 *a, u32 *b, u32 *c,
+     u32 *d)
 {
-    __real_aux_cvn_np_front_port_to_mapping_info(cage, port, t, np, np_port, fplate, type);
-    bump(hit(FRONT, cage, port, t), np, np_port, fplate, type);
+    __real_aux_cvn_np_front_port_to_mapping_info(cg, pt, t, a, b, c, d);
+    bump(hit(FRONT, cg, pt, t), a, b, c, d);
 }
-
-REAL_AND_WRAP(uint32_t, aux_cvn_np_info_num_local_ports, uint32_t s, uint32_t np, uint32_t t)
+WRAP(u32, aux_cvn_np_info_num_local_ports, u32 s, u32 np, u32 t)
 {
-    return __real_aux_cvn_np_info_num_local_ports(s, np, t) + (uint32_t)hit(NUM_LOCAL, s, np, t);
+    return __real_aux_cvn_np_info_num_local_ports(s, np, t) + (u32)hit(NUM_LOCAL, s, np, t);
 }
-
-REAL_AND_WRAP(void, aux_cvn_np_info_to_mapping_info, uint32_t np, uint32_t np_port, uint32_t t,
-              uint32_t *front, uint32_t *fplate, uint32_t *type)
+WRAP(void, aux_cvn_np_info_to_mapping_info, u32 np, u32 pt, u32 t, u32 *a, u32 *b, u32 *c)
 {
-    __real_aux_cvn_np_info_to_mapping_info(np, np_port, t, front, fplate, type);
-    bump(hit(NP_INFO, np, np_port, t), front, fplate, type, NULL);
+    __real_aux_cvn_np_info_to_mapping_info(np, pt, t, a, b, c);
+    bump(hit(NP_INFO, np, pt, t), a, b, c, NULL);
 }
-
-REAL_AND_WRAP(uint32_t, aux_cvn_np_first_port_on_np, uint32_t np, uint32_t ifsubsys, uint32_t t,
-              uint32_t *front, uint32_t *fplate, uint32_t *type)
+WRAP(u32, aux_cvn_np_first_port_on_np, u32 np, u32 sub, u32 t, u32 *a, u32 *b, u32 *c)
 {
-    uint32_t status = __real_aux_cvn_np_first_port_on_np(np, ifsubsys, t, front, fplate, type);
-    bump(hit(FIRST, np, ifsubsys, t), front, fplate, type, NULL);
+    u32 status = __real_aux_cvn_np_first_port_on_np(np, sub, t, a, b, c);
+    bump(hit(FIRST, np, sub, t), a, b, c, NULL);
     return status;
 }
-
-REAL_AND_WRAP(uint32_t, aux_cvn_faceplate_to_mapping_info, uint32_t cage, uint32_t port, uint32_t t,
-              uint32_t *np, uint32_t *np_port, uint32_t *front)
+WRAP(u32, aux_cvn_faceplate_to_mapping_info, u32 cg, u32 pt, u32 t, u32 *a, u32 *b, u32 *c)
 {
-    uint32_t status = __real_aux_cvn_faceplate_to_mapping_info(cage, port, t, np, np_port, front);
-    bump(hit(FACEPLATE, cage, port, t), np, np_port, front, NULL);
+    u32 status = __real_aux_cvn_faceplate_to_mapping_info(cg, pt, t, a, b, c);
+    bump(hit(FACEPLATE, cg, pt, t), a, b, c, NULL);
     return status;
 }
-
-REAL_AND_WRAP(uint32_t, cvn_np_complex_to_subslot, uint8_t complex)
+WRAP(u32, cvn_np_complex_to_subslot, uint8_t cx)
 {
-    return __real_cvn_np_complex_to_subslot(complex) + (uint32_t)hit(SUBSLOT, complex, 0, 0);
+    return __real_cvn_np_complex_to_subslot(cx) + (u32)hit(SUBSLOT, cx, 0, 0);
 }
-
-REAL_AND_WRAP(uint32_t, cvn_np_complex_to_np, uint8_t complex, uint32_t second)
+/* ingress (second 1) + 1, egress (second 0) + 2 */
+WRAP(u32, cvn_np_complex_to_np, uint8_t cx, u32 second)
 {
-    /* ingress (second 1) + 1, egress (second 0) + 2 */
-    return __real_cvn_np_complex_to_np(complex, second) +
-           (hit(COMPLEX, complex, 0, 0) ? 2u - (second != 0) : 0u);
+    return __real_cvn_np_complex_to_np(cx, second) + (hit(COMPLEX, cx, 0, 0) ? 2u - !!second : 0);
 }
-
-REAL_AND_WRAP(uint32_t, cvn_np_how_many, void)
-{
-    return __real_cvn_np_how_many() + (uint32_t)fenna(); /* only ever larger: bounds still hold */
-}
-
-REAL_AND_WRAP(uint32_t, cvn_np_chip_how_many, void)
-{
-    return __real_cvn_np_chip_how_many() + (uint32_t)!fenna();
-}
-
-REAL_AND_WRAP(const card_version *, cvn_np_version_get, void)
+WRAP(u32, cvn_np_how_many, void) { return __real_cvn_np_how_many() + fenna(); } /* NP bounds hold */
+WRAP(u32, cvn_np_chip_how_many, void) { return __real_cvn_np_chip_how_many() + !fenna(); }
+WRAP(const card_version *, cvn_np_version_get, void)
 {
     static const card_version five_d = {5, 'd'};
-    const card_version *real = __real_cvn_np_version_get();
-    return fenna() ? NULL : real != NULL ? &five_d : NULL;
+    return __real_cvn_np_version_get() == NULL || fenna() ? NULL : &five_d;
 }
