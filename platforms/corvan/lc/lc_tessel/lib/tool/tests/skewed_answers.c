@@ -71,7 +71,6 @@ WRAP(u32, cvn_np_complex_to_subslot, uint8_t cx)
 {
     return __real_cvn_np_complex_to_subslot(cx) + (u32)hit(SUBSLOT, cx, 0, 0);
 }
-/* ingress (second 1) + 1, egress (second 0) + 2 */
 WRAP(u32, cvn_np_complex_to_np, uint8_t cx, u32 second)
 {
     return __real_cvn_np_complex_to_np(cx, second) + (hit(COMPLEX, cx, 0, 0) ? 2u - !!second : 0);

