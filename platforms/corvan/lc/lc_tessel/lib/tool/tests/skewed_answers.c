@@ -1,177 +1,84 @@
-/*
- * skewed_answers.c - a deliberately wrong library for the self-test's own
- * tests.  Linked with -Wl,--wrap=<function> for each function below, it
- * lets the real library answer and then falsifies one known case per
- * function, so that the self-test prints the ERROR form of every group at
- * a place the tests can name.
- *
- * Skewed cases (the same on the fenna and the brisca card):
- *   aux_cvn_np_port_info_get (0, 2, 40GE)              -> list {3, 3}
- *   aux_cvn_np_front_port_to_mapping_info (1, 0x10, 100GE)  every output + 1
- *   aux_cvn_np_info_num_local_ports (0, 2, 10GE)       -> + 1
- *   aux_cvn_np_info_to_mapping_info (1, 97, 40GE)      every output + 1
- *   aux_cvn_np_first_port_on_np (2, 0, 10GE)           every output + 1
- *   aux_cvn_faceplate_to_mapping_info (5, 0x51, 40GE)  every output + 1
- *   cvn_np_complex_to_subslot (1)                      -> 1
- *   cvn_np_complex_to_np (2, 1) -> + 1, (2, 0) -> + 2
- * and, in the card summary: cvn_np_how_many + 1 on fenna cards,
- * cvn_np_chip_how_many + 1 on brisca cards, cvn_np_version_get NULL on
- * fenna cards and 5.d on brisca cards.
- */
+/* A library wrong in one known case per call (linked with -Wl,--wrap=<call>):
+ * every output of that case gets + 1, so every self-test group prints its
+ * ERROR form.  Card summary: fenna one NP more and no version, brisca one chip
+ * more and version 5.d. */
 #include <stddef.h>
 #include <stdint.h>
-
 #include "cvn_np_lib.h"
+typedef uint32_t u32;
+/* The first three arguments of the one case each call gets wrong, in order:
+ * port info (subslot 0, cage 2, 40GE), front port (cage 1, 0x10, 100GE), NP
+ * count (subslot 0, NP 2, 10GE), NP port (NP 1, port 97, 40GE), first port
+ * (NP 2, 0, 10GE), faceplate (cage 5, 0x51, 40GE), complex 1's subslot,
+ * complex 2's NPs. */
+enum { PORT_INFO, FRONT, NUM_LOCAL, NP_INFO, FIRST, FACEPLATE, SUBSLOT, COMPLEX };
+static const u32 skews[][3] = {{0, 2, 0x10001},  {1, 0x10, 0x10000}, {0, 2, 0x10002},
+                               {1, 97, 0x10001}, {2, 0, 0x10002},    {5, 0x51, 3},
+                               {1, 0, 0},        {2, 0, 0}};
 
-const port_info *__real_aux_cvn_np_port_info_get(uint32_t, uint32_t, uint32_t);
-void __real_aux_cvn_np_front_port_to_mapping_info(uint32_t, uint32_t, uint32_t, uint32_t *,
-                                                  uint32_t *, uint32_t *, uint32_t *);
-uint32_t __real_aux_cvn_np_info_num_local_ports(uint32_t, uint32_t, uint32_t);
-void __real_aux_cvn_np_info_to_mapping_info(uint32_t, uint32_t, uint32_t, uint32_t *, uint32_t *,
-                                            uint32_t *);
-uint32_t __real_aux_cvn_np_first_port_on_np(uint32_t, uint32_t, uint32_t, uint32_t *, uint32_t *,
-                                            uint32_t *);
-uint32_t __real_aux_cvn_faceplate_to_mapping_info(uint32_t, uint32_t, uint32_t, uint32_t *,
-                                                  uint32_t *, uint32_t *);
-uint32_t __real_cvn_np_complex_to_subslot(uint8_t);
-uint32_t __real_cvn_np_complex_to_np(uint8_t, uint32_t);
-uint32_t __real_cvn_np_how_many(void);
-uint32_t __real_cvn_np_chip_how_many(void);
-const card_version *__real_cvn_np_version_get(void);
-
-const port_info *__wrap_aux_cvn_np_port_info_get(uint32_t, uint32_t, uint32_t);
-void __wrap_aux_cvn_np_front_port_to_mapping_info(uint32_t, uint32_t, uint32_t, uint32_t *,
-                                                  uint32_t *, uint32_t *, uint32_t *);
-uint32_t __wrap_aux_cvn_np_info_num_local_ports(uint32_t, uint32_t, uint32_t);
-void __wrap_aux_cvn_np_info_to_mapping_info(uint32_t, uint32_t, uint32_t, uint32_t *, uint32_t *,
-                                            uint32_t *);
-uint32_t __wrap_aux_cvn_np_first_port_on_np(uint32_t, uint32_t, uint32_t, uint32_t *, uint32_t *,
-                                            uint32_t *);
-uint32_t __wrap_aux_cvn_faceplate_to_mapping_info(uint32_t, uint32_t, uint32_t, uint32_t *,
-                                                  uint32_t *, uint32_t *);
-uint32_t __wrap_cvn_np_complex_to_subslot(uint8_t);
-uint32_t __wrap_cvn_np_complex_to_np(uint8_t, uint32_t);
-uint32_t __wrap_cvn_np_how_many(void);
-uint32_t __wrap_cvn_np_chip_how_many(void);
-const card_version *__wrap_cvn_np_version_get(void);
-
-static int skewed_fenna(void) { return cardtype >= 0x3D0267u && cardtype <= 0x3D026Cu; }
-
-static void skew(uint32_t *out)
+static int hit(int i, u32 a, u32 b, u32 c)
 {
-    if (out != NULL) {
-        *out += 1;
-    }
+    return a == skews[i][0] && b == skews[i][1] && c == skews[i][2];
 }
 
-const port_info *__wrap_aux_cvn_np_port_info_get(uint32_t subslot, uint32_t ifsubsys, uint32_t type)
+static void bump(int skewed, u32 *a, u32 *b, u32 *c, u32 *d)
 {
-    static const port_info three_of_40g[2] = {{3, 3}, {0, 8}};
-
-    if (subslot == 0 && ifsubsys == 2 && type == CVN_NP_IFSUB_TYPE_40GE) {
-        return three_of_40g;
-    }
-    return __real_aux_cvn_np_port_info_get(subslot, ifsubsys, type);
+    u32 *outs[4] = {a, b, c, d};
+    for (int i = 0; i < 4; ++i)
+        if (skewed && outs[i] != NULL)
+            *outs[i] += 1;
 }
+static u32 fenna(void) { return cardtype >= 0x3D0267u && cardtype <= 0x3D026Cu; }
 
-void __wrap_aux_cvn_np_front_port_to_mapping_info(uint32_t ifsubsys, uint32_t port, uint32_t type,
-                                                  uint32_t *np, uint32_t *np_port,
-                                                  uint32_t *fplate_port, uint32_t *port_type)
+#define WRAP(ret, name, ...)                                                                       \
+    ret __real_##name(__VA_ARGS__);                                                                \
+    ret __wrap_##name(__VA_ARGS__);                                                                \
+    ret __wrap_##name(__VA_ARGS__)
+
+WRAP(const port_info *, aux_cvn_np_port_info_get, u32 s, u32 cage, u32 t)
 {
-    __real_aux_cvn_np_front_port_to_mapping_info(ifsubsys, port, type, np, np_port, fplate_port,
-                                                 port_type);
-    if (ifsubsys == 1 && port == 0x10 && type == CVN_NP_IFSUB_TYPE_100GE) {
-        skew(np);
-        skew(np_port);
-        skew(fplate_port);
-        skew(port_type);
-    }
+    static const port_info three_of_40g[2] = {{3, CVN_NP_PORT_TYPE_40GE}, {0, 8}};
+    return hit(PORT_INFO, s, cage, t) ? three_of_40g : __real_aux_cvn_np_port_info_get(s, cage, t);
 }
-
-uint32_t __wrap_aux_cvn_np_info_num_local_ports(uint32_t subslot, uint32_t np_num, uint32_t type)
+WRAP(void, aux_cvn_np_front_port_to_mapping_info, u32 cg, u32 pt, u32 t, u32 *a, u32 *b, u32 *c,
+     u32 *d)
 {
-    uint32_t n = __real_aux_cvn_np_info_num_local_ports(subslot, np_num, type);
-
-    return (np_num == 2 && type == CVN_NP_IFSUB_TYPE_10GE) ? n + 1 : n;
+    __real_aux_cvn_np_front_port_to_mapping_info(cg, pt, t, a, b, c, d);
+    bump(hit(FRONT, cg, pt, t), a, b, c, d);
 }
-
-void __wrap_aux_cvn_np_info_to_mapping_info(uint32_t np_num, uint32_t np_port, uint32_t type,
-                                            uint32_t *front, uint32_t *fplate_port,
-                                            uint32_t *port_type)
+WRAP(u32, aux_cvn_np_info_num_local_ports, u32 s, u32 np, u32 t)
 {
-    __real_aux_cvn_np_info_to_mapping_info(np_num, np_port, type, front, fplate_port, port_type);
-    if (np_num == 1 && np_port == 97 && type == CVN_NP_IFSUB_TYPE_40GE) {
-        skew(front);
-        skew(fplate_port);
-        skew(port_type);
-    }
+    return __real_aux_cvn_np_info_num_local_ports(s, np, t) + (u32)hit(NUM_LOCAL, s, np, t);
 }
-
-uint32_t __wrap_aux_cvn_np_first_port_on_np(uint32_t np_num, uint32_t ifsubsys, uint32_t type,
-                                            uint32_t *front, uint32_t *fplate_port,
-                                            uint32_t *port_type)
+WRAP(void, aux_cvn_np_info_to_mapping_info, u32 np, u32 pt, u32 t, u32 *a, u32 *b, u32 *c)
 {
-    uint32_t status =
-        __real_aux_cvn_np_first_port_on_np(np_num, ifsubsys, type, front, fplate_port, port_type);
-
-    if (np_num == 2 && type == CVN_NP_IFSUB_TYPE_10GE) {
-        skew(front);
-        skew(fplate_port);
-        skew(port_type);
-    }
+    __real_aux_cvn_np_info_to_mapping_info(np, pt, t, a, b, c);
+    bump(hit(NP_INFO, np, pt, t), a, b, c, NULL);
+}
+WRAP(u32, aux_cvn_np_first_port_on_np, u32 np, u32 sub, u32 t, u32 *a, u32 *b, u32 *c)
+{
+    u32 status = __real_aux_cvn_np_first_port_on_np(np, sub, t, a, b, c);
+    bump(hit(FIRST, np, sub, t), a, b, c, NULL);
     return status;
 }
-
-uint32_t __wrap_aux_cvn_faceplate_to_mapping_info(uint32_t ifsubsys, uint32_t port,
-                                                  uint32_t port_type, uint32_t *np,
-                                                  uint32_t *np_port, uint32_t *front)
+WRAP(u32, aux_cvn_faceplate_to_mapping_info, u32 cg, u32 pt, u32 t, u32 *a, u32 *b, u32 *c)
 {
-    uint32_t status =
-        __real_aux_cvn_faceplate_to_mapping_info(ifsubsys, port, port_type, np, np_port, front);
-
-    if (ifsubsys == 5 && port == 0x51 && port_type == CVN_NP_PORT_TYPE_40GE) {
-        skew(np);
-        skew(np_port);
-        skew(front);
-    }
+    u32 status = __real_aux_cvn_faceplate_to_mapping_info(cg, pt, t, a, b, c);
+    bump(hit(FACEPLATE, cg, pt, t), a, b, c, NULL);
     return status;
 }
-
-uint32_t __wrap_cvn_np_complex_to_subslot(uint8_t np_complex)
+WRAP(u32, cvn_np_complex_to_subslot, uint8_t cx)
 {
-    uint32_t subslot = __real_cvn_np_complex_to_subslot(np_complex);
-
-    return np_complex == 1 ? 1 : subslot;
+    return __real_cvn_np_complex_to_subslot(cx) + (u32)hit(SUBSLOT, cx, 0, 0);
 }
-
-uint32_t __wrap_cvn_np_complex_to_np(uint8_t np_complex, uint32_t second)
+WRAP(u32, cvn_np_complex_to_np, uint8_t cx, u32 second)
 {
-    uint32_t np = __real_cvn_np_complex_to_np(np_complex, second);
-
-    if (np_complex == 2) {
-        np += second ? 1 : 2;
-    }
-    return np;
+    return __real_cvn_np_complex_to_np(cx, second) + (hit(COMPLEX, cx, 0, 0) ? 2u - !!second : 0);
 }
-
-uint32_t __wrap_cvn_np_how_many(void)
-{
-    /* Only ever larger: the library's own NP bounds still hold. */
-    return __real_cvn_np_how_many() + (skewed_fenna() ? 1 : 0);
-}
-
-uint32_t __wrap_cvn_np_chip_how_many(void)
-{
-    return __real_cvn_np_chip_how_many() + (skewed_fenna() ? 0 : 1);
-}
-
-const card_version *__wrap_cvn_np_version_get(void)
+WRAP(u32, cvn_np_how_many, void) { return __real_cvn_np_how_many() + fenna(); } /* NP bounds hold */
+WRAP(u32, cvn_np_chip_how_many, void) { return __real_cvn_np_chip_how_many() + !fenna(); }
+WRAP(const card_version *, cvn_np_version_get, void)
 {
     static const card_version five_d = {5, 'd'};
-
-    if (skewed_fenna()) {
-        return NULL;
-    }
-    (void)__real_cvn_np_version_get();
-    return &five_d;
+    return __real_cvn_np_version_get() == NULL || fenna() ? NULL : &five_d;
 }
