@@ -1,6 +1,7 @@
 // The cage cards (brisca, brisca_4p, fenna, dornik full and lite) as one suite:
 // a row of facts per card written from the wiring rules, the behaviour they
 // share run over every row, then each family's own differences.
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <iterator>
@@ -15,9 +16,29 @@ using cvn_test::kInvalid;
 using cvn_test::kSentinel;
 using Entry = port_mapping_entry;
 using Map = const Entry *const *;
+using V = std::vector<uint32_t>; // answers and outputs compared as one list
+constexpr uint32_t S = kSentinel;
+// A list of values, filled up to five with the sentinel.
+template <class... T> V L(T... v)
+{
+    V r{uint32_t(v)...};
+    r.resize(std::max<size_t>(r.size(), 5), S);
+    return r;
+}
+// Outputs preset to the sentinel: RUN(call) is the answer of `call` and what
+// it wrote through o, o1, o2, o3.
+struct OutBuf {
+    uint32_t o[4] = {};
+    uint32_t *const o1 = o + 1, *const o2 = o + 2, *const o3 = o + 3;
+    void Fresh() { std::fill(o, o + 4, S); }
+    V Got(uint32_t r) const { return L(r, o[0], o[1], o[2], o[3]); }
+};
+#define RUN(call) (Fresh(), Got(call))
+#define EXPECT_OUTS(call, ...) EXPECT_EQ(RUN(call), L(__VA_ARGS__))
 
 constexpr uint32_t kDornikT = CVN_NP_IFSUB_TYPE_DORNIK_100GE;
 
+// clang-format off
 // One speed of a card: what the platform reports, the port type, ports per
 // cage, and the exported tables and current-record pointers of the speed.
 struct Speed {
@@ -25,8 +46,7 @@ struct Speed {
     const Entry *table;
     Map np_map, fp_map, ph_map;
     size_t np_map_room;
-    const int32_t *index;
-    size_t index_size;
+    const int32_t *index; size_t index_size;
     const Map *cur_ph, *cur_fp, *cur_np;
     const port_info *list; // the speed's list (entry ptype of the array)
 };
@@ -34,22 +54,17 @@ struct Speed {
 enum Slot4 { kScan, kComboAlways, k100Always };
 
 struct Family {
-    const char *name;
-    uint32_t card_type;
+    const char *name; uint32_t card_type;
     uint32_t table_cages; // cages of the mapping tables
     std::array<uint16_t, 23> info;
-    const np_info *info_rec;
-    const port_info *const *pi_array;
-    const np_info *const *cur_info;
-    const port_info *const *const *cur_pi;
-    const port_info *dummy;
-    const card_version *version;
-    const subslot_info *ssi;
+    const np_info *info_rec; const port_info *const *pi_array;
+    const np_info *const *cur_info; const port_info *const *const *cur_pi;
+    const port_info *dummy; const card_version *version; const subslot_info *ssi;
     std::array<uint16_t, 4> ssi_expected;
     std::vector<Speed> speeds;
     Slot4 slot4;
     bool alt40;      // 0x10003 is served by the 40GE tables
-    bool per_np40;   // slot 40 counts an NP's two cages
+    bool per_np40;   // slot 40 counts an NP's cages, not one cage
     bool quiet_fail; // slots 16 and 18 treat a failed query as an empty cage
     int slot45_max;  // highest cage slot 45 accepts; -1: the slot is empty
     bool dornik;
@@ -58,7 +73,6 @@ struct Family {
     uint32_t cpn() const { return info[6]; }
 };
 
-// clang-format off
 #define SPEED(fam, spd, SPD, ifs, pt, ppc, room)                                                   \
     Speed{ifs, pt, ppc, cvn_np_port_mapping_##fam##_##spd, np_local_port_map_##fam##_##spd,        \
           fplate_port_map_##fam##_##spd, phys_front_port_map_##fam##_##spd, room,                  \
@@ -122,19 +136,21 @@ uint32_t NpPort(const Family &f, uint32_t c, uint32_t ptype, uint32_t p)
     return even ? 117 : 116;
 }
 
-class CageTest : public cvn_test::LibTest, public ::testing::WithParamInterface<Family> {
+class CageTest : public cvn_test::LibTest,
+                 public ::testing::WithParamInterface<Family>,
+                 public OutBuf {
   protected:
     CageTest() : LibTest(0) {}
     void SetUp() override
     {
         LibTest::SetUp();
-        cardtype = F().card_type;
-        ASSERT_EQ(cvn_np_lib_init(F().card_type), 0u);
+        cardtype = f.card_type;
+        ASSERT_EQ(cvn_np_lib_init(f.card_type), 0u);
     }
-    static const Family &F() { return GetParam(); }
-    void PlugAll(uint32_t type)
+    const Family &f = GetParam();
+    void PlugAll(uint32_t type) const
     {
-        for (uint32_t c = 0; c < F().cages(); ++c)
+        for (uint32_t c = 0; c < f.cages(); ++c)
             Plug(0, c, type);
     }
 };
@@ -142,28 +158,23 @@ class CageTest : public cvn_test::LibTest, public ::testing::WithParamInterface<
 void ExpectList(const port_info *list, uint32_t count, uint32_t type)
 {
     ASSERT_NE(list, nullptr);
-    EXPECT_EQ(list[0].num_ports, count);
-    EXPECT_EQ(list[0].port_type, type);
-    EXPECT_EQ(list[1].num_ports, 0u);
-    EXPECT_EQ(list[1].port_type, CVN_NP_PORT_TYPE_END);
+    EXPECT_EQ(L(list[0].num_ports, list[0].port_type, list[1].num_ports, list[1].port_type),
+              L(count, type, 0, CVN_NP_PORT_TYPE_END));
 }
 
 TEST_P(CageTest, ExportedTablesFollowTheWiring)
 {
-    const Family &f = F();
     std::array<uint16_t, 23> info{};
     static_assert(sizeof(np_info) == sizeof(info));
     std::memcpy(info.data(), f.info_rec, sizeof info);
     EXPECT_EQ(info, f.info);
     EXPECT_EQ(*f.cur_info, f.info_rec);
     EXPECT_EQ(*f.cur_pi, f.pi_array);
-    EXPECT_EQ(f.version->ver_major, 5u);
-    EXPECT_EQ(f.version->ver_minor, 99u);
+    EXPECT_EQ(L(f.version->ver_major, f.version->ver_minor), L(5, 99));
     EXPECT_EQ((std::array<uint16_t, 4>{f.ssi->num_of_subslots, f.ssi->max_ports_per_subslot,
                                        f.ssi->max_of_ifsubsys_per_subslot, f.ssi->spare}),
               f.ssi_expected);
-    EXPECT_EQ(f.dummy[0].num_ports, 0u);
-    EXPECT_EQ(f.dummy[0].port_type, CVN_NP_PORT_TYPE_END);
+    EXPECT_EQ(L(f.dummy[0].num_ports, f.dummy[0].port_type), L(0, CVN_NP_PORT_TYPE_END));
     ExpectList(f.pi_array[2], f.cages(), CVN_NP_PORT_TYPE_COMBO);
     EXPECT_EQ(f.pi_array[5], nullptr);
     if (f.dornik) { // NONE, 10GE and 40GE positions hold the dummy list
@@ -183,22 +194,14 @@ TEST_P(CageTest, ExportedTablesFollowTheWiring)
         EXPECT_EQ(*s.cur_fp, s.fp_map);
         EXPECT_EQ(*s.cur_np, s.np_map);
         const uint32_t n = f.table_cages * s.ppc;
-        for (uint32_t c = 0; c < f.table_cages; ++c)
-            for (uint32_t p = 0; p < s.ppc; ++p) {
-                const Entry &e = s.table[c * s.ppc + p];
-                const uint32_t front = 16 * c + p;
-                EXPECT_EQ(e.phys_front_port, front);
-                EXPECT_EQ(e.np, c / f.cpn()) << front;
-                EXPECT_EQ(e.np_port, NpPort(f, c, s.ptype, p)) << front;
-                EXPECT_EQ(e.fplate_port, front);
-                EXPECT_EQ(e.port_type, s.ptype) << front;
-            }
-        const Entry &end = s.table[n];
-        EXPECT_EQ(end.phys_front_port, 0xFFu);
-        EXPECT_EQ(end.np, 0xFFu);
-        EXPECT_EQ(end.np_port, 0xFFu);
-        EXPECT_EQ(end.fplate_port, 0xFFu);
-        EXPECT_EQ(end.port_type, 0xFFu);
+        for (uint32_t i = 0; i <= n; ++i) { // entry i is cage i / ppc, port i % ppc
+            const Entry &e = s.table[i];
+            const uint32_t c = i / s.ppc, p = i % s.ppc, front = 16 * c + p;
+            EXPECT_EQ(L(e.phys_front_port, e.np, e.np_port, e.fplate_port, e.port_type),
+                      i == n ? L(255, 255, 255, 255, 255)
+                             : L(front, c / f.cpn(), NpPort(f, c, s.ptype, p), front, s.ptype))
+                << i;
+        }
         for (uint32_t i = 0; i < s.np_map_room; ++i)
             EXPECT_EQ(s.np_map[i], i < n ? &s.table[i] : nullptr) << i;
         for (uint32_t i = 0; i < n; ++i) {
@@ -206,46 +209,31 @@ TEST_P(CageTest, ExportedTablesFollowTheWiring)
             EXPECT_EQ(s.ph_map[i], &s.table[i]) << i;
         }
         ASSERT_EQ(s.index_size, 16 * f.table_cages);
-        for (uint32_t i = 0; i < s.index_size; ++i) {
-            const uint32_t c = i / 16, p = i % 16;
-            EXPECT_EQ(s.index[i], p < s.ppc ? static_cast<int32_t>(c * s.ppc + p) : 255) << i;
-        }
+        for (uint32_t i = 0; i < s.index_size; ++i) // front 16c + p
+            EXPECT_EQ(s.index[i], i % 16 < s.ppc ? int32_t(i / 16 * s.ppc + i % 16) : 255) << i;
     }
 }
 
 TEST_P(CageTest, CardSummary)
 {
-    const Family &f = F();
     EXPECT_EQ(cvn_np_version_get(), f.version);
-    EXPECT_EQ(cvn_max_mtu(), 9216u);
-    EXPECT_EQ(cvn_np_how_many(), f.nps());
-    EXPECT_EQ(cvn_np_chip_how_many(), f.nps());
     EXPECT_EQ(cvn_np_subslot_info_get(), f.ssi);
+    EXPECT_EQ(L(cvn_max_mtu(), cvn_np_how_many(), cvn_np_chip_how_many()),
+              L(9216, f.nps(), f.nps()));
     ExpectList(cvn_np_port_info_subslot(0), f.cages(), CVN_NP_PORT_TYPE_COMBO);
-    EXPECT_EQ(cvn_np_set_if_subsys_type(3, 7), 0u);
-    EXPECT_EQ(cvn_np_to_cpu_port_map(5), 3u);
-    EXPECT_EQ(cvn_np_first_phys_port_on_np(0, nullptr), kInvalid);
-    uint32_t count = kSentinel, first = kSentinel;
-    EXPECT_EQ(cvn_np_subslot_to_np_list(9, &count, nullptr), kInvalid);
-    EXPECT_EQ(cvn_np_subslot_to_np_list(9, nullptr, &first), kInvalid);
-    EXPECT_EQ(count, kSentinel);
-    EXPECT_EQ(first, kSentinel);
-    EXPECT_EQ(cvn_np_subslot_to_np_list(9, &count, &first), 0u);
-    EXPECT_EQ(count, f.nps());
-    EXPECT_EQ(first, 0u);
+    EXPECT_EQ(L(cvn_np_set_if_subsys_type(3, 7), cvn_np_to_cpu_port_map(5),
+                cvn_np_first_phys_port_on_np(0, nullptr)),
+              L(0, 3, kInvalid));
+    EXPECT_OUTS(cvn_np_subslot_to_np_list(9, o, nullptr), kInvalid);
+    EXPECT_OUTS(cvn_np_subslot_to_np_list(9, nullptr, o), kInvalid);
+    EXPECT_OUTS(cvn_np_subslot_to_np_list(9, o, o1), 0, f.nps(), 0, S, S);
     for (uint32_t n = 0; n < f.nps(); ++n) {
-        EXPECT_EQ(cvn_np_complex_to_subslot(n), 0u);
-        EXPECT_EQ(cvn_np_complex_to_np(n, 0), n);
-        EXPECT_EQ(cvn_np_complex_to_np(n, 1), n);
-        count = first = kSentinel;
-        EXPECT_EQ(cvn_np_complex_to_subslot_list(n, nullptr, &first), 0u);
-        EXPECT_EQ(first, kSentinel);
-        EXPECT_EQ(cvn_np_complex_to_subslot_list(n, &count, nullptr), 0u);
-        EXPECT_EQ(count, 1u);
-        count = kSentinel;
-        EXPECT_EQ(cvn_np_complex_to_subslot_list(n, &count, &first), 0u);
-        EXPECT_EQ(count, 1u);
-        EXPECT_EQ(first, 0u);
+        EXPECT_EQ(
+            L(cvn_np_complex_to_subslot(n), cvn_np_complex_to_np(n, 0), cvn_np_complex_to_np(n, 1)),
+            L(0, n, n));
+        EXPECT_OUTS(cvn_np_complex_to_subslot_list(n, nullptr, o), 0);
+        EXPECT_OUTS(cvn_np_complex_to_subslot_list(n, o, nullptr), 0, 1);
+        EXPECT_OUTS(cvn_np_complex_to_subslot_list(n, o, o1), 0, 1, 0);
     }
     EXPECT_EQ(cvn_np_sim_ifsubsys_queries(), 0u);
 }
@@ -253,74 +241,55 @@ TEST_P(CageTest, CardSummary)
 // Every front port of every speed, both ways, with every cage running it.
 TEST_P(CageTest, EveryPortOfEverySpeed)
 {
-    const Family &f = F();
     for (const Speed &s : f.speeds) {
         PlugAll(s.ifsub);
         for (uint32_t c = 0; c < f.cages(); ++c)
             for (uint32_t p = 0; p < s.ppc; ++p) {
-                const uint32_t front = 16 * c + p, np = c / f.cpn();
-                const uint32_t npp = NpPort(f, c, s.ptype, p);
-                SCOPED_TRACE(front);
-                EXPECT_EQ(cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port(0, c, p), front);
-                EXPECT_EQ(cvn_np_front_port_to_np(front), np);
-                EXPECT_EQ(cvn_np_front_port_to_np_port(front), npp);
-                EXPECT_EQ(cvn_np_front_port_to_port_type(front), s.ptype);
-                uint32_t a = kSentinel, b = kSentinel, d = kSentinel, e = kSentinel;
-                EXPECT_EQ(cvn_np_front_port_to_face_plate_port(front, &a, &b), 0u);
-                EXPECT_EQ(a, front);
-                EXPECT_EQ(b, s.ptype);
-                EXPECT_EQ(cvn_np_front_port_to_face_plate_port(front, &a, nullptr), kInvalid);
-                EXPECT_EQ(cvn_np_front_port_mapping_info(front, &a, &b, &d, &e), 0u);
-                EXPECT_EQ((std::array<uint32_t, 4>{a, b, d, e}),
-                          (std::array<uint32_t, 4>{np, npp, front, s.ptype}));
-                a = b = d = e = kSentinel;
-                EXPECT_EQ(cvn_np_front_port_mapping_info(front, nullptr, &b, nullptr, &e), 0u);
-                EXPECT_EQ((std::array<uint32_t, 4>{a, b, d, e}),
-                          (std::array<uint32_t, 4>{kSentinel, npp, kSentinel, s.ptype}));
-                a = b = d = kSentinel;
-                aux_cvn_np_front_port_to_mapping_info(c, front, s.ifsub, &a, nullptr, &b, nullptr);
-                EXPECT_EQ(a, np);
-                EXPECT_EQ(b, front);
+                const uint32_t fp = 16 * c + p, np = c / f.cpn(), npp = NpPort(f, c, s.ptype, p);
+                const uint32_t t = s.ptype;
+                SCOPED_TRACE(fp);
+                EXPECT_EQ(cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port(0, c, p), fp);
+                EXPECT_EQ(L(cvn_np_front_port_to_np(fp), cvn_np_front_port_to_np_port(fp),
+                            cvn_np_front_port_to_port_type(fp)),
+                          L(np, npp, t));
+                EXPECT_OUTS(cvn_np_front_port_to_face_plate_port(fp, o, o1), 0, fp, t);
+                EXPECT_OUTS(cvn_np_front_port_to_face_plate_port(fp, o, nullptr), kInvalid);
+                EXPECT_OUTS(cvn_np_front_port_mapping_info(fp, o, o1, o2, o3), 0, np, npp, fp, t);
+                EXPECT_OUTS(cvn_np_front_port_mapping_info(fp, nullptr, o1, nullptr, o3), 0, S, npp,
+                            S, t);
+                EXPECT_OUTS(
+                    (aux_cvn_np_front_port_to_mapping_info(c, fp, s.ifsub, o, 0, o2, 0), 0u), 0, np,
+                    S, fp);
                 // NP-local port back to the front (read from the tables only)
-                a = b = kSentinel;
-                EXPECT_EQ(cvn_np_info_to_front_port(np, npp, &a), 0u);
-                EXPECT_EQ(a, front);
-                a = kSentinel;
-                EXPECT_EQ(cvn_np_info_to_fplate_porttype(np, npp, &a, &b), 0u);
-                EXPECT_EQ(a, front);
-                EXPECT_EQ(b, s.ptype);
-                a = b = d = kSentinel;
-                aux_cvn_np_info_to_mapping_info(np, npp, s.ifsub, &a, &b, &d);
-                EXPECT_EQ((std::array<uint32_t, 3>{a, b, d}),
-                          (std::array<uint32_t, 3>{front, front, s.ptype}));
+                EXPECT_OUTS(cvn_np_info_to_front_port(np, npp, o), 0, fp);
+                EXPECT_OUTS(cvn_np_info_to_fplate_porttype(np, npp, o, o1), 0, fp, t);
+                EXPECT_OUTS((aux_cvn_np_info_to_mapping_info(np, npp, s.ifsub, o, o1, o2), 0u), 0,
+                            fp, fp, t);
                 // faceplate port to the NP
-                EXPECT_EQ(cvn_faceplate_porttype_to_np(s.ptype, front), np);
-                EXPECT_EQ(cvn_faceplate_porttype_to_np_port(s.ptype, front), npp);
-                EXPECT_EQ(cvn_faceplate_porttype_to_phys_port(s.ptype, front), front);
-                a = b = d = kSentinel;
-                EXPECT_EQ(cvn_faceplate_porttype_mapping_info(s.ptype, front, &a, nullptr, &d), 0u);
-                EXPECT_EQ((std::array<uint32_t, 3>{a, b, d}),
-                          (std::array<uint32_t, 3>{np, kSentinel, front}));
-                EXPECT_EQ(
-                    aux_cvn_faceplate_to_mapping_info(c, front, s.ptype, nullptr, &b, nullptr), 0u);
-                EXPECT_EQ(b, npp);
+                EXPECT_EQ(L(cvn_faceplate_porttype_to_np(t, fp),
+                            cvn_faceplate_porttype_to_np_port(t, fp),
+                            cvn_faceplate_porttype_to_phys_port(t, fp)),
+                          L(np, npp, fp));
+                EXPECT_OUTS(cvn_faceplate_porttype_mapping_info(t, fp, o, nullptr, o2), 0, np, S,
+                            fp);
+                EXPECT_OUTS(aux_cvn_faceplate_to_mapping_info(c, fp, t, nullptr, o1, o2), 0, S, npp,
+                            fp);
             }
-        // the 40GE modules of the other kind run on the 40GE wiring
-        if (s.ptype == 3 && f.alt40) {
+        if (s.ptype == 3 && f.alt40) { // the other 40GE modules: the 40GE wiring
             PlugAll(CVN_NP_IFSUB_TYPE_40GE_ALT);
-            for (uint32_t c = 0; c < f.cages(); ++c)
-                for (uint32_t p = 0; p < 2; ++p) {
-                    EXPECT_EQ(cvn_np_front_port_to_np(16 * c + p), c / f.cpn());
-                    EXPECT_EQ(cvn_np_front_port_to_np_port(16 * c + p), NpPort(f, c, 3, p));
-                    EXPECT_EQ(cvn_np_front_port_to_port_type(16 * c + p), 3u);
-                }
+            for (uint32_t i = 0; i < 2 * f.cages(); ++i) {
+                const uint32_t c = i / 2, fp = 16 * c + i % 2;
+                EXPECT_EQ(L(cvn_np_front_port_to_np(fp), cvn_np_front_port_to_np_port(fp),
+                            cvn_np_front_port_to_port_type(fp)),
+                          L(c / f.cpn(), NpPort(f, c, 3, i % 2), 3));
+            }
         }
     }
 }
 
 TEST_P(CageTest, PortInfoByWhatTheCagesHold)
 {
-    const Family &f = F();
+    const Speed &last = f.speeds.back(), &first = f.speeds.front();
     for (uint32_t c = 0; c < f.cages(); ++c) {
         EXPECT_EQ(cvn_np_port_info_from_subslot_ifsubinst(0, c), f.dummy) << c;
         for (uint32_t t = 0x10000; t <= 0x10003; ++t) {
@@ -330,62 +299,50 @@ TEST_P(CageTest, PortInfoByWhatTheCagesHold)
         }
         EXPECT_EQ(aux_cvn_np_port_info_get(0, c, kDornikT), f.dornik ? f.pi_array[4] : f.dummy);
         EXPECT_EQ(aux_cvn_np_port_info_get(0, c, CVN_NP_IFSUB_TYPE_NONE), f.dummy);
-        Plug(0, c, f.speeds.back().ifsub);
-        EXPECT_EQ(cvn_np_port_info_from_subslot_ifsubinst(0, c), f.pi_array[f.speeds.back().ptype]);
+        Plug(0, c, last.ifsub);
+        EXPECT_EQ(cvn_np_port_info_from_subslot_ifsubinst(0, c), f.pi_array[last.ptype]);
         Plug(0, c, kFails);
         EXPECT_EQ(cvn_np_port_info_from_subslot_ifsubinst(0, c), f.dummy);
     }
-    // slot 4: the first cage that holds a module (brisca, fenna)
+    // slot 4: brisca and fenna scan for the first cage that holds a module
     cvn_np_sim_reset();
-    const port_info *expect_empty =
-        f.slot4 == kScan ? f.dummy : f.pi_array[f.slot4 == kComboAlways ? 2 : 4];
-    EXPECT_EQ(cvn_np_port_info_get(), expect_empty);
-    EXPECT_EQ(cvn_np_sim_ifsubsys_queries(), f.slot4 == kScan ? f.cages() : 0u);
+    const bool scan = f.slot4 == kScan;
+    const port_info *fixed = f.pi_array[f.slot4 == kComboAlways ? 2 : 4];
+    EXPECT_EQ(cvn_np_port_info_get(), scan ? f.dummy : fixed);
+    EXPECT_EQ(cvn_np_sim_ifsubsys_queries(), scan ? f.cages() : 0u);
     for (const Speed &s : f.speeds) {
         cvn_np_sim_reset();
-        const uint32_t last = f.cages() - 1;
         Plug(0, 0, kFails);
-        Plug(0, last, s.ifsub);
-        const port_info *got = cvn_np_port_info_get();
-        EXPECT_EQ(got, f.slot4 == kScan ? f.pi_array[s.ptype] : expect_empty);
-        Plug(0, 1, f.speeds.front().ifsub);
-        EXPECT_EQ(cvn_np_port_info_get(),
-                  f.slot4 == kScan ? f.pi_array[f.speeds.front().ptype] : expect_empty);
-        EXPECT_EQ(cvn_np_sim_ifsubsys_queries(), f.slot4 == kScan ? f.cages() + 2 : 0u);
+        Plug(0, f.cages() - 1, s.ifsub);
+        EXPECT_EQ(cvn_np_port_info_get(), scan ? f.pi_array[s.ptype] : fixed);
+        Plug(0, 1, first.ifsub);
+        EXPECT_EQ(cvn_np_port_info_get(), scan ? f.pi_array[first.ptype] : fixed);
+        EXPECT_EQ(cvn_np_sim_ifsubsys_queries(), scan ? f.cages() + 2 : 0u);
     }
 }
 
-// cage types of an NP's cages -> its NP-local port count and first port
+// what an NP's cages hold -> its NP-local port count and first port
 TEST_P(CageTest, LocalPortCountsAndFirstPorts)
 {
-    const Family &f = F();
+    const uint32_t empty = f.quiet_fail ? 0 : kInvalid;
     for (uint32_t n = 0; n < f.nps(); ++n) {
-        const uint32_t c0 = n * f.cpn(), c1 = c0 + f.cpn() - 1;
+        const uint32_t c0 = n * f.cpn(), c1 = c0 + f.cpn() - 1, first = 16 * c0;
         EXPECT_EQ(cvn_np_info_num_local_ports(n), 0u);
-        uint32_t a = kSentinel, b = kSentinel;
-        const uint32_t empty = f.quiet_fail ? 0 : kInvalid;
-        EXPECT_EQ(cvn_np_first_front_port_on_np(n, &a), empty);
-        EXPECT_EQ(cvn_np_first_fplate_porttype_on_np(n, &a, &b), empty);
-        EXPECT_EQ(a, kSentinel);
-        EXPECT_EQ(b, kSentinel);
+        EXPECT_OUTS(cvn_np_first_front_port_on_np(n, o), empty);
+        EXPECT_OUTS(cvn_np_first_fplate_porttype_on_np(n, o, o1), empty);
         for (const Speed &s : f.speeds) {
-            const uint32_t per_cage = s.ppc * (f.per_np40 ? f.cpn() : 1);
-            EXPECT_EQ(aux_cvn_np_info_num_local_ports(0, n, s.ifsub), per_cage);
+            SCOPED_TRACE(s.ptype);
+            const uint32_t per_call = s.ppc * (f.per_np40 ? f.cpn() : 1);
+            EXPECT_EQ(aux_cvn_np_info_num_local_ports(0, n, s.ifsub), per_call);
             Plug(0, c1, s.ifsub); // the last cage of the NP only
             EXPECT_EQ(cvn_np_info_num_local_ports(n), s.ppc);
-            const uint32_t first = 16 * c0; // the NP's block starts at its first cage
-            a = b = kSentinel;
-            EXPECT_EQ(cvn_np_first_front_port_on_np(n, &a), 0u);
-            EXPECT_EQ(a, first);
-            a = kSentinel;
-            EXPECT_EQ(cvn_np_first_fplate_porttype_on_np(n, &b, &a), 0u);
-            EXPECT_EQ(a, first);
-            EXPECT_EQ(b, s.ptype);
-            uint32_t d = kSentinel;
-            a = b = kSentinel;
-            EXPECT_EQ(aux_cvn_np_first_port_on_np(n, 9, s.ifsub, &a, &b, &d), 0u);
-            EXPECT_EQ((std::array<uint32_t, 3>{a, b, d}),
-                      (std::array<uint32_t, 3>{first, first, s.ptype}));
+            // the NP's block starts at its first cage, whichever cage has the type
+            EXPECT_OUTS(cvn_np_first_front_port_on_np(n, o), 0, first);
+            EXPECT_OUTS(cvn_np_first_fplate_porttype_on_np(n, o, o1), 0, s.ptype, first);
+            EXPECT_OUTS(aux_cvn_np_first_port_on_np(n, 9, s.ifsub, o, o1, o2), 0, first, first,
+                        s.ptype);
+            EXPECT_OUTS(aux_cvn_np_first_port_on_np(n, 9, s.ifsub, nullptr, o1, nullptr), 0, S,
+                        first);
             Plug(0, c0, s.ifsub);
             EXPECT_EQ(cvn_np_info_num_local_ports(n), s.ppc * f.cpn());
             if (f.cpn() == 2 && !f.dornik) { // a 100GE cage beside this one
@@ -396,78 +353,62 @@ TEST_P(CageTest, LocalPortCountsAndFirstPorts)
             EXPECT_EQ(cvn_np_info_num_local_ports(n), f.cpn() == 1 ? 0 : s.ppc);
             cvn_np_sim_reset();
         }
-        a = kSentinel;
-        EXPECT_EQ(aux_cvn_np_first_port_on_np(n, 0, CVN_NP_IFSUB_TYPE_NONE, &a, &a, &a), kInvalid);
-        EXPECT_EQ(a, kSentinel);
+        EXPECT_OUTS(aux_cvn_np_first_port_on_np(n, 0, ~0u, o, o, o), kInvalid);
+        EXPECT_OUTS(aux_cvn_np_first_port_on_np(f.nps(), 0, f.speeds[0].ifsub, o, o1, o2),
+                    kInvalid);
     }
-    uint32_t a = kSentinel;
-    EXPECT_EQ(aux_cvn_np_first_port_on_np(f.nps(), 0, f.speeds[0].ifsub, &a, &a, &a), kInvalid);
-    EXPECT_EQ(a, kSentinel);
 }
 
 // A failed cage query: returned by 11, 12, 16, 18 (brisca_4p: 16 and 18 go
 // on as if empty; dornik: 8-10 answer 0); nothing written.
 TEST_P(CageTest, FailedQueries)
 {
-    const Family &f = F();
-    for (uint32_t c = 0; c < f.cages(); ++c)
-        Plug(0, c, kFails);
-    uint32_t front = kSentinel, sub = kSentinel, cage = kSentinel, type = kSentinel;
-    EXPECT_EQ(aux_cvn_np_front_port_to_ifsubsys(0x10, &sub, &cage, &type), kFailStatus);
-    EXPECT_EQ((std::array<uint32_t, 3>{sub, cage, type}),
-              (std::array<uint32_t, 3>{kSentinel, kSentinel, kSentinel}));
-    uint32_t a = kSentinel, b = kSentinel, d = kSentinel, e = kSentinel;
+    PlugAll(kFails);
+    const V failed = L(kFailStatus);
+    EXPECT_EQ(RUN(aux_cvn_np_front_port_to_ifsubsys(0x10, o, o1, o2)), failed);
     if (!f.quiet_fail) {
-        EXPECT_EQ(cvn_np_front_port_to_face_plate_port(0x10, &a, &b), kFailStatus);
-        EXPECT_EQ(cvn_np_front_port_mapping_info(0x10, &a, &b, &d, &e), kFailStatus);
+        EXPECT_EQ(RUN(cvn_np_front_port_to_face_plate_port(0x10, o, o1)), failed);
+        EXPECT_EQ(RUN(cvn_np_front_port_mapping_info(0x10, o, o1, o2, o3)), failed);
     }
     for (uint32_t n = 0; n < f.nps(); ++n) {
-        const uint32_t got = f.quiet_fail ? 0 : kFailStatus;
-        EXPECT_EQ(cvn_np_first_front_port_on_np(n, &front), got);
-        EXPECT_EQ(cvn_np_first_fplate_porttype_on_np(n, &a, &b), got);
+        const V got = f.quiet_fail ? L(0) : failed;
+        EXPECT_EQ(RUN(cvn_np_first_front_port_on_np(n, o)), got);
+        EXPECT_EQ(RUN(cvn_np_first_fplate_porttype_on_np(n, o, o1)), got);
         if (f.dornik) {
-            EXPECT_EQ(cvn_np_front_port_to_np(16 * n), 0u);
-            EXPECT_EQ(cvn_np_front_port_to_np_port(16 * n), 0u);
-            EXPECT_EQ(cvn_np_front_port_to_port_type(16 * n), 0u);
+            const uint32_t fp = 16 * n;
+            EXPECT_EQ(L(cvn_np_front_port_to_np(fp), cvn_np_front_port_to_np_port(fp),
+                        cvn_np_front_port_to_port_type(fp)),
+                      L(0, 0, 0));
         }
     }
-    EXPECT_EQ((std::array<uint32_t, 5>{front, a, b, d, e}),
-              (std::array<uint32_t, 5>{kSentinel, kSentinel, kSentinel, kSentinel, kSentinel}));
     // a query that succeeds: what the platform is asked and what comes back
-    Plug(0, 5 % f.cages(), 0x1234);
-    EXPECT_EQ(aux_cvn_np_front_port_to_ifsubsys(16 * (5 % f.cages()) + 9, &sub, nullptr, &type),
-              0u);
-    EXPECT_EQ(sub, 0u);
-    EXPECT_EQ(type, 0x1234u);
-    EXPECT_EQ(aux_cvn_np_front_port_to_ifsubsys(16 * (5 % f.cages()), nullptr, &cage, nullptr), 0u);
-    EXPECT_EQ(cage, 5 % f.cages());
+    const uint32_t c = 5 % f.cages();
+    Plug(0, c, 0x1234);
+    EXPECT_OUTS(aux_cvn_np_front_port_to_ifsubsys(16 * c + 9, o, o1, o2), 0, 0, c, 0x1234);
+    EXPECT_OUTS(aux_cvn_np_front_port_to_ifsubsys(16 * c, nullptr, o1, nullptr), 0, S, c);
 }
 
 TEST_P(CageTest, FrontPortEncoding)
 {
-    const Family &f = F();
+    const bool empty45 = f.slot45_max < 0;
     for (uint32_t v = 0; v < 256; ++v) {
-        EXPECT_EQ(cvn_np_lib_set_subslot_phy_port(3, 0x500 | v), v);
-        EXPECT_EQ(cvn_np_lib_get_subslot(v), 0u);
-        EXPECT_EQ(cvn_np_lib_get_subslot_port(0x300 | v), v);
-        EXPECT_EQ(cvn_np_lib_get_port(0x300 | v), v);
-        EXPECT_EQ(cvn_np_lib_get_ifsubinst(0x300 | v), v >> 4);
-        EXPECT_EQ(cvn_np_lib_get_ifsubinst_port(0x300 | v), v & 15);
-        uint32_t cage = kSentinel;
-        const uint32_t want = f.slot45_max < 0                     ? kInvalid
-                              : (v >> 4) <= uint32_t(f.slot45_max) ? 0
-                                                                   : 22;
-        EXPECT_EQ(aux_cvn_np_front_port_to_ifsubinst(v, &cage), want) << v;
-        EXPECT_EQ(cage, f.slot45_max < 0 ? kSentinel : v >> 4);
+        const uint32_t w = 0x300 | v, cage = v >> 4;
+        EXPECT_EQ(L(cvn_np_lib_set_subslot_phy_port(3, 0x500 | v), cvn_np_lib_get_subslot(v),
+                    cvn_np_lib_get_subslot_port(w), cvn_np_lib_get_port(w),
+                    cvn_np_lib_get_ifsubinst(w), cvn_np_lib_get_ifsubinst_port(w)),
+                  L(v, 0, v, v, cage, v & 15));
+        const uint32_t want = empty45 ? kInvalid : cage <= uint32_t(f.slot45_max) ? 0 : 22;
+        EXPECT_OUTS(aux_cvn_np_front_port_to_ifsubinst(v, o), want, empty45 ? S : cage);
     }
-    EXPECT_EQ(aux_cvn_np_front_port_to_ifsubinst(0, nullptr), f.slot45_max < 0 ? kInvalid : 22);
+    EXPECT_EQ(aux_cvn_np_front_port_to_ifsubinst(0, nullptr), empty45 ? kInvalid : 22);
     EXPECT_EQ(cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port(2, 0x13, 0x25), 0x35u);
     for (uint32_t c = 0; c < 16; ++c)
-        for (uint32_t p = 0; p < 17; ++p) {
-            EXPECT_EQ(cvn_np_lib_get_phys_port_tuple45(4, 1, c, p), 16 * c);
-            for (uint32_t code : {1u, 3u})
-                EXPECT_EQ(cvn_np_lib_get_phys_port_tuple45(code, 1, c, p),
-                          f.dornik ? 255 : 16 * c + p);
+        for (uint32_t p = 0; p < 17; ++p) { // port 16 carries into the cage bits
+            const uint32_t other = f.dornik ? 255 : 16 * c + p;
+            EXPECT_EQ(L(cvn_np_lib_get_phys_port_tuple45(4, 1, c, p),
+                        cvn_np_lib_get_phys_port_tuple45(1, 1, c, p),
+                        cvn_np_lib_get_phys_port_tuple45(3, 0, c, p)),
+                      L(16 * c, other, other));
             for (uint32_t code : {0u, 2u, 5u, 8u})
                 EXPECT_EQ(cvn_np_lib_get_phys_port_tuple45(code, 0, c, p), 255u);
         }
@@ -476,35 +417,27 @@ TEST_P(CageTest, FrontPortEncoding)
 // NP-local ports no entry carries, NP ids past the card: outputs untouched.
 TEST_P(CageTest, LocalPortsWithoutAnEntry)
 {
-    const Family &f = F();
     std::vector<bool> used(256, false);
     for (const Speed &s : f.speeds)
         for (uint32_t c = 0; c < f.cages(); ++c)
             for (uint32_t p = 0; p < s.ppc; ++p)
                 used[NpPort(f, c, s.ptype, p)] = true;
+    const bool limit254 = !f.alt40 && !f.dornik; // fenna
     for (uint32_t n = 0; n < f.nps(); ++n)
         for (uint32_t npp = 0; npp < 300; ++npp) {
             if (npp < 256 && used[npp])
                 continue;
-            uint32_t a = kSentinel, b = kSentinel;
-            const uint32_t want = (npp > 254 && !f.alt40 && !f.dornik) ? kInvalid : 0;
-            EXPECT_EQ(cvn_np_info_to_fplate_porttype(n, npp, &a, &b), want) << npp;
-            EXPECT_EQ(cvn_np_info_to_front_port(n, npp, &a), want) << npp;
-            EXPECT_EQ(a, kSentinel);
-            EXPECT_EQ(b, kSentinel);
+            const V want = L((npp > 254 && limit254) ? kInvalid : 0, S, S, S, S);
+            EXPECT_EQ(RUN(cvn_np_info_to_fplate_porttype(n, npp, o, o1)), want) << npp;
+            EXPECT_EQ(RUN(cvn_np_info_to_front_port(n, npp, o)), want) << npp;
         }
-    uint32_t a = kSentinel, b = kSentinel;
     const uint32_t npp = NpPort(f, 0, f.speeds[0].ptype, 0);
-    EXPECT_EQ(cvn_np_info_to_fplate_porttype(f.nps(), npp, &a, &b), kInvalid);
-    EXPECT_EQ(cvn_np_info_to_front_port(f.nps() + 7, npp, &a), kInvalid);
-    EXPECT_EQ(a & b, kSentinel);
-    // a port of another NP's block is not found on this NP
-    if (f.nps() > 1 && !f.dornik) {
-        aux_cvn_np_info_to_mapping_info(1, 205, 0x10002, &a, &b, nullptr);
-        EXPECT_EQ(a, 16u * f.cpn() + 1);
-        a = b = kSentinel;
-        aux_cvn_np_info_to_mapping_info(0, 205, 0x10000, &a, &b, &b);
-        EXPECT_EQ(a & b, kSentinel);
+    EXPECT_OUTS(cvn_np_info_to_fplate_porttype(f.nps(), npp, o, o1), kInvalid);
+    EXPECT_OUTS(cvn_np_info_to_front_port(f.nps() + 7, npp, o), kInvalid);
+    if (f.nps() > 1 && !f.dornik) { // 205 of NP 1 is port 1 of its first cage
+        const uint32_t fp = 16 * f.cpn() + 1;
+        EXPECT_OUTS((aux_cvn_np_info_to_mapping_info(1, 205, 0x10002, o, o1, 0), 0u), 0, fp, fp);
+        EXPECT_OUTS((aux_cvn_np_info_to_mapping_info(0, 205, 0x10000, o, o1, o2), 0u), 0);
     }
     EXPECT_EQ(cvn_np_sim_ifsubsys_queries(), 0u);
 }
@@ -512,24 +445,17 @@ TEST_P(CageTest, LocalPortsWithoutAnEntry)
 // Slot 44 walks at most `count` entries and stops at the first match.
 TEST_P(CageTest, EntrySearch)
 {
-    const Family &f = F();
     const Speed &s = f.speeds.back(); // entry 1: cage 1 / ppc, port 1 % ppc
-    const uint32_t c1 = 1 / s.ppc, p1 = 1 % s.ppc;
+    const uint32_t c1 = 1 / s.ppc, p1 = 1 % s.ppc, second = NpPort(f, c1, s.ptype, p1);
     Map m = s.np_map;
-    uint32_t a = kSentinel, b = kSentinel, d = kSentinel;
-    const uint32_t second = NpPort(f, c1, s.ptype, p1);
-    aux_np_port_to_mapping_info(m, second, 1, &a, &b, &d);
-    EXPECT_EQ((std::array<uint32_t, 3>{a, b, d}),
-              (std::array<uint32_t, 3>{kSentinel, kSentinel, kSentinel}));
-    aux_np_port_to_mapping_info(m, second, 2, &a, nullptr, &d);
-    EXPECT_EQ((std::array<uint32_t, 3>{a, b, d}),
-              (std::array<uint32_t, 3>{16 * c1 + p1, kSentinel, s.ptype}));
+    EXPECT_OUTS((aux_np_port_to_mapping_info(m, second, 1, o, o1, o2), 0u), 0);
+    EXPECT_OUTS((aux_np_port_to_mapping_info(m, second, 2, o, 0, o2), 0u), 0, 16 * c1 + p1, S,
+                s.ptype);
     // the first of several matches; brisca_4p's NULL room is passed over
-    aux_np_port_to_mapping_info(m, NpPort(f, 0, s.ptype, 0), s.np_map_room, nullptr, &b, nullptr);
-    EXPECT_EQ(b, 0u);
-    a = kSentinel;
-    aux_np_port_to_mapping_info(m, 4000, 2, &a, &a, &a);
-    EXPECT_EQ(a, kSentinel);
+    const uint32_t again = NpPort(f, 0, s.ptype, 0);
+    EXPECT_OUTS((aux_np_port_to_mapping_info(m, again, s.np_map_room, 0, o, 0), 0u), 0, 0);
+    EXPECT_OUTS((aux_np_port_to_mapping_info(m, 4000, 2, o, o1, o2), 0u), 0);
+    EXPECT_OUTS((aux_np_port_to_mapping_info(nullptr, second, 2, o, o, o), 0u), 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(CageCards, CageTest, ::testing::ValuesIn(Families()),
@@ -537,7 +463,7 @@ INSTANTIATE_TEST_SUITE_P(CageCards, CageTest, ::testing::ValuesIn(Families()),
 
 // ---- each family's own differences ----------------------------------------
 
-class Card : public cvn_test::LibTest {
+class Card : public cvn_test::LibTest, public OutBuf {
   protected:
     Card() : LibTest(0) {}
     static void Init(uint32_t type)
@@ -547,21 +473,6 @@ class Card : public cvn_test::LibTest {
     }
 };
 
-TEST_F(Card, CardTypesSelectTheFamilies)
-{
-    struct Range {
-        uint32_t lo, hi;
-        const char *name;
-    };
-    for (const Range &r :
-         {Range{0x3D026D, 0x3D0276, "brisca"}, Range{0x3D02AA, 0x3D02B3, "brisca"},
-          Range{0x3D02C4, 0x3D02C5, "brisca"}, Range{0x3D0278, 0x3D0281, "brisca_4p"},
-          Range{0x3D02B4, 0x3D02BD, "brisca_4p"}, Range{0x3D0267, 0x3D026C, "fenna"},
-          Range{0x3D02C2, 0x3D02C3, "dornik"}, Range{0x3D02C6, 0x3D02C6, "dornik"}})
-        for (uint32_t t = r.lo; t <= r.hi; ++t)
-            EXPECT_STREQ(cvn_np_card_family(t), r.name) << std::hex << t;
-}
-
 TEST_F(Card, BriscaCountsLocalPortsPerCage)
 {
     Init(0x3D02B0);
@@ -570,31 +481,10 @@ TEST_F(Card, BriscaCountsLocalPortsPerCage)
     Plug(0, 6, CVN_NP_IFSUB_TYPE_10GE);
     Plug(0, 7, CVN_NP_IFSUB_TYPE_40GE_ALT);
     EXPECT_EQ(cvn_np_info_num_local_ports(3), 11u);
-    uint32_t f = 0;
-    EXPECT_EQ(cvn_np_first_front_port_on_np(3, &f), 0u);
-    EXPECT_EQ(f, 0x60u);
+    EXPECT_OUTS(cvn_np_first_front_port_on_np(3, o), 0, 0x60);
     Plug(0, 6, 0x77); // slot 16 takes the first type it finds
-    EXPECT_EQ(cvn_np_first_front_port_on_np(3, &f), kInvalid);
-    aux_cvn_np_first_port_on_np(1, 0, 0x10003, &f, nullptr, nullptr);
-    EXPECT_EQ(f, 0x20u);
-    EXPECT_EQ(cvn_np_info_to_fplate_porttype(2, 150, &f, &f), 0u); // no 100GE port 150
-    EXPECT_EQ(f, 0x20u);
-}
-
-TEST_F(Card, Brisca4pAnswersWithoutAsking)
-{
-    Init(0x3D02BD);
-    EXPECT_EQ(card_np_api, &cvn_np_api_brisca_4p);
-    Plug(0, 0, CVN_NP_IFSUB_TYPE_10GE);
-    EXPECT_EQ(cvn_np_port_info_get(), port_info_brisca_4p_combo);
-    EXPECT_EQ(cvn_np_sim_ifsubsys_queries(), 0u);
-    Plug(0, 1, kFails);
-    Plug(0, 2, CVN_NP_IFSUB_TYPE_40GE);
-    uint32_t f = kSentinel;
-    EXPECT_EQ(cvn_np_first_front_port_on_np(1, &f), 0u);
-    EXPECT_EQ(f, kSentinel);
-    EXPECT_EQ(cvn_np_first_front_port_on_np(2, &f), 0u);
-    EXPECT_EQ(f, 0x20u);
+    EXPECT_OUTS(cvn_np_first_front_port_on_np(3, o), kInvalid);
+    EXPECT_OUTS(aux_cvn_np_first_port_on_np(1, 0, 0x10003, o, o1, o2), 0, 0x20, 0x20, 3);
 }
 
 TEST_F(Card, FennaKnowsThreeTypes)
@@ -605,19 +495,13 @@ TEST_F(Card, FennaKnowsThreeTypes)
     Plug(0, 2, CVN_NP_IFSUB_TYPE_40GE_ALT); // a type, so slot 4 stops there
     Plug(0, 3, CVN_NP_IFSUB_TYPE_10GE);
     EXPECT_EQ(cvn_np_port_info_get(), fenna_dummy_port_info);
-    uint32_t f = kSentinel;
-    EXPECT_EQ(aux_cvn_np_first_port_on_np(1, 0, 0x10003, &f, &f, &f), kInvalid);
-    EXPECT_EQ(cvn_np_first_front_port_on_np(1, &f), kInvalid);
-    EXPECT_EQ(f, kSentinel);
-    EXPECT_EQ(cvn_np_info_to_fplate_porttype(1, 254, &f, &f), 0u);
-    EXPECT_EQ(f, kSentinel);
-    uint32_t a = kSentinel, b = kSentinel;
-    aux_cvn_np_info_to_mapping_info_fenna(1, 195, 0x10002, &a, nullptr, &b);
-    EXPECT_EQ(a, 51u);
-    EXPECT_EQ(b, 1u);
-    aux_np_port_to_mapping_info_fenna(np_local_port_map_fenna_40g + 8, 97, 4, &a, &b, nullptr);
-    EXPECT_EQ(a, 0x51u);
-    EXPECT_EQ(b, 0x51u);
+    EXPECT_OUTS(aux_cvn_np_first_port_on_np(1, 0, 0x10003, o, o1, o2), kInvalid);
+    EXPECT_OUTS(cvn_np_first_front_port_on_np(1, o), kInvalid);
+    EXPECT_OUTS((aux_cvn_np_info_to_mapping_info_fenna(1, 195, 0x10002, o, 0, o2), 0u), 0, 51, S,
+                1);
+    EXPECT_OUTS(
+        (aux_np_port_to_mapping_info_fenna(np_local_port_map_fenna_40g + 8, 97, 4, o, o1, 0), 0u),
+        0, 0x51, 0x51);
 }
 
 TEST_F(Card, DornikSizeFromTheCardType)
@@ -629,18 +513,16 @@ TEST_F(Card, DornikSizeFromTheCardType)
         EXPECT_EQ(card_np_api, &cvn_np_api_dornik);
         EXPECT_EQ(dornik_card_np_info, full ? &np_info_dornik : &np_info_dornik_lite) << t;
         EXPECT_EQ(dornik_card_port_info, full ? port_info_dornik : port_info_dornik_lite);
-        EXPECT_EQ(cvn_np_how_many(), full ? 6u : 2u);
-        EXPECT_EQ(dornik_card_subslot_info.max_of_ifsubsys_per_subslot, full ? 12u : 4u);
+        EXPECT_EQ(L(cvn_np_how_many(), dornik_card_subslot_info.max_of_ifsubsys_per_subslot),
+                  full ? L(6, 12) : L(2, 4));
     }
     Init(0x3D02C6);
     Plug(0, 5, kDornikT);
     Plug(0, 4, CVN_NP_IFSUB_TYPE_NONE);
     EXPECT_EQ(cvn_np_info_num_local_ports(2), 1u); // nothing installed adds nothing
-    uint32_t f = kSentinel;
-    EXPECT_EQ(cvn_np_first_front_port_on_np(2, &f), 0u);
-    EXPECT_EQ(f, 0x40u);
+    EXPECT_OUTS(cvn_np_first_front_port_on_np(2, o), 0, 0x40);
     for (uint32_t t = 0x10000; t <= 0x10003; ++t)
-        EXPECT_EQ(aux_cvn_np_first_port_on_np(0, 0, t, &f, &f, &f), kInvalid);
+        EXPECT_OUTS(aux_cvn_np_first_port_on_np(0, 0, t, o, o1, o2), kInvalid);
 }
 
 } // namespace
