@@ -38,6 +38,13 @@ struct OutBuf {
 
 constexpr uint32_t kDornikT = CVN_NP_IFSUB_TYPE_DORNIK_100GE;
 
+// Slots 8, 9 and 10 of a front port.
+V ToNp(uint32_t fp)
+{
+    return L(cvn_np_front_port_to_np(fp), cvn_np_front_port_to_np_port(fp),
+             cvn_np_front_port_to_port_type(fp));
+}
+
 // clang-format off
 // One speed of a card: what the platform reports, the port type, ports per
 // cage, and the exported tables and current-record pointers of the speed.
@@ -249,9 +256,7 @@ TEST_P(CageTest, EveryPortOfEverySpeed)
                 const uint32_t t = s.ptype;
                 SCOPED_TRACE(fp);
                 EXPECT_EQ(cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port(0, c, p), fp);
-                EXPECT_EQ(L(cvn_np_front_port_to_np(fp), cvn_np_front_port_to_np_port(fp),
-                            cvn_np_front_port_to_port_type(fp)),
-                          L(np, npp, t));
+                EXPECT_EQ(ToNp(fp), L(np, npp, t));
                 EXPECT_OUTS(cvn_np_front_port_to_face_plate_port(fp, o, o1), 0, fp, t);
                 EXPECT_OUTS(cvn_np_front_port_to_face_plate_port(fp, o, nullptr), kInvalid);
                 EXPECT_OUTS(cvn_np_front_port_mapping_info(fp, o, o1, o2, o3), 0, np, npp, fp, t);
@@ -279,9 +284,7 @@ TEST_P(CageTest, EveryPortOfEverySpeed)
             PlugAll(CVN_NP_IFSUB_TYPE_40GE_ALT);
             for (uint32_t i = 0; i < 2 * f.cages(); ++i) {
                 const uint32_t c = i / 2, fp = 16 * c + i % 2;
-                EXPECT_EQ(L(cvn_np_front_port_to_np(fp), cvn_np_front_port_to_np_port(fp),
-                            cvn_np_front_port_to_port_type(fp)),
-                          L(c / f.cpn(), NpPort(f, c, 3, i % 2), 3));
+                EXPECT_EQ(ToNp(fp), L(c / f.cpn(), NpPort(f, c, 3, i % 2), 3));
             }
         }
     }
@@ -376,9 +379,7 @@ TEST_P(CageTest, FailedQueries)
         EXPECT_EQ(RUN(cvn_np_first_fplate_porttype_on_np(n, o, o1)), got);
         if (f.dornik) {
             const uint32_t fp = 16 * n;
-            EXPECT_EQ(L(cvn_np_front_port_to_np(fp), cvn_np_front_port_to_np_port(fp),
-                        cvn_np_front_port_to_port_type(fp)),
-                      L(0, 0, 0));
+            EXPECT_EQ(ToNp(fp), L(0, 0, 0));
         }
     }
     // a query that succeeds: what the platform is asked and what comes back
@@ -405,12 +406,10 @@ TEST_P(CageTest, FrontPortEncoding)
     for (uint32_t c = 0; c < 16; ++c)
         for (uint32_t p = 0; p < 17; ++p) { // port 16 carries into the cage bits
             const uint32_t other = f.dornik ? 255 : 16 * c + p;
-            EXPECT_EQ(L(cvn_np_lib_get_phys_port_tuple45(4, 1, c, p),
-                        cvn_np_lib_get_phys_port_tuple45(1, 1, c, p),
-                        cvn_np_lib_get_phys_port_tuple45(3, 0, c, p)),
-                      L(16 * c, other, other));
-            for (uint32_t code : {0u, 2u, 5u, 8u})
-                EXPECT_EQ(cvn_np_lib_get_phys_port_tuple45(code, 0, c, p), 255u);
+            V got;
+            for (uint32_t code : {4, 1, 3, 0, 2, 5, 8})
+                got.push_back(cvn_np_lib_get_phys_port_tuple45(code, code % 2, c, p));
+            EXPECT_EQ(got, V({16 * c, other, other, 255, 255, 255, 255}));
         }
 }
 
@@ -439,13 +438,8 @@ TEST_P(CageTest, LocalPortsWithoutAnEntry)
         EXPECT_OUTS((aux_cvn_np_info_to_mapping_info(1, 205, 0x10002, o, o1, 0), 0u), 0, fp, fp);
         EXPECT_OUTS((aux_cvn_np_info_to_mapping_info(0, 205, 0x10000, o, o1, o2), 0u), 0);
     }
-    EXPECT_EQ(cvn_np_sim_ifsubsys_queries(), 0u);
-}
-
-// Slot 44 walks at most `count` entries and stops at the first match.
-TEST_P(CageTest, EntrySearch)
-{
-    const Speed &s = f.speeds.back(); // entry 1: cage 1 / ppc, port 1 % ppc
+    // slot 44 walks at most `count` entries and stops at the first match
+    const Speed &s = f.speeds.back(); // its entry 1: cage 1 / ppc, port 1 % ppc
     const uint32_t c1 = 1 / s.ppc, p1 = 1 % s.ppc, second = NpPort(f, c1, s.ptype, p1);
     Map m = s.np_map;
     EXPECT_OUTS((aux_np_port_to_mapping_info(m, second, 1, o, o1, o2), 0u), 0);
@@ -456,6 +450,7 @@ TEST_P(CageTest, EntrySearch)
     EXPECT_OUTS((aux_np_port_to_mapping_info(m, again, s.np_map_room, 0, o, 0), 0u), 0, 0);
     EXPECT_OUTS((aux_np_port_to_mapping_info(m, 4000, 2, o, o1, o2), 0u), 0);
     EXPECT_OUTS((aux_np_port_to_mapping_info(nullptr, second, 2, o, o, o), 0u), 0);
+    EXPECT_EQ(cvn_np_sim_ifsubsys_queries(), 0u);
 }
 
 INSTANTIATE_TEST_SUITE_P(CageCards, CageTest, ::testing::ValuesIn(Families()),
@@ -463,19 +458,15 @@ INSTANTIATE_TEST_SUITE_P(CageCards, CageTest, ::testing::ValuesIn(Families()),
 
 // ---- each family's own differences ----------------------------------------
 
-class Card : public cvn_test::LibTest, public OutBuf {
-  protected:
-    Card() : LibTest(0) {}
-    static void Init(uint32_t type)
-    {
-        cardtype = type;
-        ASSERT_EQ(cvn_np_lib_init(type), 0u);
-    }
+template <uint32_t kType> struct On : cvn_test::LibTest, OutBuf {
+    On() : LibTest(kType) {}
 };
+using Brisca = On<0x3D02B0>;
+using Fenna = On<0x3D026C>;
+using Dornik = On<0x3D02C6>;
 
-TEST_F(Card, BriscaCountsLocalPortsPerCage)
+TEST_F(Brisca, CountsLocalPortsPerCage)
 {
-    Init(0x3D02B0);
     EXPECT_EQ(card_np_api, &cvn_np_api_brisca);
     EXPECT_EQ(aux_cvn_np_info_num_local_ports(0, 3, 0x10003), 1u);
     Plug(0, 6, CVN_NP_IFSUB_TYPE_10GE);
@@ -487,9 +478,8 @@ TEST_F(Card, BriscaCountsLocalPortsPerCage)
     EXPECT_OUTS(aux_cvn_np_first_port_on_np(1, 0, 0x10003, o, o1, o2), 0, 0x20, 0x20, 3);
 }
 
-TEST_F(Card, FennaKnowsThreeTypes)
+TEST_F(Fenna, KnowsThreeTypes)
 {
-    Init(0x3D026C);
     EXPECT_EQ(card_np_api, &cvn_np_api_fenna);
     EXPECT_EQ(cvn_np_api_fenna.aux_cvn_np_front_port_to_ifsubinst, nullptr);
     Plug(0, 2, CVN_NP_IFSUB_TYPE_40GE_ALT); // a type, so slot 4 stops there
@@ -504,7 +494,7 @@ TEST_F(Card, FennaKnowsThreeTypes)
         0, 0x51, 0x51);
 }
 
-TEST_F(Card, DornikSizeFromTheCardType)
+TEST_F(Dornik, SizeFromTheCardType)
 {
     for (uint32_t t : {0x3D02C6u, 0x3D02C3u, 0x3D02C2u, 0x3D0267u}) {
         cardtype = t;
@@ -516,7 +506,8 @@ TEST_F(Card, DornikSizeFromTheCardType)
         EXPECT_EQ(L(cvn_np_how_many(), dornik_card_subslot_info.max_of_ifsubsys_per_subslot),
                   full ? L(6, 12) : L(2, 4));
     }
-    Init(0x3D02C6);
+    cardtype = 0x3D02C6;
+    ASSERT_EQ(cvn_np_lib_init(0x3D02C6), 0u);
     Plug(0, 5, kDornikT);
     Plug(0, 4, CVN_NP_IFSUB_TYPE_NONE);
     EXPECT_EQ(cvn_np_info_num_local_ports(2), 1u); // nothing installed adds nothing
