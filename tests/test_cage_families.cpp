@@ -36,9 +36,7 @@ struct OutBuf {
 };
 #define RUN(call) (Fresh(), Got(call))
 #define EXPECT_RUN(call, ...) EXPECT_EQ(RUN(call), L(__VA_ARGS__))
-
 constexpr uint32_t kDornikT = CVN_NP_IFSUB_TYPE_DORNIK_100GE;
-
 // Slots 8, 9 and 10 of a front port.
 V ToNp(uint32_t fp)
 {
@@ -58,9 +56,7 @@ struct Speed {
     const Map *cur_ph, *cur_fp, *cur_np;
     const port_info *list; // the speed's list (entry ptype of the array)
 };
-
 enum Slot4 { kScan, kComboAlways, k100Always };
-
 struct Family {
     const char *name; uint32_t card_type;
     uint32_t table_cages; // cages of the mapping tables
@@ -79,7 +75,6 @@ struct Family {
     uint32_t cages() const { return info[5]; } uint32_t nps() const { return info[3]; }
     uint32_t cpn() const { return info[6]; } // cages per NP
 };
-
 #define SPEED(fam, spd, SPD, ifs, pt, ppc, room)                                                   \
     Speed{ifs, pt, ppc, cvn_np_port_mapping_##fam##_##spd, np_local_port_map_##fam##_##spd,        \
           fplate_port_map_##fam##_##spd, phys_front_port_map_##fam##_##spd, room,                  \
@@ -97,7 +92,6 @@ struct Family {
            dornik_phys_2_fplate_ifsub_100GE, std::size(dornik_phys_2_fplate_ifsub_100GE),          \
            &dornik_card_phys_map_100ge, &dornik_card_fplate_map_100ge,                             \
            &dornik_card_np_port_map_100ge, nullptr}}
-
 // name, card type, cages of the mapping tables, np_info (23 fields in order),
 // its record and port-info array, the current pointers and run-time records,
 // the subslot summary, the speeds, then the family's differences.
@@ -126,7 +120,6 @@ const std::vector<Family> &Families()
 
 // dornik: NPs 0 and 1 have 116 on their even cage, NPs 2 to 5 have 117.
 constexpr uint16_t kDornikNpPort[12] = {116, 117, 116, 117, 117, 116, 117, 116, 117, 116, 117, 116};
-
 // The NP-local port of port p of cage c: brisca and fenna cages 2n and 2n+1
 // belong to NP n, the even cage with 204 + p (10GE), 99 + p (40GE), 117
 // (100GE), the odd one with 192 + p, 96 + p, 116; each brisca_4p cage is the
@@ -320,7 +313,6 @@ TEST_P(CageTest, LocalPortCountsAndFirstPorts)
         EXPECT_RUN(cvn_np_first_front_port_on_np(n, o), empty);
         EXPECT_RUN(cvn_np_first_fplate_porttype_on_np(n, o, o1), empty);
         for (const Speed &s : f.speeds) {
-            SCOPED_TRACE(s.ptype);
             const uint32_t per_call = s.ppc * (f.per_np40 ? f.cpn() : 1);
             EXPECT_EQ(aux_cvn_np_info_num_local_ports(0, n, s.ifsub), per_call);
             Plug(0, c1, s.ifsub); // the last cage of the NP only
@@ -328,10 +320,7 @@ TEST_P(CageTest, LocalPortCountsAndFirstPorts)
             // the NP's block starts at its first cage, whichever cage has the type
             EXPECT_RUN(cvn_np_first_front_port_on_np(n, o), 0, first);
             EXPECT_RUN(cvn_np_first_fplate_porttype_on_np(n, o, o1), 0, s.ptype, first);
-            EXPECT_RUN(aux_cvn_np_first_port_on_np(n, 9, s.ifsub, o, o1, o2), 0, first, first,
-                       s.ptype);
-            EXPECT_RUN(aux_cvn_np_first_port_on_np(n, 9, s.ifsub, nullptr, o1, nullptr), 0, S,
-                       first);
+            EXPECT_RUN(aux_cvn_np_first_port_on_np(n, 9, s.ifsub, 0, o1, o2), 0, S, first, s.ptype);
             Plug(0, c0, s.ifsub);
             EXPECT_EQ(cvn_np_info_num_local_ports(n), s.ppc * f.cpn());
             Plug(0, c0, kFails); // a failed cage counts nothing
@@ -362,8 +351,7 @@ TEST_P(CageTest, FailedQueries)
         EXPECT_EQ(RUN(cvn_np_first_front_port_on_np(n, o)), got);
         EXPECT_EQ(RUN(cvn_np_first_fplate_porttype_on_np(n, o, o1)), got);
         if (f.dornik) {
-            const uint32_t fp = 16 * n;
-            EXPECT_EQ(ToNp(fp), L(0, 0, 0));
+            EXPECT_EQ(ToNp(16 * n), L(0, 0, 0));
         }
     }
     // a query that succeeds: what the platform is asked and what comes back
@@ -410,7 +398,7 @@ TEST_P(CageTest, LocalPortsWithoutAnEntry)
         for (uint32_t npp = 0; npp < 300; ++npp) {
             if (npp < 256 && used[npp])
                 continue;
-            const V want = L((npp > 254 && limit254) ? kInvalid : 0, S, S, S, S);
+            const V want = L((npp > 254 && limit254) ? kInvalid : 0);
             EXPECT_EQ(RUN(cvn_np_info_to_fplate_porttype(n, npp, o, o1)), want) << npp;
             EXPECT_EQ(RUN(cvn_np_info_to_front_port(n, npp, o)), want) << npp;
         }
@@ -446,12 +434,10 @@ using Dornik = On<0x3D02C6>;
 
 TEST_F(Brisca, CountsLocalPortsPerCage)
 {
-    EXPECT_EQ(card_np_api, &cvn_np_api_brisca);
     EXPECT_EQ(aux_cvn_np_info_num_local_ports(0, 3, 0x10003), 1u);
     Plug(0, 6, CVN_NP_IFSUB_TYPE_10GE);
     Plug(0, 7, CVN_NP_IFSUB_TYPE_40GE_ALT);
     EXPECT_EQ(cvn_np_info_num_local_ports(3), 11u);
-    EXPECT_RUN(cvn_np_first_front_port_on_np(3, o), 0, 0x60);
     Plug(0, 6, 0x77); // slot 16 takes the first type it finds
     EXPECT_RUN(cvn_np_first_front_port_on_np(3, o), kInvalid);
     EXPECT_RUN(aux_cvn_np_first_port_on_np(1, 0, 0x10003, o, o1, o2), 0, 0x20, 0x20, 3);
@@ -459,7 +445,6 @@ TEST_F(Brisca, CountsLocalPortsPerCage)
 
 TEST_F(Fenna, KnowsThreeTypes)
 {
-    EXPECT_EQ(card_np_api, &cvn_np_api_fenna);
     EXPECT_EQ(cvn_np_api_fenna.aux_cvn_np_front_port_to_ifsubinst, nullptr);
     Plug(0, 2, CVN_NP_IFSUB_TYPE_40GE_ALT); // a type, so slot 4 stops there
     Plug(0, 3, CVN_NP_IFSUB_TYPE_10GE);
