@@ -121,7 +121,7 @@ const Call kCalls[] = {
     },
     [](X &) { need(cvn_np_unsupported() == CVN_NP_ERR_INVALID, "cvn_np_unsupported"); },
     [](X &x) { cvn_np_card_family(x.a); },
-    [](X &x) { cvn_np_lib_init(x.a); }, // last: only the input's first call
+    [](X &x) { need(cvn_np_lib_init(x.a) == 0, "init returns 0"); }, // last: first call only
 };
 
 // One line "<src>/cvn_np_lib*.cpp: <digits> <text> -- assertion failed".
@@ -176,7 +176,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     }
     if (card & 0x80) // the first call initialises the library
         cvn_np_sim_set_card_type(x.a), initialized = 0, card_np_api = nullptr;
-    else if (cardtype = x.a; !guarded(kCalls[std::size(kCalls) - 1], x))
+    else if (cardtype = x.a;
+             guarded(kCalls[std::size(kCalls) - 1], x) != bool(cvn_np_card_family(x.a)))
+        need(false, "cvn_np_card_family is NULL exactly where init asserts");
+    else if (!cvn_np_card_family(x.a))
         return 0;
     uint32_t outs[5][2];
     for (int calls = 0; calls < 64 && g_in < g_end; ++calls) {

@@ -43,7 +43,7 @@ TEST(Threads, FourThreadsAnswerAsOneDidOnEveryFamily)
 {
     for (const std::vector<uint32_t> &card : kCards) {
         cvn_np_sim_reset();
-        cvn_np_lib_init(cardtype = card[0]);
+        ASSERT_EQ(cvn_np_lib_init(cardtype = card[0]), 0u);
         for (uint32_t cage = 0; cage < 12 && card[1] != 0; ++cage)
             cvn_np_sim_set_ifsubsys(0, cage, card[1]);
         for (size_t i = 2; i + 2 < card.size(); i += 3)
