@@ -105,6 +105,8 @@ const Row kRows[] = {
     {"BPFDd", 0, L(aux_cvn_np_front_port_to_mapping_info(f.cages, 0x01, f.tbad, &o, &o, &o, &o)), L(aux_cvn_np_front_port_to_mapping_info(f.cages - 1, Fp(f.cages - 1, 0), f.t100, &o, &o, &o, &o)), "ifsubsys_num < $->num_cage"},
     {"BPFDd", 0, L(aux_cvn_np_front_port_to_mapping_info(0, 0x01, f.tbad, &o, &o, &o, &o)), nullptr, "0"},
     {"BPFDd", 0, L(aux_cvn_np_front_port_to_mapping_info(0, 0x01, f.t100, &o, &o, &o, &o)), nullptr, "index < $->port_subslot_100g"},
+    // brisca 100GE: the port value itself is the index, 128 and up count as no port.
+    {"B", 0, L(aux_cvn_np_front_port_to_mapping_info(7, 0x80, 0x10000, &o, &o, &o, &o)), nullptr, "index < $->port_subslot_100g"},
     {"B", 0, L(aux_cvn_np_front_port_to_mapping_info(7, 0x170, 0x10000, &o, &o, &o, &o)), nullptr, "index < $->port_subslot_100g"},
     {"BPF", 0, L(aux_cvn_np_front_port_to_mapping_info(0, 0x02, 0x10001, &o, &o, &o, &o)), L(aux_cvn_np_front_port_to_mapping_info(f.cages - 1, 0x100 | Fp(f.cages - 1, 1), 0x10001, &o, &o, &o, &o)), "index < $->port_subslot_40g"},
     {"BPF", 0, L(aux_cvn_np_front_port_to_mapping_info(0, 0x0A, 0x10002, &o, &o, &o, &o)), L(aux_cvn_np_front_port_to_mapping_info(f.cages - 1, Fp(f.cages - 1, 9), 0x10002, &o, &o, &o, &o)), "index < $->port_subslot_10g"},
