@@ -49,7 +49,7 @@ struct Row {
     const char *text;
 };
 
-uint32_t o; // an output the calls may write
+uint32_t o, two[2]; // outputs the calls may write (1-slice slot 24 writes a list of two)
 constexpr uint32_t kNone = 0xFFFFFFFFu;
 #define L(...) +[](const Fam &f) { (void)f, (void)(__VA_ARGS__); }
 
@@ -87,7 +87,7 @@ const Row kRows[] = {
     {"BPFDdTS", 0, L(cvn_np_first_fplate_porttype_on_np(f.nps, &o, nullptr)), nullptr, "fplate_port != NULL"},
     {"BPFDdTS", 0, L(cvn_np_first_fplate_porttype_on_np(f.nps, &o, &o)), L(cvn_np_first_fplate_porttype_on_np(f.nps - 1, &o, &o)), "np_id < cvn_np_how_many()"},
     {"BPFDdMTS", 0, L(cvn_np_complex_to_subslot(uint8_t(f.nps))), L(cvn_np_complex_to_subslot(uint8_t(f.nps - 1))), "np_complex < cvn_np_how_many()"},
-    {"BPFDdMQqTS", 0, L(cvn_np_complex_to_subslot_list(uint8_t(f.nps), nullptr, nullptr)), L(cvn_np_complex_to_subslot_list(uint8_t(f.nps - 1), &o, &o)), "np_complex < cvn_np_how_many()"},
+    {"BPFDdMQqTS", 0, L(cvn_np_complex_to_subslot_list(uint8_t(f.nps), nullptr, nullptr)), L(cvn_np_complex_to_subslot_list(uint8_t(f.nps - 1), &o, two)), "np_complex < cvn_np_how_many()"},
     {"BPFDdMQqTS", 0, L(cvn_np_complex_to_np(uint8_t(f.nps), 0)), L(cvn_np_complex_to_np(uint8_t(f.nps - 1), 1)), "np_complex < cvn_np_how_many()"},
     {"BPFDdTS", 0, L(aux_cvn_np_port_info_get(f.subslots, 99, f.t100)), L(aux_cvn_np_port_info_get(f.subslots - 1, 0, f.t100)), "subslot_num < $->num_subslot"},
     {"BPFDdTS", 0, L(aux_cvn_np_info_num_local_ports(f.subslots, f.nps, f.t100)), L(aux_cvn_np_info_num_local_ports(f.subslots - 1, f.nps - 1, f.t100)), "subslot_num < $->num_subslot"},
