@@ -12,11 +12,11 @@ from=$1 source=$2 work=$3
 rm -rf "$work/root" "$work/cmake-build" && mkdir -p "$work/root"
 unset CVN_NP_SIM_CARD_TYPE CVN_NP_SIM_IFSUBSYS
 prefix="$work/root"
-if [ -f "$from/CMakeCache.txt" ]; then
-    cmake --install "$from" --prefix "$prefix" >/dev/null
-else
+if compgen -G "$from/*.deb" >/dev/null; then
     for deb in "$from"/*.deb; do dpkg-deb -x "$deb" "$prefix"; done
     prefix="$prefix/usr"
+else
+    cmake --install "$from" --prefix "$prefix" >/dev/null
 fi
 lib=$(dirname "$(find "$prefix" -name libcvn_np_lib.a)") consumer="$source/tests/c99/c99_consumer.c"
 export LD_LIBRARY_PATH="$lib" PKG_CONFIG_PATH="$lib/pkgconfig"
