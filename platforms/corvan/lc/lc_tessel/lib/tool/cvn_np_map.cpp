@@ -160,9 +160,9 @@ int run(const options &o)
         print_port(find_port(c, m, o.question_kind, o.question), o.fmt);
         return 0;
     }
-    print_map(c, m, o.fmt);
-    if (!o.svg.empty())
+    if (!o.svg.empty()) // first, so that a file it cannot write is all it says
         write_svg(c, m, o.svg);
+    print_map(c, m, o.fmt);
     return 0;
 }
 

@@ -1,17 +1,11 @@
 #!/usr/bin/env bash
-# Renders cvn_np_map's front-panel pictures in headless Chromium, one page
-# with a card of every family (a split-EP tolvar card among them, and the
-# longest box labels: split_one with 40ge_alt, 20x10ge_b), and checks in the
-# laid-out page that every label lies inside its box or port and that the
-# brisca card shows the colours of its four NPs.  Installs Debian's chromium
-# first when it is missing (scripts/setup.sh); when that is impossible the
-# test fails.  The screenshot stays in WORK_DIR/cards.png for a person.
-# usage: render_svg.sh CVN_NP_MAP WORK_DIR
+# cvn_np_map's pictures of a card of every family (a split-EP tolvar card; the longest labels:
+# split_one with 40ge_alt, 20x10ge_b) laid out on one page by headless Chromium: every label
+# inside its box or port; the brisca card's ports, labels and NP colours.  Screenshot:
+# WORK_DIR/cards.png.   usage: render_svg.sh CVN_NP_MAP WORK_DIR
 set -euo pipefail
 tool=$1 work=$2
-top=$(cd "$(dirname "$0")/../../../../../../.." && pwd)
-command -v chromium >/dev/null || CVN_NP_NEED_CHROMIUM=1 bash "$top/scripts/setup.sh"
-command -v chromium >/dev/null || { echo "render_svg: chromium is not installed" >&2; exit 1; }
+command -v chromium >/dev/null || CVN_NP_NEED_CHROMIUM=1 bash "${0%/*}/../../../../../../../scripts/setup.sh"
 mkdir -p "$work" && rm -f "$work"/*.svg "$work/cards.html" "$work/cards.png"
 n=0
 while read -r -a card; do
@@ -30,32 +24,32 @@ done <<'CARDS'
 0x3D02C1
 0x3D02C7
 CARDS
+# brisca (front 16c + p, NP c div 2): 40GE in odd cage 3 from NP-local 96,
+# 100GE in even cage 4 at 117, 10GE in odd cage 7 from 192.
 cat >>"$work/cards.html" <<'JS'
 <script>
-const outside = [], fills = new Set();
-let labels = 0;
-for (const t of document.querySelectorAll('g text')) {
+const out = [], fills = new Set(), brisca = document.querySelector('svg'), texts = [];
+const all = document.querySelectorAll('g text');
+for (const t of all) {
   let r = t.previousElementSibling; // its port, or for a box's label the box
   while (r.tagName !== 'rect') r = r.previousElementSibling;
   const b = t.getBBox(), R = r.getBBox();
-  labels++;
   if (b.x < R.x || b.y < R.y || b.x + b.width > R.x + R.width || b.y + b.height > R.y + R.height)
-    outside.push(t.textContent);
+    out.push(t.textContent);
 }
-for (const p of document.querySelector('svg').querySelectorAll('rect.port'))
-  fills.add(getComputedStyle(p).fill);
-document.body.insertAdjacentHTML('beforeend', '<pre id="result">labels ' + labels +
-  ' outside ' + JSON.stringify(outside) + ' brisca_np_colours ' + fills.size + '</pre>');
+brisca.querySelectorAll('rect.port').forEach(p => fills.add(getComputedStyle(p).fill));
+brisca.querySelectorAll('text').forEach(t => texts.push(t.textContent));
+const missing = ['cage 3: 40ge', '0x31', 'np 97', '0x40', 'np 117', '0x79', 'np 201', 'NP 3']
+  .filter(x => !texts.includes(x));
+document.body.insertAdjacentHTML('beforeend', `<pre id="r">labels ${all.length} outside ${
+  JSON.stringify(out)} brisca ${fills.size} colours ${brisca.querySelectorAll('rect.port').length
+  } ports ${brisca.querySelectorAll('g.empty').length} empty missing ${JSON.stringify(missing)}</pre>`);
 </script>
 JS
-run_chromium() {
-    timeout 120 chromium --headless --no-sandbox --disable-gpu --disable-quic --no-first-run \
-        --disable-background-networking --disable-component-update --disable-sync \
-        --user-data-dir="$(mktemp -d)" "$@" "file://$work/cards.html" 2>/dev/null
-}
-run_chromium --screenshot="$work/cards.png" --window-size=1200,2400 >/dev/null || true
-result=$(run_chromium --dump-dom | sed -n 's/.*<pre id="result">\(.*\)<\/pre>.*/\1/p')
+chromium=(timeout 120 chromium --headless --no-sandbox --disable-gpu --no-first-run --disable-sync
+    --disable-background-networking --disable-component-update --user-data-dir="$work/profile")
+"${chromium[@]}" --screenshot="$work/cards.png" --window-size=1200,2400 "file://$work/cards.html" &>/dev/null || true
+result=$("${chromium[@]}" --dump-dom "file://$work/cards.html" 2>/dev/null | sed -n 's/.*<pre id="r">\(.*\)<\/pre>.*/\1/p')
 echo "render_svg: $n cards: ${result:-no result}"
-[ -s "$work/cards.png" ] || { echo "render_svg: chromium wrote no screenshot" >&2; exit 1; }
-[[ $result =~ ^labels\ ([0-9]+)\ outside\ \[\]\ brisca_np_colours\ 4$ ]] &&
-    [ "${BASH_REMATCH[1]}" -gt 100 ]
+[ -s "$work/cards.png" ] && [[ $result =~ ^labels\ ([0-9]+)\ outside\ \[\]\ brisca\ 4\ colours\ 23\ ports\ 4\ empty\ missing\ \[\]$ ]] &&
+    [ "${BASH_REMATCH[1]}" -gt 400 ]
