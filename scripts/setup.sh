@@ -24,6 +24,17 @@ if [ "${CVN_NP_NEED_CHROMIUM:-0}" = 1 ]; then
     command -v chromium >/dev/null || need+=(chromium)
     command -v xmllint >/dev/null || need+=(libxml2-utils)
 fi
+# The packages and their checks (scripts/package.sh, scripts/abi-check.sh,
+# scripts/man-lint.sh): CPack's dependency scan, lintian, the ABI tools and
+# the manual-page renderers.
+if [ "${CVN_NP_NEED_PACKAGING:-0}" = 1 ]; then
+    command -v dpkg-shlibdeps >/dev/null || need+=(dpkg-dev)
+    command -v lintian >/dev/null || need+=(lintian)
+    command -v abidiff >/dev/null || need+=(abigail-tools)
+    command -v mandoc >/dev/null || need+=(mandoc)
+    command -v man >/dev/null || need+=(man-db)
+    command -v groff >/dev/null || need+=(groff-base)
+fi
 
 if [ ${#need[@]} -gt 0 ]; then
     echo "setup: installing ${need[*]}"

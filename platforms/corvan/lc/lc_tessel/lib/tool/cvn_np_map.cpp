@@ -14,6 +14,8 @@ void usage(std::ostream &out)
 {
     out << R"(usage: cvn_np_map CARDTYPE [--module SUBSLOT:IFSUBSYS=TYPE]... [--format table|csv|json]
                   [--svg FILE]
+       cvn_np_map CARDTYPE [--module ...]... [--format F]
+                  --front PORT | --np NP:NP_PORT | --fplate TYPE:PORT
        cvn_np_map CARDTYPE [--module ...]... --check
        cvn_np_map --check --all
        cvn_np_map --help
@@ -39,6 +41,14 @@ so; the environment's CVN_NP_SIM_* variables are not read).
   --svg FILE   also writes a picture of the front panel to FILE: cages or
                subslots in order, each port with its front port and NP-local
                port, coloured by NP; empty cages dashed; a legend.
+  --front PORT, --np NP:NP_PORT, --fplate TYPE:PORT
+               one question: prints only the row of the port with that
+               front port, that NP and NP-local port, or that port type
+               (10ge, 40ge, 100ge or a code) and faceplate port, with the
+               header (table, csv) or as one JSON object like an element of
+               "ports".  A port the card does not have with these modules
+               is one line on stderr and exit status 2, e.g.
+               cvn_np_map 0x3D0274 --module 0:3=100ge --front 0x30
   --check      checks that the library's answers agree with each other:
                front port to NP and NP port and back, faceplate port to front
                port and back, each NP's first port and local-port count, each
@@ -49,7 +59,8 @@ so; the environment's CVN_NP_SIM_* variables are not read).
                knows in every cage or subslot, alone and mixed.
 
 Exit status: 0; 1 when --check found a disagreement; 2 for bad input (an
-unknown card type, a malformed module, a type the family does not know).
+unknown card type, a malformed module, a type the family does not know, a
+port the card does not have).
 )";
 }
 
@@ -59,6 +70,7 @@ struct options {
     format fmt = format::table;
     std::string svg;
     bool check = false, all = false;
+    std::string question_kind, question; // --front, --np or --fplate
 };
 
 options parse(int argc, char **argv)
@@ -88,6 +100,11 @@ options parse(int argc, char **argv)
                 throw usage_error{"unknown format '" + f + "' (table, csv or json)"};
         } else if (arg == "--svg") {
             o.svg = next();
+        } else if (arg == "--front" || arg == "--np" || arg == "--fplate") {
+            if (!o.question_kind.empty())
+                throw usage_error{"one question at a time (--front, --np or --fplate)"};
+            o.question_kind = arg.substr(2);
+            o.question = next();
         } else if (arg == "--check") {
             o.check = true;
         } else if (arg == "--all") {
@@ -104,6 +121,9 @@ options parse(int argc, char **argv)
         throw usage_error{"--all goes with --check"};
     if (o.all && (o.card != nullptr || !o.modules.empty()))
         throw usage_error{"--check --all takes no card type or module"};
+    if (!o.question_kind.empty() && (o.check || !o.svg.empty()))
+        throw usage_error{"--" + o.question_kind + " asks about one port; it goes with neither " +
+                          "--check nor --svg"};
     if (!o.all && o.card == nullptr)
         throw usage_error{"no card type given (see --help)"};
     return o;
@@ -136,9 +156,13 @@ int run(const options &o)
         return totals.disagreements == 0 ? 0 : 1;
     }
     const port_map m = read_port_map(c);
-    print_map(c, m, o.fmt);
-    if (!o.svg.empty())
+    if (!o.question_kind.empty()) {
+        print_port(find_port(c, m, o.question_kind, o.question), o.fmt);
+        return 0;
+    }
+    if (!o.svg.empty()) // first, so that a file it cannot write is all it says
         write_svg(c, m, o.svg);
+    print_map(c, m, o.fmt);
     return 0;
 }
 

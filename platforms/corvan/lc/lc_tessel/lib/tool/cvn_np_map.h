@@ -106,6 +106,14 @@ void apply_plugs(const card &c);
 // The ports that exist for what is plugged, with the library's answers.
 port_map read_port_map(const card &c);
 
+// A C integer literal, the whole text, within 32 bits.
+bool parse_number(const std::string &text, uint32_t &value);
+// The one port a question names: "front" PORT, "np" NP:NP_PORT or "fplate"
+// TYPE:PORT (TYPE a port-type name or code); throws usage_error when the
+// question is malformed or the card has no such port with what is plugged.
+const port_row &find_port(const card &c, const port_map &m, const std::string &kind,
+                          const std::string &question);
+
 std::string hex(uint32_t value);
 std::string type_name(const card &c, uint32_t subslot, uint32_t unit);
 std::string port_type_name(uint32_t port_type);
@@ -114,6 +122,8 @@ std::string plugs_text(const card &c);
 // Output of the map (cvn_np_map_output.cpp).
 enum class format { table, csv, json };
 void print_map(const card &c, const port_map &m, format f);
+// One port's row: the table's or CSV's header and row, or its JSON object.
+void print_port(const port_row &r, format f);
 void write_svg(const card &c, const port_map &m, const std::string &path);
 
 // --check (cvn_np_map_check.cpp): returns the number of disagreements.

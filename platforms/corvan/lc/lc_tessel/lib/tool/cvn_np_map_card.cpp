@@ -1,6 +1,7 @@
 // cvn_np_map_card.cpp - the families' modules, the --module syntax, and the
 // walk over the ports that exist for what is plugged.
 #include <algorithm>
+#include <cctype>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -66,20 +67,6 @@ bool takes(const module_type &t, uint32_t unit)
     return t.units == 0 || (unit < 32 && ((t.units >> unit) & 1) != 0);
 }
 
-// A C integer literal, the whole text, within 32 bits.
-bool parse_number(const std::string &text, uint32_t &value)
-{
-    if (text.empty() || !(text[0] >= '0' && text[0] <= '9'))
-        return false;
-    errno = 0;
-    char *end = nullptr;
-    const unsigned long long v = std::strtoull(text.c_str(), &end, 0);
-    if (errno != 0 || *end != '\0' || v > 0xFFFFFFFFull)
-        return false;
-    value = static_cast<uint32_t>(v);
-    return true;
-}
-
 std::string type_list(std::span<const module_type> types)
 {
     std::string out;
@@ -103,6 +90,19 @@ uint32_t parse_type(const std::string &text, std::span<const module_type> types)
 }
 
 } // namespace
+
+bool parse_number(const std::string &text, uint32_t &value)
+{
+    if (text.empty() || !(text[0] >= '0' && text[0] <= '9'))
+        return false;
+    errno = 0;
+    char *end = nullptr;
+    const unsigned long long v = std::strtoull(text.c_str(), &end, 0);
+    if (errno != 0 || *end != '\0' || v > 0xFFFFFFFFull)
+        return false;
+    value = static_cast<uint32_t>(v);
+    return true;
+}
 
 std::span<const family> families() { return k_families; }
 
@@ -331,6 +331,41 @@ port_map read_port_map(const card &c)
         m.nps.push_back(n);
     }
     return m;
+}
+
+const port_row &find_port(const card &c, const port_map &m, const std::string &kind,
+                          const std::string &question)
+{
+    const auto colon = question.find(':');
+    const bool pair = kind != "front";
+    std::string first = pair ? question.substr(0, colon) : question;
+    const std::string second = pair && colon != std::string::npos ? question.substr(colon + 1) : "";
+    uint32_t a = 0, b = 0;
+    if (kind == "fplate") { // a port-type name (10ge, 40GE, ...) or code
+        std::transform(first.begin(), first.end(), first.begin(),
+                       [](unsigned char ch) { return std::toupper(ch); });
+        for (uint32_t t = CVN_NP_PORT_TYPE_NONE; t <= CVN_NP_PORT_TYPE_100GE; ++t)
+            if (first == port_type_name(t) || (t == CVN_NP_PORT_TYPE_NONE && first == "NONE"))
+                first = std::to_string(t);
+    }
+    if (!parse_number(first, a) ||
+        (pair && (colon == std::string::npos || !parse_number(second, b))))
+        throw usage_error{"--" + kind + " '" + question + "': expected " +
+                          (kind == "front" ? "PORT"
+                           : kind == "np"  ? "NP:NP_PORT"
+                                           : "TYPE:PORT (TYPE 10ge, 40ge, 100ge or a code)") +
+                          ", numbers as C integer literals"};
+    for (const port_row &r : m.ports)
+        if (r.status == 0 && (kind == "front" ? r.front == a
+                              : kind == "np"  ? r.np == a && r.np_port == b
+                                              : r.port_type == a && r.fplate == b))
+            return r;
+    const std::string what = kind == "front" ? "front port " + hex(a)
+                             : kind == "np"
+                                 ? "NP " + std::to_string(a) + " NP-local port " + std::to_string(b)
+                                 : port_type_name(a) + " faceplate port " + hex(b);
+    throw usage_error{"card " + hex(c.type) + " (" + c.fam->name + ") with " + plugs_text(c) +
+                      " has no " + what};
 }
 
 } // namespace cvn_np_map

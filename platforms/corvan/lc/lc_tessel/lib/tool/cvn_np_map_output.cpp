@@ -74,26 +74,32 @@ void print_csv(const std::vector<std::string> &header,
         line(row);
 }
 
-// JSON objects of rows: numbers stay numbers, "-" becomes null, names
+// A row as a JSON object: numbers stay numbers, "-" becomes null, names
 // stay strings.
+void print_json_object(const std::vector<std::string> &header, const std::vector<std::string> &row)
+{
+    std::cout << '{';
+    for (size_t i = 0; i < header.size(); ++i) {
+        const std::string &cell = row[i];
+        std::string json = "\"" + cell + "\"";
+        if (cell == "-")
+            json = "null";
+        else if (cell.rfind("0x", 0) == 0)
+            json = std::to_string(std::stoul(cell, nullptr, 16));
+        else if (cell.find_first_not_of("0123456789") == std::string::npos)
+            json = cell;
+        std::cout << (i == 0 ? "" : ", ") << '"' << header[i] << "\": " << json;
+    }
+    std::cout << '}';
+}
+
 void print_json_rows(const char *name, const std::vector<std::string> &header,
                      const std::vector<std::vector<std::string>> &rows, bool last)
 {
     std::cout << "  \"" << name << "\": [";
     for (size_t r = 0; r < rows.size(); ++r) {
-        std::cout << (r == 0 ? "\n    {" : ",\n    {");
-        for (size_t i = 0; i < header.size(); ++i) {
-            const std::string &cell = rows[r][i];
-            std::string json = "\"" + cell + "\"";
-            if (cell == "-")
-                json = "null";
-            else if (cell.rfind("0x", 0) == 0)
-                json = std::to_string(std::stoul(cell, nullptr, 16));
-            else if (cell.find_first_not_of("0123456789") == std::string::npos)
-                json = cell;
-            std::cout << (i == 0 ? "" : ", ") << '"' << header[i] << "\": " << json;
-        }
-        std::cout << '}';
+        std::cout << (r == 0 ? "\n    " : ",\n    ");
+        print_json_object(header, rows[r]);
     }
     std::cout << (rows.empty() ? "]" : "\n  ]") << (last ? "\n" : ",\n");
 }
@@ -137,6 +143,19 @@ void print_map(const card &c, const port_map &m, format f)
     }
 }
 
+void print_port(const port_row &r, format f)
+{
+    const std::vector<std::vector<std::string>> rows = {port_cells(r)};
+    if (f == format::table)
+        print_aligned(k_port_header, rows);
+    else if (f == format::csv)
+        print_csv(k_port_header, rows);
+    else {
+        print_json_object(k_port_header, rows[0]);
+        std::cout << '\n';
+    }
+}
+
 // ---- The front panel ------------------------------------------------------
 
 namespace {
@@ -144,6 +163,7 @@ namespace {
 constexpr const char *k_np_colours[] = {"#1f77b4", "#ff7f0e", "#2ca02c", "#d62728",
                                         "#9467bd", "#8c564b", "#e377c2", "#17becf"};
 constexpr int k_port_w = 58, k_port_h = 40, k_gap = 6, k_margin = 20;
+constexpr int k_char_w = 8; // 12px monospace: 0.6 em, 7.2px, rounded up
 
 const char *np_colour(uint32_t np)
 {
@@ -203,7 +223,10 @@ void write_svg(const card &c, const port_map &m, const std::string &path)
     constexpr int k_row_limit = 1100;
     for (const panel_box &b : boxes) {
         const int cols = std::max<int>(2, (static_cast<int>(b.ports.size()) + 1) / 2);
-        const int w = cols * (k_port_w + k_gap) + k_gap;
+        // The box is as wide as its ports and its label (monospace: every
+        // character k_char_w wide), so the label stays inside.
+        const int w = std::max(cols * (k_port_w + k_gap) + k_gap,
+                               static_cast<int>(b.label.size()) * k_char_w + 2 * k_gap);
         const int h = 2 * (k_port_h + k_gap) + k_gap + 22;
         if (x + w > k_row_limit && x > k_margin) {
             x = k_margin;
@@ -217,7 +240,7 @@ void write_svg(const card &c, const port_map &m, const std::string &path)
              << "\" stroke=\"#555\" stroke-width=\"2\""
              << (empty ? " stroke-dasharray=\"6,4\"" : "") << "/>\n"
              << "<text x=\"" << x + 6 << "\" y=\"" << y + 16
-             << "\" font-size=\"12\" font-family=\"sans-serif\">" << escape(b.label) << "</text>\n";
+             << "\" font-size=\"12\" font-family=\"monospace\">" << escape(b.label) << "</text>\n";
         for (size_t i = 0; i < b.ports.size(); ++i) {
             const port_row &r = *b.ports[i];
             const int px = x + k_gap + static_cast<int>(i / 2) * (k_port_w + k_gap);
