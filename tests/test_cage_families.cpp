@@ -341,6 +341,9 @@ TEST_P(CageTest, FailedQueries)
 {
     PlugAll(kFails);
     const V failed = L(kFailStatus);
+    // slot 4 with no cage answering: the dummy list where it scans, its fixed list otherwise
+    EXPECT_EQ(cvn_np_port_info_get(),
+              f.slot4 == kScan ? f.dummy : f.pi_array[f.slot4 == kComboAlways ? 2 : 4]);
     EXPECT_EQ(RUN(aux_cvn_np_front_port_to_ifsubsys(0x10, o, o1, o2)), failed);
     if (!f.quiet_fail) {
         EXPECT_EQ(RUN(cvn_np_front_port_to_face_plate_port(0x10, o, o1)), failed);
