@@ -116,32 +116,42 @@ static_assert(tv_1slice_phys_2_fplate_cage_40GE[0x11] == 3 &&
 
 namespace {
 
+constexpr auto k_bay0_rows = tv::rows_by_type(cvn_np_lib_tv_1slice_bay0_ep_info_types);
+constexpr auto k_bay1_rows = tv::rows_by_type(cvn_np_lib_tv_1slice_bay1_ep_info_types);
+
 // The row of a type in the bay's own table; none for another subslot.
 const cvn_np_ep_data *bay_ep_data_find(uint32_t subslot, uint32_t type)
 {
     switch (subslot & 0xFFFF) {
     case 0:
-        return tv::find_row(cvn_np_lib_tv_1slice_bay0_ep_info_types,
-                            std::size(cvn_np_lib_tv_1slice_bay0_ep_info_types), type);
+        return tv::row_for(k_bay0_rows, type);
     case 1:
-        return tv::find_row(cvn_np_lib_tv_1slice_bay1_ep_info_types,
-                            std::size(cvn_np_lib_tv_1slice_bay1_ep_info_types), type);
+        return tv::row_for(k_bay1_rows, type);
     default:
         return nullptr;
     }
 }
 
-// The lower NP-port ranges are bay 0's (its first instance), the upper ones
-// belong to bay 0's second instance, to bay 0's 20-port EP, or else to
-// bay 1.  Both bays must answer.
+// The half of the NP's ports an NP-local port is in: 0 for bay 0's first
+// instance and its 20-port EP without port type, 1 for bay 0's second
+// instance and bay 1's 20-port EP without port type; -1 for neither.
+constexpr int half_of_np_port(uint32_t np_port)
+{
+    if (tv::in_np_ports(*k_bay0_rows[tv::type_key(CVN_NP_IFSUB_TYPE_TV_20X_NONE)], np_port))
+        return 0;
+    if (tv::in_np_ports(*k_bay1_rows[tv::type_key(CVN_NP_IFSUB_TYPE_TV_20X_NONE)], np_port))
+        return 1;
+    return tv::instance_of_np_port(cvn_np_lib_tv_1slice_bay0_ep_info_types, np_port);
+}
+static_assert(half_of_np_port(37) == 0 && half_of_np_port(128) == 1 && half_of_np_port(213) == 1 &&
+              half_of_np_port(202) < 0);
+
+// The lower half is bay 0's; the upper one belongs to bay 0's second
+// instance, to bay 0's 20-port EP, or else to bay 1.  Both bays must answer.
 tv::np_port_place bay_of_np_port(uint32_t, uint32_t np_port)
 {
     const tv::np_port_place not_found = {CVN_NP_ERR_INVALID, 0, CVN_NP_IFSUB_TYPE_NONE};
-    int upper = tv::instance_of_np_port(np_port);
-    if (np_port >= 16 && np_port <= 37)
-        upper = 0;
-    if (np_port >= 128 && np_port <= 149)
-        upper = 1;
+    const int upper = half_of_np_port(np_port);
     if (upper < 0)
         return not_found;
     const tv::platform_answer bay0 = tv::ask(0, CVN_NP_IFSUB_ANY);
@@ -211,15 +221,167 @@ using tv_1slice_ops = tv::engine<k_tv_1slice>;
 
 } // namespace
 
-CVN_NP_TOLVAR_FAMILY_API(tv_1slice, tv_1slice_ops)
+using E = tv_1slice_ops;
 
 extern "C" {
 
-void cvn_np_1slice_tolvar_api_fill(cvn_np_api *table) { tv_1slice_api_fill(table); }
-
-void cvn_np_1slice_tolvar_init(void)
+// The family functions.
+const card_version *cvn_np_tv_1slice_version_get(void) { return E::version_get(); }
+uint32_t cvn_tv_1slice_max_mtu(void) { return E::max_mtu(); }
+uint32_t cvn_np_tv_1slice_how_many(void) { return E::how_many(); }
+uint32_t cvn_np_tv_1slice_chip_how_many(void) { return E::chip_how_many(); }
+const port_info *cvn_np_tv_1slice_port_info_get(void) { return E::port_info_get(); }
+const subslot_info *cvn_np_tv_1slice_subslot_info_get(void) { return E::subslot_info_get(); }
+const port_info *cvn_np_tv_1slice_port_info_subslot(uint16_t subslot)
 {
-    tv_1slice_ops::init(&cvn_np_api_1slice_tolvar, tv_1slice_api_fill);
+    return E::port_info_subslot(subslot);
 }
+const port_info *cvn_np_tv_1slice_port_info_from_subslot_ifsubinst(uint16_t subslot, uint16_t inst)
+{
+    return E::port_info_from_subslot_ifsubinst(subslot, inst);
+}
+uint32_t cvn_np_tv_1slice_front_port_to_np(uint32_t front)
+{
+    return E::front_port_field<E::out_np>(front);
+}
+uint32_t cvn_np_tv_1slice_front_port_to_np_port(uint32_t front)
+{
+    return E::front_port_field<E::out_np_port>(front);
+}
+uint32_t cvn_np_tv_1slice_front_port_to_port_type(uint32_t front)
+{
+    return E::front_port_field<E::out_port_type>(front);
+}
+uint32_t cvn_np_tv_1slice_front_port_to_face_plate_port(uint32_t front, uint32_t *fplate_port,
+                                                        uint32_t *port_type)
+{
+    return E::front_port_to_face_plate_port(front, fplate_port, port_type);
+}
+uint32_t cvn_np_tv_1slice_front_port_mapping_info(uint32_t front, uint32_t *np, uint32_t *np_port,
+                                                  uint32_t *fplate_port, uint32_t *port_type)
+{
+    return E::front_port_mapping_info(front, np, np_port, fplate_port, port_type);
+}
+uint32_t cvn_np_tv_1slice_info_num_local_ports(uint32_t np_id)
+{
+    return E::info_num_local_ports(np_id);
+}
+uint32_t cvn_np_tv_1slice_info_to_front_port(uint32_t np_id, uint32_t np_port, uint32_t *front)
+{
+    return E::info_to_front_port(np_id, np_port, front);
+}
+uint32_t cvn_np_tv_1slice_info_to_fplate_porttype(uint32_t np_id, uint32_t np_port,
+                                                  uint32_t *fplate_port, uint32_t *port_type)
+{
+    return E::info_to_fplate_porttype(np_id, np_port, fplate_port, port_type);
+}
+uint32_t cvn_np_tv_1slice_first_front_port_on_np(uint32_t np_id, uint32_t *front)
+{
+    return E::first_front_port_on_np(np_id, front);
+}
+uint32_t cvn_np_tv_1slice_first_fplate_porttype_on_np(uint32_t np_id, uint32_t *port_type,
+                                                      uint32_t *fplate_port)
+{
+    return E::first_fplate_porttype_on_np(np_id, port_type, fplate_port);
+}
+uint32_t cvn_tv_1slice_faceplate_porttype_to_np(uint32_t port_type, uint32_t fplate_port)
+{
+    return E::faceplate_field<E::out_np>(port_type, fplate_port);
+}
+uint32_t cvn_tv_1slice_faceplate_porttype_to_np_port(uint32_t port_type, uint32_t fplate_port)
+{
+    return E::faceplate_field<E::out_np_port>(port_type, fplate_port);
+}
+uint32_t cvn_tv_1slice_faceplate_porttype_to_phys_port(uint32_t port_type, uint32_t fplate_port)
+{
+    return E::faceplate_field<E::out_front>(port_type, fplate_port);
+}
+uint32_t cvn_tv_1slice_faceplate_porttype_mapping_info(uint32_t port_type, uint32_t fplate_port,
+                                                       uint32_t *np, uint32_t *np_port,
+                                                       uint32_t *front)
+{
+    return E::faceplate_porttype_mapping_info(port_type, fplate_port, np, np_port, front);
+}
+uint32_t cvn_np_tv_1slice_complex_to_subslot(uint8_t np_complex)
+{
+    return E::complex_to_subslot(np_complex);
+}
+uint32_t cvn_np_tv_1slice_complex_to_np(uint8_t np_complex, uint32_t second)
+{
+    return E::complex_to_np(np_complex, second);
+}
+uint32_t cvn_np_tv_1slice_set_if_subsys_type(uint32_t ifsubsys, uint16_t type)
+{
+    return cvn_np::common::set_if_subsys_type(ifsubsys, type);
+}
+uint32_t cvn_np_tv_1slice_to_cpu_port_map(uint16_t np_num)
+{
+    return cvn_np::common::to_cpu_port_map(np_num);
+}
+uint32_t cvn_np_tv_1slice_lib_set_subslot_phy_port(uint16_t subslot, uint32_t phy_port)
+{
+    return E::set_subslot_phy_port(subslot, phy_port);
+}
+uint32_t cvn_np_tv_1slice_lib_set_subslot_ifsubinst_ifsubinst_port(uint16_t subslot,
+                                                                   uint32_t ifsubinst,
+                                                                   uint32_t ifsubinst_port)
+{
+    return E::set_subslot_ifsubinst_ifsubinst_port(subslot, ifsubinst, ifsubinst_port);
+}
+uint32_t cvn_np_tv_1slice_lib_get_subslot(uint32_t front) { return E::get_subslot(front); }
+uint32_t cvn_np_tv_1slice_lib_get_subslot_port(uint32_t front)
+{
+    return E::get_subslot_port(front);
+}
+uint32_t cvn_np_tv_1slice_lib_get_port(uint32_t front) { return E::get_port(front); }
+uint32_t cvn_np_tv_1slice_lib_get_ifsubinst(uint32_t front) { return E::get_ifsubinst(front); }
+uint32_t cvn_np_tv_1slice_lib_get_ifsubinst_port(uint32_t front)
+{
+    return E::get_ifsubinst_port(front);
+}
+uint32_t cvn_np_tv_1slice_lib_get_phys_port_tuple45(uint32_t port_type, uint16_t subslot,
+                                                    uint16_t ifsubinst, uint16_t ifsubinst_port)
+{
+    return E::get_phys_port_tuple45(port_type, subslot, ifsubinst, ifsubinst_port);
+}
+const port_info *aux_cvn_np_tv_1slice_port_info_get(uint32_t subslot, uint32_t ifsubsys,
+                                                    uint32_t ifsub_type)
+{
+    return E::port_info_of_type(subslot, ifsubsys, ifsub_type);
+}
+void aux_cvn_np_tv_1slice_front_port_to_mapping_info(uint32_t ifsubsys, uint32_t port,
+                                                     uint32_t ifsub_type, uint32_t *np,
+                                                     uint32_t *np_port, uint32_t *fplate_port,
+                                                     uint32_t *port_type)
+{
+    E::front_port_to_mapping_info(ifsubsys, port, ifsub_type, np, np_port, fplate_port, port_type);
+}
+uint32_t aux_cvn_np_tv_1slice_info_num_local_ports(uint32_t subslot, uint32_t np_num,
+                                                   uint32_t ifsub_type)
+{
+    return E::aux_num_local_ports(subslot, np_num, ifsub_type);
+}
+void aux_cvn_np_tv_1slice_info_to_mapping_info(uint32_t np_num, uint32_t np_port,
+                                               uint32_t ifsub_type, uint32_t *front,
+                                               uint32_t *fplate_port, uint32_t *port_type)
+{
+    E::info_to_mapping_info(np_num, np_port, ifsub_type, front, fplate_port, port_type);
+}
+uint32_t aux_cvn_tv_1slice_faceplate_to_mapping_info(uint32_t ifsubsys, uint32_t port,
+                                                     uint32_t port_type, uint32_t *np,
+                                                     uint32_t *np_port, uint32_t *front)
+{
+    return E::faceplate_to_mapping_info(ifsubsys, port, port_type, np, np_port, front);
+}
+void aux_tv_1slice_np_port_to_mapping_info(const port_mapping_entry *const *entries,
+                                           uint32_t np_port, uint32_t count, uint32_t *front,
+                                           uint32_t *fplate_port, uint32_t *port_type)
+{
+    E::np_port_to_mapping_info(entries, np_port, count, front, fplate_port, port_type);
+}
+
+void cvn_np_1slice_tolvar_api_fill(cvn_np_api *table) { E::fill(table); }
+
+void cvn_np_1slice_tolvar_init(void) { E::init(&cvn_np_api_1slice_tolvar); }
 
 } // extern "C"

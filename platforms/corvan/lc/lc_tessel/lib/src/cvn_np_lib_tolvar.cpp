@@ -77,11 +77,21 @@ static_assert(cvn_np_lib_2slice_tv_info_types[12].port_info_list ==
 
 namespace {
 
+constexpr auto k_rows_by_type = tv::rows_by_type(cvn_np_lib_2slice_tv_info_types);
+
 // The row of a type; one table serves both subslots.
 const cvn_np_ep_data *tolvar_ep_data_find(uint32_t, uint32_t type)
 {
-    return tv::find_row(cvn_np_lib_info_types, tolvar_card_np_info->num_info_types, type);
+    return tv::row_for(k_rows_by_type, type);
 }
+
+// The instance of a split subslot by the instance rows' NP-local ports.
+constexpr int instance_of_np_port(uint32_t np_port)
+{
+    return tv::instance_of_np_port(cvn_np_lib_2slice_tv_info_types, np_port);
+}
+static_assert(instance_of_np_port(201) == 0 && instance_of_np_port(202) < 0 &&
+              instance_of_np_port(204) == 1 && instance_of_np_port(100) == 1);
 
 // NP n's port lives in subslot n; on a subslot split in two, in the
 // instance its NP-port range names.
@@ -94,7 +104,7 @@ tv::np_port_place tolvar_np_port_to_ifsub_type(uint32_t np_id, uint32_t np_port)
         return not_found;
     uint32_t instance = 0;
     if (tv::has_second_instance(whole.type)) {
-        const int i = tv::instance_of_np_port(np_port);
+        const int i = instance_of_np_port(np_port);
         if (i < 0)
             return not_found;
         instance = static_cast<uint32_t>(i);
@@ -152,15 +162,164 @@ using tolvar_ops = tv::engine<k_tolvar>;
 
 } // namespace
 
-CVN_NP_TOLVAR_FAMILY_API(tolvar, tolvar_ops)
+using E = tolvar_ops;
 
 extern "C" {
 
-void cvn_np_2slice_tolvar_api_fill(cvn_np_api *table) { tolvar_api_fill(table); }
-
-void cvn_np_2slice_tolvar_init(void)
+// The family functions.
+const card_version *cvn_np_tolvar_version_get(void) { return E::version_get(); }
+uint32_t cvn_tolvar_max_mtu(void) { return E::max_mtu(); }
+uint32_t cvn_np_tolvar_how_many(void) { return E::how_many(); }
+uint32_t cvn_np_tolvar_chip_how_many(void) { return E::chip_how_many(); }
+const port_info *cvn_np_tolvar_port_info_get(void) { return E::port_info_get(); }
+const subslot_info *cvn_np_tolvar_subslot_info_get(void) { return E::subslot_info_get(); }
+const port_info *cvn_np_tolvar_port_info_subslot(uint16_t subslot)
 {
-    tolvar_ops::init(&cvn_np_api_2slice_tolvar, tolvar_api_fill);
+    return E::port_info_subslot(subslot);
 }
+const port_info *cvn_np_tolvar_port_info_from_subslot_ifsubinst(uint16_t subslot, uint16_t inst)
+{
+    return E::port_info_from_subslot_ifsubinst(subslot, inst);
+}
+uint32_t cvn_np_tolvar_front_port_to_np(uint32_t front)
+{
+    return E::front_port_field<E::out_np>(front);
+}
+uint32_t cvn_np_tolvar_front_port_to_np_port(uint32_t front)
+{
+    return E::front_port_field<E::out_np_port>(front);
+}
+uint32_t cvn_np_tolvar_front_port_to_port_type(uint32_t front)
+{
+    return E::front_port_field<E::out_port_type>(front);
+}
+uint32_t cvn_np_tolvar_front_port_to_face_plate_port(uint32_t front, uint32_t *fplate_port,
+                                                     uint32_t *port_type)
+{
+    return E::front_port_to_face_plate_port(front, fplate_port, port_type);
+}
+uint32_t cvn_np_tolvar_front_port_mapping_info(uint32_t front, uint32_t *np, uint32_t *np_port,
+                                               uint32_t *fplate_port, uint32_t *port_type)
+{
+    return E::front_port_mapping_info(front, np, np_port, fplate_port, port_type);
+}
+uint32_t cvn_np_tolvar_info_num_local_ports(uint32_t np_id)
+{
+    return E::info_num_local_ports(np_id);
+}
+uint32_t cvn_np_tolvar_info_to_front_port(uint32_t np_id, uint32_t np_port, uint32_t *front)
+{
+    return E::info_to_front_port(np_id, np_port, front);
+}
+uint32_t cvn_np_tolvar_info_to_fplate_porttype(uint32_t np_id, uint32_t np_port,
+                                               uint32_t *fplate_port, uint32_t *port_type)
+{
+    return E::info_to_fplate_porttype(np_id, np_port, fplate_port, port_type);
+}
+uint32_t cvn_np_tolvar_first_front_port_on_np(uint32_t np_id, uint32_t *front)
+{
+    return E::first_front_port_on_np(np_id, front);
+}
+uint32_t cvn_np_tolvar_first_fplate_porttype_on_np(uint32_t np_id, uint32_t *port_type,
+                                                   uint32_t *fplate_port)
+{
+    return E::first_fplate_porttype_on_np(np_id, port_type, fplate_port);
+}
+uint32_t cvn_tolvar_faceplate_porttype_to_np(uint32_t port_type, uint32_t fplate_port)
+{
+    return E::faceplate_field<E::out_np>(port_type, fplate_port);
+}
+uint32_t cvn_tolvar_faceplate_porttype_to_np_port(uint32_t port_type, uint32_t fplate_port)
+{
+    return E::faceplate_field<E::out_np_port>(port_type, fplate_port);
+}
+uint32_t cvn_tolvar_faceplate_porttype_to_phys_port(uint32_t port_type, uint32_t fplate_port)
+{
+    return E::faceplate_field<E::out_front>(port_type, fplate_port);
+}
+uint32_t cvn_tolvar_faceplate_porttype_mapping_info(uint32_t port_type, uint32_t fplate_port,
+                                                    uint32_t *np, uint32_t *np_port,
+                                                    uint32_t *front)
+{
+    return E::faceplate_porttype_mapping_info(port_type, fplate_port, np, np_port, front);
+}
+uint32_t cvn_np_tolvar_complex_to_subslot(uint8_t np_complex)
+{
+    return E::complex_to_subslot(np_complex);
+}
+uint32_t cvn_np_tolvar_complex_to_np(uint8_t np_complex, uint32_t second)
+{
+    return E::complex_to_np(np_complex, second);
+}
+uint32_t cvn_np_tolvar_set_if_subsys_type(uint32_t ifsubsys, uint16_t type)
+{
+    return cvn_np::common::set_if_subsys_type(ifsubsys, type);
+}
+uint32_t cvn_np_tolvar_to_cpu_port_map(uint16_t np_num)
+{
+    return cvn_np::common::to_cpu_port_map(np_num);
+}
+uint32_t cvn_np_tolvar_lib_set_subslot_phy_port(uint16_t subslot, uint32_t phy_port)
+{
+    return E::set_subslot_phy_port(subslot, phy_port);
+}
+uint32_t cvn_np_tolvar_lib_set_subslot_ifsubinst_ifsubinst_port(uint16_t subslot,
+                                                                uint32_t ifsubinst,
+                                                                uint32_t ifsubinst_port)
+{
+    return E::set_subslot_ifsubinst_ifsubinst_port(subslot, ifsubinst, ifsubinst_port);
+}
+uint32_t cvn_np_tolvar_lib_get_subslot(uint32_t front) { return E::get_subslot(front); }
+uint32_t cvn_np_tolvar_lib_get_subslot_port(uint32_t front) { return E::get_subslot_port(front); }
+uint32_t cvn_np_tolvar_lib_get_port(uint32_t front) { return E::get_port(front); }
+uint32_t cvn_np_tolvar_lib_get_ifsubinst(uint32_t front) { return E::get_ifsubinst(front); }
+uint32_t cvn_np_tolvar_lib_get_ifsubinst_port(uint32_t front)
+{
+    return E::get_ifsubinst_port(front);
+}
+uint32_t cvn_np_tolvar_lib_get_phys_port_tuple45(uint32_t port_type, uint16_t subslot,
+                                                 uint16_t ifsubinst, uint16_t ifsubinst_port)
+{
+    return E::get_phys_port_tuple45(port_type, subslot, ifsubinst, ifsubinst_port);
+}
+const port_info *aux_cvn_np_tolvar_port_info_get(uint32_t subslot, uint32_t ifsubsys,
+                                                 uint32_t ifsub_type)
+{
+    return E::port_info_of_type(subslot, ifsubsys, ifsub_type);
+}
+void aux_cvn_np_tolvar_front_port_to_mapping_info(uint32_t ifsubsys, uint32_t port,
+                                                  uint32_t ifsub_type, uint32_t *np,
+                                                  uint32_t *np_port, uint32_t *fplate_port,
+                                                  uint32_t *port_type)
+{
+    E::front_port_to_mapping_info(ifsubsys, port, ifsub_type, np, np_port, fplate_port, port_type);
+}
+uint32_t aux_cvn_np_tolvar_info_num_local_ports(uint32_t subslot, uint32_t np_num,
+                                                uint32_t ifsub_type)
+{
+    return E::aux_num_local_ports(subslot, np_num, ifsub_type);
+}
+void aux_cvn_np_tolvar_info_to_mapping_info(uint32_t np_num, uint32_t np_port, uint32_t ifsub_type,
+                                            uint32_t *front, uint32_t *fplate_port,
+                                            uint32_t *port_type)
+{
+    E::info_to_mapping_info(np_num, np_port, ifsub_type, front, fplate_port, port_type);
+}
+uint32_t aux_cvn_tolvar_faceplate_to_mapping_info(uint32_t ifsubsys, uint32_t port,
+                                                  uint32_t port_type, uint32_t *np,
+                                                  uint32_t *np_port, uint32_t *front)
+{
+    return E::faceplate_to_mapping_info(ifsubsys, port, port_type, np, np_port, front);
+}
+void aux_tolvar_np_port_to_mapping_info(const port_mapping_entry *const *entries, uint32_t np_port,
+                                        uint32_t count, uint32_t *front, uint32_t *fplate_port,
+                                        uint32_t *port_type)
+{
+    E::np_port_to_mapping_info(entries, np_port, count, front, fplate_port, port_type);
+}
+
+void cvn_np_2slice_tolvar_api_fill(cvn_np_api *table) { E::fill(table); }
+
+void cvn_np_2slice_tolvar_init(void) { E::init(&cvn_np_api_2slice_tolvar); }
 
 } // extern "C"

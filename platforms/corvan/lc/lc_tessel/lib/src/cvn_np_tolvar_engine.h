@@ -15,9 +15,10 @@
 // Both tolvar families run these operations over their own tables; a family
 // file describes its tables, its texts and its differences in one
 // `tolvar::family` record, engine<family> provides the slot functions and
-// CVN_NP_TOLVAR_FAMILY_API exports them under the family's names.  The
-// operations reach other operations only through the public functions, so
-// every inner step goes through the selected operation table again.
+// fills the operation table with them, and the family file defines its
+// family functions over them.  An inner step calls the family's own
+// operation directly only while the selected operation table still holds
+// it, else the public function, so every inner step follows the table.
 #ifndef CVN_NP_TOLVAR_ENGINE_H
 #define CVN_NP_TOLVAR_ENGINE_H
 
@@ -80,18 +81,6 @@ constexpr bool has_second_instance(uint32_t type)
 constexpr bool counts_local_ports(uint32_t type)
 {
     return is_plain(type) && type != CVN_NP_IFSUB_TYPE_TV_16X10GE;
-}
-
-// The instance of a split subslot that an NP-local port belongs to: the
-// first instance's 10GE, 100GE and 40GE ports, or the second's; -1 for
-// neither.
-constexpr int instance_of_np_port(uint32_t np_port)
-{
-    if ((np_port >= 192 && np_port <= 201) || np_port == 116 || np_port == 96 || np_port == 97)
-        return 0;
-    if ((np_port >= 204 && np_port <= 213) || np_port == 117 || np_port == 99 || np_port == 100)
-        return 1;
-    return -1;
 }
 
 // A front port of a subslot in the plain form.
@@ -220,13 +209,60 @@ ep_row(uint32_t ep_type, uint32_t spare, uint32_t np_port_base, uint32_t np_port
             ep_port_list<w>};
 }
 
-// The first row of `rows` for `type`, or NULL.
-inline const cvn_np_ep_data *find_row(const cvn_np_ep_data *rows, std::size_t count, uint32_t type)
+// The NP-local ports of entries [from, to) of a row run from the first's
+// to the last's.
+constexpr bool in_np_ports(const cvn_np_ep_data &row, std::size_t from, std::size_t to,
+                           uint32_t np_port)
 {
-    for (std::size_t i = 0; i < count; ++i)
-        if (rows[i].ep_type == type)
-            return &rows[i];
-    return nullptr;
+    return from < to && np_port >= row.entries[from]->np_port &&
+           np_port <= row.entries[to - 1]->np_port;
+}
+constexpr bool in_np_ports(const cvn_np_ep_data &row, uint32_t np_port)
+{
+    return in_np_ports(row, 0, row.num_ports, np_port);
+}
+
+// The instance of a split subslot that an NP-local port belongs to, by the
+// ranges of the instance rows of `rows` (instance 0's entries, then
+// instance 1's); -1 for neither.
+template <std::size_t n>
+constexpr int instance_of_np_port(const cvn_np_ep_data (&rows)[n], uint32_t np_port)
+{
+    for (std::size_t i = 0; i < k_instances_per_subslot; ++i)
+        for (const cvn_np_ep_data &row : rows)
+            if (is_per_instance(row.ep_type) &&
+                in_np_ports(row, i * row.num_ports / 2, (i + 1) * row.num_ports / 2, np_port))
+                return static_cast<int>(i);
+    return -1;
+}
+
+// A type's place in an index of rows: the EP types, then the instance
+// types; k_type_keys for a type without a row anywhere.
+inline constexpr uint32_t k_type_keys =
+    CVN_NP_IFSUB_TYPE_TV_20X10GE_B - CVN_NP_IFSUB_TYPE_TV_20X_NONE + 5;
+constexpr uint32_t type_key(uint32_t type)
+{
+    if (type >= CVN_NP_IFSUB_TYPE_TV_20X_NONE && type <= CVN_NP_IFSUB_TYPE_TV_20X10GE_B)
+        return type - CVN_NP_IFSUB_TYPE_TV_20X_NONE;
+    if (type >= CVN_NP_IFSUB_TYPE_100GE && type <= CVN_NP_IFSUB_TYPE_40GE_ALT)
+        return type - CVN_NP_IFSUB_TYPE_100GE + k_type_keys - 4;
+    return k_type_keys;
+}
+// The first row of each type in `rows`, by type_key (the last place NULL).
+template <std::size_t n> constexpr std::array<const cvn_np_ep_data *, k_type_keys + 1>
+rows_by_type(const cvn_np_ep_data (&rows)[n])
+{
+    std::array<const cvn_np_ep_data *, k_type_keys + 1> index{};
+    for (std::size_t i = n; i-- > 0;)
+        index[type_key(rows[i].ep_type)] = &rows[i];
+    index[k_type_keys] = nullptr;
+    return index;
+}
+// The first row of `type` in the index, or NULL.
+inline const cvn_np_ep_data *
+row_for(const std::array<const cvn_np_ep_data *, k_type_keys + 1> &index, uint32_t type)
+{
+    return index[type_key(type)];
 }
 
 // Entry `k` of a row, or NULL where the row has no such entry.
@@ -300,6 +336,15 @@ struct family {
 template <const family &F> struct engine {
     enum output : uint8_t { out_np, out_np_port, out_fplate, out_port_type, out_front };
 
+    // An inner step through slot `slot`: the family's own operation `own`
+    // while the selected operation table holds it, else the public `pub`.
+    template <auto slot, auto own, auto pub, class... A> static auto step(A... a)
+    {
+        if (initialized != 0 && card_np_api != nullptr && card_np_api->*slot == own)
+            return own(a...);
+        return pub(a...);
+    }
+
     static const np_info &info() { return **F.card_np_info; }
     static void require(bool ok, const check &c) { cvn_np::require(ok, F.path, c); }
 
@@ -351,7 +396,8 @@ template <const family &F> struct engine {
         for (uint32_t s = 0; s < info().num_subslot; ++s) {
             const query_answer a = query_instance(s, 0);
             if (a.type != CVN_NP_IFSUB_TYPE_NONE)
-                return aux_cvn_np_port_info_get(a.subslot, a.ifsubsys, a.type);
+                return step<&cvn_np_api::aux_cvn_np_port_info_get, port_info_of_type,
+                            aux_cvn_np_port_info_get>(a.subslot, a.ifsubsys, a.type);
         }
         return F.dummy_port_info;
     }
@@ -362,7 +408,8 @@ template <const family &F> struct engine {
         const query_answer a = query_instance(subslot, 0);
         if (a.type == CVN_NP_IFSUB_TYPE_NONE)
             return F.dummy_port_info;
-        return aux_cvn_np_port_info_get(subslot, 0, a.type);
+        return step<&cvn_np_api::aux_cvn_np_port_info_get, port_info_of_type,
+                    aux_cvn_np_port_info_get>(subslot, 0, a.type);
     }
 
     static const port_info *port_info_from_subslot_ifsubinst(uint16_t subslot, uint16_t ifsubinst)
@@ -371,7 +418,8 @@ template <const family &F> struct engine {
         const platform_answer a = ask(subslot, ifsubinst);
         if (a.type == CVN_NP_IFSUB_TYPE_NONE)
             return F.dummy_port_info;
-        return aux_cvn_np_port_info_get(subslot, ifsubinst, a.type);
+        return step<&cvn_np_api::aux_cvn_np_port_info_get, port_info_of_type,
+                    aux_cvn_np_port_info_get>(subslot, ifsubinst, a.type);
     }
 
     // ---- slots 8-12: front port to NP ----
@@ -384,10 +432,11 @@ template <const family &F> struct engine {
         if (a.type == CVN_NP_IFSUB_TYPE_NONE)
             return CVN_NP_ERR_INVALID;
         uint32_t value = 0;
-        aux_cvn_np_front_port_to_mapping_info(a.ifsubsys, front, a.type,
-                                              field == out_np ? &value : nullptr,
-                                              field == out_np_port ? &value : nullptr, nullptr,
-                                              field == out_port_type ? &value : nullptr);
+        step<&cvn_np_api::aux_cvn_np_front_port_to_mapping_info, front_port_to_mapping_info,
+             aux_cvn_np_front_port_to_mapping_info>(
+            a.ifsubsys, front, a.type, field == out_np ? &value : nullptr,
+            field == out_np_port ? &value : nullptr, nullptr,
+            field == out_port_type ? &value : nullptr);
         return value;
     }
 
@@ -399,8 +448,9 @@ template <const family &F> struct engine {
             return a.status;
         if (a.type == CVN_NP_IFSUB_TYPE_NONE)
             return CVN_NP_ERR_INVALID;
-        aux_cvn_np_front_port_to_mapping_info(a.ifsubsys, front, a.type, np, np_port, fplate_port,
-                                              port_type);
+        step<&cvn_np_api::aux_cvn_np_front_port_to_mapping_info, front_port_to_mapping_info,
+             aux_cvn_np_front_port_to_mapping_info>(a.ifsubsys, front, a.type, np, np_port,
+                                                    fplate_port, port_type);
         return 0;
     }
 
@@ -432,14 +482,16 @@ template <const family &F> struct engine {
         for (uint32_t i = 0; i < instances; ++i) {
             const query_answer q = query_instance(subslot, i);
             if (q.type != CVN_NP_IFSUB_TYPE_NONE)
-                sum += aux_cvn_np_info_num_local_ports(subslot, np_id, q.type);
+                sum += step<&cvn_np_api::aux_cvn_np_info_num_local_ports, aux_num_local_ports,
+                            aux_cvn_np_info_num_local_ports>(subslot, np_id, q.type);
         }
         return sum;
     }
 
     static uint32_t info_num_local_ports(uint32_t np_id)
     {
-        require(np_id < cvn_np_how_many(), F.text.np_id);
+        require(np_id < step<&cvn_np_api::cvn_np_how_many, how_many, cvn_np_how_many>(),
+                F.text.np_id);
         const bays b = bays_of_np(np_id);
         uint32_t sum = 0;
         for (uint32_t s = b.first; s <= b.last; ++s)
@@ -452,14 +504,15 @@ template <const family &F> struct engine {
     static uint32_t np_port_to_front(uint32_t np_id, uint32_t np_port, uint32_t *front,
                                      uint32_t *port_type)
     {
-        if (np_id >= cvn_np_how_many())
+        if (np_id >= step<&cvn_np_api::cvn_np_how_many, how_many, cvn_np_how_many>())
             return CVN_NP_ERR_INVALID;
         const np_port_place p = F.place_np_port(np_id, np_port);
         if (p.status != 0)
             return p.status;
         if (p.type == CVN_NP_IFSUB_TYPE_NONE)
             return 0;
-        aux_cvn_np_info_to_mapping_info(np_id, np_port, p.type, front, nullptr, port_type);
+        step<&cvn_np_api::aux_cvn_np_info_to_mapping_info, info_to_mapping_info,
+             aux_cvn_np_info_to_mapping_info>(np_id, np_port, p.type, front, nullptr, port_type);
         return 0;
     }
     static uint32_t info_to_front_port(uint32_t np_id, uint32_t np_port, uint32_t *front)
@@ -484,8 +537,9 @@ template <const family &F> struct engine {
         for (uint32_t s = b.first;; ++s) {
             const query_answer a = query_instance(s, 0);
             if (a.status == 0 && a.type != CVN_NP_IFSUB_TYPE_NONE)
-                return aux_cvn_np_first_port_on_np(s, a.ifsubsys, a.type, front, fplate_port,
-                                                   port_type);
+                return step<&cvn_np_api::aux_cvn_np_first_port_on_np, first_port_on_np,
+                            aux_cvn_np_first_port_on_np>(s, a.ifsubsys, a.type, front, fplate_port,
+                                                         port_type);
             if (s >= b.last) {
                 if (a.status == 0)
                     return CVN_NP_ERR_INVALID;
@@ -497,7 +551,8 @@ template <const family &F> struct engine {
     static uint32_t first_front_port_on_np(uint32_t np_id, uint32_t *phys_front_port)
     {
         require(phys_front_port != nullptr, F.text.front_needed);
-        require(np_id < cvn_np_how_many(), F.text.np_id);
+        require(np_id < step<&cvn_np_api::cvn_np_how_many, how_many, cvn_np_how_many>(),
+                F.text.np_id);
         return first_port_of_np(np_id, phys_front_port, nullptr, nullptr,
                                 F.first_front_port_hides_query_status);
     }
@@ -513,8 +568,9 @@ template <const family &F> struct engine {
         const query_answer a = query_instance(subslot, 0);
         if (a.status != 0 || a.type == CVN_NP_IFSUB_TYPE_NONE)
             return CVN_NP_ERR_INVALID;
-        return aux_cvn_np_first_port_on_np(subslot, a.ifsubsys, a.type, phys_front_port, nullptr,
-                                           nullptr);
+        return step<&cvn_np_api::aux_cvn_np_first_port_on_np, first_port_on_np,
+                    aux_cvn_np_first_port_on_np>(subslot, a.ifsubsys, a.type, phys_front_port,
+                                                 nullptr, nullptr);
     }
 
     static uint32_t first_fplate_porttype_on_np(uint32_t np_id, uint32_t *port_type,
@@ -522,7 +578,8 @@ template <const family &F> struct engine {
     {
         require(port_type != nullptr, F.text.port_type_needed);
         require(fplate_port != nullptr, F.text.fplate_needed);
-        require(np_id < cvn_np_how_many(), F.text.np_id);
+        require(np_id < step<&cvn_np_api::cvn_np_how_many, how_many, cvn_np_how_many>(),
+                F.text.np_id);
         return first_port_of_np(np_id, nullptr, fplate_port, port_type, false);
     }
 
@@ -531,8 +588,11 @@ template <const family &F> struct engine {
     template <output field> static uint32_t faceplate_field(uint32_t port_type, uint32_t fplate)
     {
         uint32_t value = 0;
-        const uint32_t status = aux_cvn_faceplate_to_mapping_info(
-            cvn_np_lib_get_ifsubinst(fplate), fplate, port_type, field == out_np ? &value : nullptr,
+        const uint32_t status = step<&cvn_np_api::aux_cvn_faceplate_to_mapping_info,
+                                     faceplate_to_mapping_info, aux_cvn_faceplate_to_mapping_info>(
+            step<&cvn_np_api::cvn_np_lib_get_ifsubinst, get_ifsubinst, cvn_np_lib_get_ifsubinst>(
+                fplate),
+            fplate, port_type, field == out_np ? &value : nullptr,
             field == out_np_port ? &value : nullptr, field == out_front ? &value : nullptr);
         return status != 0 ? status : value;
     }
@@ -541,8 +601,11 @@ template <const family &F> struct engine {
                                                     uint32_t *np, uint32_t *np_port,
                                                     uint32_t *front)
     {
-        aux_cvn_faceplate_to_mapping_info(cvn_np_lib_get_ifsubinst(fplate), fplate, port_type, np,
-                                          np_port, front);
+        step<&cvn_np_api::aux_cvn_faceplate_to_mapping_info, faceplate_to_mapping_info,
+             aux_cvn_faceplate_to_mapping_info>(
+            step<&cvn_np_api::cvn_np_lib_get_ifsubinst, get_ifsubinst, cvn_np_lib_get_ifsubinst>(
+                fplate),
+            fplate, port_type, np, np_port, front);
         return 0;
     }
 
@@ -550,7 +613,8 @@ template <const family &F> struct engine {
 
     static uint32_t complex_to_subslot(uint8_t np_complex)
     {
-        require(np_complex < cvn_np_how_many(), F.text.np_complex);
+        require(np_complex < step<&cvn_np_api::cvn_np_how_many, how_many, cvn_np_how_many>(),
+                F.text.np_complex);
         return (np_complex / (*F.card_info_types)->np_per_subslot) & 0xFF;
     }
 
@@ -559,7 +623,8 @@ template <const family &F> struct engine {
     static uint32_t complex_to_subslot_list(uint8_t np_complex, uint32_t *count,
                                             uint32_t *first_subslot)
     {
-        require(np_complex < cvn_np_how_many(), F.text.np_complex);
+        require(np_complex < step<&cvn_np_api::cvn_np_how_many, how_many, cvn_np_how_many>(),
+                F.text.np_complex);
         if (count == nullptr)
             return 0;
         const bays b = bays_of_np(np_complex);
@@ -572,7 +637,8 @@ template <const family &F> struct engine {
 
     static uint32_t complex_to_np(uint8_t np_complex, uint32_t second)
     {
-        require(np_complex < cvn_np_how_many(), F.text.np_complex);
+        require(np_complex < step<&cvn_np_api::cvn_np_how_many, how_many, cvn_np_how_many>(),
+                F.text.np_complex);
         const uint32_t per_complex = info().np_per_complex;
         const uint32_t first = np_complex * per_complex;
         return per_complex != 1 && second != 0 ? first + 1 : first;
@@ -686,10 +752,17 @@ template <const family &F> struct engine {
                                                    uint32_t port, bool faceplate)
     {
         if (is_plain(type))
-            return entry_at(row, cvn_np_lib_get_port(port));
+            return entry_at(
+                row, step<&cvn_np_api::cvn_np_lib_get_port, get_port, cvn_np_lib_get_port>(port));
         if (type == CVN_NP_IFSUB_TYPE_100GE)
-            return entry_at(row, faceplate ? cvn_np_lib_get_ifsubinst(port)
-                                           : (cvn_np_lib_get_port(port) >> 4) & 3);
+            return entry_at(
+                row, faceplate
+                         ? step<&cvn_np_api::cvn_np_lib_get_ifsubinst, get_ifsubinst,
+                                cvn_np_lib_get_ifsubinst>(port)
+                         : (step<&cvn_np_api::cvn_np_lib_get_port, get_port, cvn_np_lib_get_port>(
+                                port) >>
+                            4) &
+                               3);
         return entry_at(row, F.instance_entry(port, type, row, faceplate));
     }
 
@@ -698,7 +771,8 @@ template <const family &F> struct engine {
                                    uint32_t *fplate_port, uint32_t *port_type)
     {
         require(maps_front_ports_of(type), F.text.unknown);
-        const uint32_t subslot = cvn_np_lib_get_subslot(front);
+        const uint32_t subslot =
+            step<&cvn_np_api::cvn_np_lib_get_subslot, get_subslot, cvn_np_lib_get_subslot>(front);
         require(subslot < CVN_NP_TOTAL_SUBSLOT_TOLVAR, F.text.bay);
         const cvn_np_ep_data *row = F.row_of(subslot, type);
         if (row == nullptr)
@@ -759,8 +833,9 @@ template <const family &F> struct engine {
         const cvn_np_ep_data *row = F.row_of(subslot, type);
         if (row == nullptr)
             return;
-        aux_np_port_to_mapping_info(row->entries, np_port, row->num_ports, front, fplate_port,
-                                    port_type);
+        step<&cvn_np_api::aux_np_port_to_mapping_info, np_port_to_mapping_info,
+             aux_np_port_to_mapping_info>(row->entries, np_port, row->num_ports, front, fplate_port,
+                                          port_type);
         if (front != nullptr)
             *front = compose(subslot, *front);
         if (fplate_port != nullptr)
@@ -795,7 +870,8 @@ template <const family &F> struct engine {
         if (a.type == CVN_NP_IFSUB_TYPE_NONE)
             return CVN_NP_ERR_INVALID;
         require(is_plain(a.type) || is_per_instance(a.type), F.text.unknown);
-        const uint32_t subslot = cvn_np_lib_get_subslot(fplate);
+        const uint32_t subslot =
+            step<&cvn_np_api::cvn_np_lib_get_subslot, get_subslot, cvn_np_lib_get_subslot>(fplate);
         require(subslot < CVN_NP_TOTAL_SUBSLOT_TOLVAR, F.text.bay);
         const cvn_np_ep_data *row = F.row_of(subslot, a.type);
         if (row == nullptr)
@@ -819,8 +895,10 @@ template <const family &F> struct engine {
     {
         if (ifsubinst == nullptr)
             return CVN_NP_EINVAL;
-        const platform_answer a =
-            ask(cvn_np_lib_get_subslot(front), cvn_np_lib_get_ifsubinst(front));
+        const platform_answer a = ask(
+            step<&cvn_np_api::cvn_np_lib_get_subslot, get_subslot, cvn_np_lib_get_subslot>(front),
+            step<&cvn_np_api::cvn_np_lib_get_ifsubinst, get_ifsubinst, cvn_np_lib_get_ifsubinst>(
+                front));
         if (a.status != 0)
             return a.status;
         *ifsubinst = is_per_instance(a.type) ? (front & 0x30) >> 4 : front & 0x3F;
@@ -829,9 +907,60 @@ template <const family &F> struct engine {
 
     // ---- init ----
 
+    // The family's operations into the 46 slots.
+    static void fill(cvn_np_api *t)
+    {
+        t->cvn_np_version_get = version_get;
+        t->cvn_max_mtu = max_mtu;
+        t->cvn_np_how_many = how_many;
+        t->cvn_np_chip_how_many = chip_how_many;
+        t->cvn_np_port_info_get = port_info_get;
+        t->cvn_np_subslot_info_get = subslot_info_get;
+        t->cvn_np_port_info_subslot = port_info_subslot;
+        t->cvn_np_port_info_from_subslot_ifsubinst = port_info_from_subslot_ifsubinst;
+        t->cvn_np_front_port_to_np = front_port_field<out_np>;
+        t->cvn_np_front_port_to_np_port = front_port_field<out_np_port>;
+        t->cvn_np_front_port_to_port_type = front_port_field<out_port_type>;
+        t->cvn_np_front_port_to_face_plate_port = front_port_to_face_plate_port;
+        t->cvn_np_front_port_mapping_info = front_port_mapping_info;
+        t->cvn_np_info_num_local_ports = info_num_local_ports;
+        t->cvn_np_info_to_front_port = info_to_front_port;
+        t->cvn_np_info_to_fplate_porttype = info_to_fplate_porttype;
+        t->cvn_np_first_front_port_on_np = first_front_port_on_np;
+        t->cvn_np_first_phys_port_on_np = first_phys_port_on_np;
+        t->cvn_np_first_fplate_porttype_on_np = first_fplate_porttype_on_np;
+        t->cvn_faceplate_porttype_to_np = faceplate_field<out_np>;
+        t->cvn_faceplate_porttype_to_np_port = faceplate_field<out_np_port>;
+        t->cvn_faceplate_porttype_to_phys_port = faceplate_field<out_front>;
+        t->cvn_faceplate_porttype_mapping_info = faceplate_porttype_mapping_info;
+        t->cvn_np_complex_to_subslot = complex_to_subslot;
+        t->cvn_np_complex_to_subslot_list = complex_to_subslot_list;
+        t->cvn_np_complex_to_np = complex_to_np;
+        t->cvn_np_set_if_subsys_type = common::set_if_subsys_type;
+        t->cvn_np_subslot_to_np_list = subslot_to_np_list;
+        t->cvn_np_to_cpu_port_map = common::to_cpu_port_map;
+        t->cvn_np_lib_set_subslot_phy_port = set_subslot_phy_port;
+        t->cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port = set_subslot_ifsubinst_ifsubinst_port;
+        t->cvn_np_lib_get_subslot = get_subslot;
+        t->cvn_np_lib_get_subslot_port = get_subslot_port;
+        t->cvn_np_lib_get_port = get_port;
+        t->cvn_np_lib_get_ifsubinst = get_ifsubinst;
+        t->cvn_np_lib_get_ifsubinst_port = get_ifsubinst_port;
+        t->cvn_np_lib_get_phys_port_tuple45 = get_phys_port_tuple45;
+        t->aux_cvn_np_front_port_to_ifsubsys = front_port_to_ifsubsys;
+        t->aux_cvn_np_port_info_get = port_info_of_type;
+        t->aux_cvn_np_front_port_to_mapping_info = front_port_to_mapping_info;
+        t->aux_cvn_np_info_num_local_ports = aux_num_local_ports;
+        t->aux_cvn_np_info_to_mapping_info = info_to_mapping_info;
+        t->aux_cvn_np_first_port_on_np = first_port_on_np;
+        t->aux_cvn_faceplate_to_mapping_info = faceplate_to_mapping_info;
+        t->aux_np_port_to_mapping_info = np_port_to_mapping_info;
+        t->aux_cvn_np_front_port_to_ifsubinst = front_port_to_ifsubinst;
+    }
+
     // Points the current-record pointers at the family's tables, fills the
     // version and subslot records, then the operation table.
-    static void init(cvn_np_api *table, void (*fill)(cvn_np_api *))
+    static void init(cvn_np_api *table)
     {
         *F.card_np_info = F.np_info_table;
         *F.card_info_types = F.info_types_table;
@@ -846,219 +975,5 @@ template <const family &F> struct engine {
 };
 
 } // namespace cvn_np::tolvar
-
-// Defines the family functions of tolvar family F (the names that
-// CVN_NP_TOLVAR_FAMILY_FUNCTIONS declares) over engine E, and
-// F_api_fill(table), which writes them, and E's functions for the slots
-// that stay inside the family, into the 46 slots.
-#define CVN_NP_TOLVAR_FAMILY_API(F, E)                                                             \
-    extern "C" {                                                                                   \
-    const card_version *cvn_np_##F##_version_get(void) { return E::version_get(); }                \
-    uint32_t cvn_##F##_max_mtu(void) { return E::max_mtu(); }                                      \
-    uint32_t cvn_np_##F##_how_many(void) { return E::how_many(); }                                 \
-    uint32_t cvn_np_##F##_chip_how_many(void) { return E::chip_how_many(); }                       \
-    const port_info *cvn_np_##F##_port_info_get(void) { return E::port_info_get(); }               \
-    const subslot_info *cvn_np_##F##_subslot_info_get(void) { return E::subslot_info_get(); }      \
-    const port_info *cvn_np_##F##_port_info_subslot(uint16_t subslot)                              \
-    {                                                                                              \
-        return E::port_info_subslot(subslot);                                                      \
-    }                                                                                              \
-    const port_info *cvn_np_##F##_port_info_from_subslot_ifsubinst(uint16_t subslot,               \
-                                                                   uint16_t ifsubinst)             \
-    {                                                                                              \
-        return E::port_info_from_subslot_ifsubinst(subslot, ifsubinst);                            \
-    }                                                                                              \
-    uint32_t cvn_np_##F##_front_port_to_np(uint32_t front)                                         \
-    {                                                                                              \
-        return E::template front_port_field<E::out_np>(front);                                     \
-    }                                                                                              \
-    uint32_t cvn_np_##F##_front_port_to_np_port(uint32_t front)                                    \
-    {                                                                                              \
-        return E::template front_port_field<E::out_np_port>(front);                                \
-    }                                                                                              \
-    uint32_t cvn_np_##F##_front_port_to_port_type(uint32_t front)                                  \
-    {                                                                                              \
-        return E::template front_port_field<E::out_port_type>(front);                              \
-    }                                                                                              \
-    uint32_t cvn_np_##F##_front_port_to_face_plate_port(uint32_t front, uint32_t *fplate_port,     \
-                                                        uint32_t *port_type)                       \
-    {                                                                                              \
-        return E::front_port_to_face_plate_port(front, fplate_port, port_type);                    \
-    }                                                                                              \
-    uint32_t cvn_np_##F##_front_port_mapping_info(uint32_t front, uint32_t *np, uint32_t *np_port, \
-                                                  uint32_t *fplate_port, uint32_t *port_type)      \
-    {                                                                                              \
-        return E::front_port_mapping_info(front, np, np_port, fplate_port, port_type);             \
-    }                                                                                              \
-    uint32_t cvn_np_##F##_info_num_local_ports(uint32_t np_id)                                     \
-    {                                                                                              \
-        return E::info_num_local_ports(np_id);                                                     \
-    }                                                                                              \
-    uint32_t cvn_np_##F##_info_to_front_port(uint32_t np_id, uint32_t np_port, uint32_t *front)    \
-    {                                                                                              \
-        return E::info_to_front_port(np_id, np_port, front);                                       \
-    }                                                                                              \
-    uint32_t cvn_np_##F##_info_to_fplate_porttype(uint32_t np_id, uint32_t np_port,                \
-                                                  uint32_t *fplate_port, uint32_t *port_type)      \
-    {                                                                                              \
-        return E::info_to_fplate_porttype(np_id, np_port, fplate_port, port_type);                 \
-    }                                                                                              \
-    uint32_t cvn_np_##F##_first_front_port_on_np(uint32_t np_id, uint32_t *front)                  \
-    {                                                                                              \
-        return E::first_front_port_on_np(np_id, front);                                            \
-    }                                                                                              \
-    uint32_t cvn_np_##F##_first_fplate_porttype_on_np(uint32_t np_id, uint32_t *port_type,         \
-                                                      uint32_t *fplate_port)                       \
-    {                                                                                              \
-        return E::first_fplate_porttype_on_np(np_id, port_type, fplate_port);                      \
-    }                                                                                              \
-    uint32_t cvn_##F##_faceplate_porttype_to_np(uint32_t port_type, uint32_t fplate_port)          \
-    {                                                                                              \
-        return E::template faceplate_field<E::out_np>(port_type, fplate_port);                     \
-    }                                                                                              \
-    uint32_t cvn_##F##_faceplate_porttype_to_np_port(uint32_t port_type, uint32_t fplate_port)     \
-    {                                                                                              \
-        return E::template faceplate_field<E::out_np_port>(port_type, fplate_port);                \
-    }                                                                                              \
-    uint32_t cvn_##F##_faceplate_porttype_to_phys_port(uint32_t port_type, uint32_t fplate_port)   \
-    {                                                                                              \
-        return E::template faceplate_field<E::out_front>(port_type, fplate_port);                  \
-    }                                                                                              \
-    uint32_t cvn_##F##_faceplate_porttype_mapping_info(uint32_t port_type, uint32_t fplate_port,   \
-                                                       uint32_t *np, uint32_t *np_port,            \
-                                                       uint32_t *front)                            \
-    {                                                                                              \
-        return E::faceplate_porttype_mapping_info(port_type, fplate_port, np, np_port, front);     \
-    }                                                                                              \
-    uint32_t cvn_np_##F##_complex_to_subslot(uint8_t np_complex)                                   \
-    {                                                                                              \
-        return E::complex_to_subslot(np_complex);                                                  \
-    }                                                                                              \
-    uint32_t cvn_np_##F##_complex_to_np(uint8_t np_complex, uint32_t second)                       \
-    {                                                                                              \
-        return E::complex_to_np(np_complex, second);                                               \
-    }                                                                                              \
-    uint32_t cvn_np_##F##_set_if_subsys_type(uint32_t ifsubsys, uint16_t type)                     \
-    {                                                                                              \
-        return cvn_np::common::set_if_subsys_type(ifsubsys, type);                                 \
-    }                                                                                              \
-    uint32_t cvn_np_##F##_to_cpu_port_map(uint16_t np_num)                                         \
-    {                                                                                              \
-        return cvn_np::common::to_cpu_port_map(np_num);                                            \
-    }                                                                                              \
-    uint32_t cvn_np_##F##_lib_set_subslot_phy_port(uint16_t subslot, uint32_t phy_port)            \
-    {                                                                                              \
-        return E::set_subslot_phy_port(subslot, phy_port);                                         \
-    }                                                                                              \
-    uint32_t cvn_np_##F##_lib_set_subslot_ifsubinst_ifsubinst_port(uint16_t subslot,               \
-                                                                   uint32_t ifsubinst,             \
-                                                                   uint32_t ifsubinst_port)        \
-    {                                                                                              \
-        return E::set_subslot_ifsubinst_ifsubinst_port(subslot, ifsubinst, ifsubinst_port);        \
-    }                                                                                              \
-    uint32_t cvn_np_##F##_lib_get_subslot(uint32_t front) { return E::get_subslot(front); }        \
-    uint32_t cvn_np_##F##_lib_get_subslot_port(uint32_t front)                                     \
-    {                                                                                              \
-        return E::get_subslot_port(front);                                                         \
-    }                                                                                              \
-    uint32_t cvn_np_##F##_lib_get_port(uint32_t front) { return E::get_port(front); }              \
-    uint32_t cvn_np_##F##_lib_get_ifsubinst(uint32_t front) { return E::get_ifsubinst(front); }    \
-    uint32_t cvn_np_##F##_lib_get_ifsubinst_port(uint32_t front)                                   \
-    {                                                                                              \
-        return E::get_ifsubinst_port(front);                                                       \
-    }                                                                                              \
-    uint32_t cvn_np_##F##_lib_get_phys_port_tuple45(uint32_t port_type, uint16_t subslot,          \
-                                                    uint16_t ifsubinst, uint16_t ifsubinst_port)   \
-    {                                                                                              \
-        return E::get_phys_port_tuple45(port_type, subslot, ifsubinst, ifsubinst_port);            \
-    }                                                                                              \
-    const port_info *aux_cvn_np_##F##_port_info_get(uint32_t subslot, uint32_t ifsubsys,           \
-                                                    uint32_t ifsub_type)                           \
-    {                                                                                              \
-        return E::port_info_of_type(subslot, ifsubsys, ifsub_type);                                \
-    }                                                                                              \
-    void aux_cvn_np_##F##_front_port_to_mapping_info(uint32_t ifsubsys, uint32_t port,             \
-                                                     uint32_t ifsub_type, uint32_t *np,            \
-                                                     uint32_t *np_port, uint32_t *fplate_port,     \
-                                                     uint32_t *port_type)                          \
-    {                                                                                              \
-        E::front_port_to_mapping_info(ifsubsys, port, ifsub_type, np, np_port, fplate_port,        \
-                                      port_type);                                                  \
-    }                                                                                              \
-    uint32_t aux_cvn_np_##F##_info_num_local_ports(uint32_t subslot, uint32_t np_num,              \
-                                                   uint32_t ifsub_type)                            \
-    {                                                                                              \
-        return E::aux_num_local_ports(subslot, np_num, ifsub_type);                                \
-    }                                                                                              \
-    void aux_cvn_np_##F##_info_to_mapping_info(uint32_t np_num, uint32_t np_port,                  \
-                                               uint32_t ifsub_type, uint32_t *front,               \
-                                               uint32_t *fplate_port, uint32_t *port_type)         \
-    {                                                                                              \
-        E::info_to_mapping_info(np_num, np_port, ifsub_type, front, fplate_port, port_type);       \
-    }                                                                                              \
-    uint32_t aux_cvn_##F##_faceplate_to_mapping_info(uint32_t ifsubsys, uint32_t port,             \
-                                                     uint32_t port_type, uint32_t *np,             \
-                                                     uint32_t *np_port, uint32_t *front)           \
-    {                                                                                              \
-        return E::faceplate_to_mapping_info(ifsubsys, port, port_type, np, np_port, front);        \
-    }                                                                                              \
-    void aux_##F##_np_port_to_mapping_info(const port_mapping_entry *const *entries,               \
-                                           uint32_t np_port, uint32_t count, uint32_t *front,      \
-                                           uint32_t *fplate_port, uint32_t *port_type)             \
-    {                                                                                              \
-        E::np_port_to_mapping_info(entries, np_port, count, front, fplate_port, port_type);        \
-    }                                                                                              \
-    } /* extern "C" */                                                                             \
-    static void F##_api_fill(cvn_np_api *t)                                                        \
-    {                                                                                              \
-        t->cvn_np_version_get = cvn_np_##F##_version_get;                                          \
-        t->cvn_max_mtu = cvn_##F##_max_mtu;                                                        \
-        t->cvn_np_how_many = cvn_np_##F##_how_many;                                                \
-        t->cvn_np_chip_how_many = cvn_np_##F##_chip_how_many;                                      \
-        t->cvn_np_port_info_get = cvn_np_##F##_port_info_get;                                      \
-        t->cvn_np_subslot_info_get = cvn_np_##F##_subslot_info_get;                                \
-        t->cvn_np_port_info_subslot = cvn_np_##F##_port_info_subslot;                              \
-        t->cvn_np_port_info_from_subslot_ifsubinst =                                               \
-            cvn_np_##F##_port_info_from_subslot_ifsubinst;                                         \
-        t->cvn_np_front_port_to_np = cvn_np_##F##_front_port_to_np;                                \
-        t->cvn_np_front_port_to_np_port = cvn_np_##F##_front_port_to_np_port;                      \
-        t->cvn_np_front_port_to_port_type = cvn_np_##F##_front_port_to_port_type;                  \
-        t->cvn_np_front_port_to_face_plate_port = cvn_np_##F##_front_port_to_face_plate_port;      \
-        t->cvn_np_front_port_mapping_info = cvn_np_##F##_front_port_mapping_info;                  \
-        t->cvn_np_info_num_local_ports = cvn_np_##F##_info_num_local_ports;                        \
-        t->cvn_np_info_to_front_port = cvn_np_##F##_info_to_front_port;                            \
-        t->cvn_np_info_to_fplate_porttype = cvn_np_##F##_info_to_fplate_porttype;                  \
-        t->cvn_np_first_front_port_on_np = cvn_np_##F##_first_front_port_on_np;                    \
-        t->cvn_np_first_phys_port_on_np = E::first_phys_port_on_np;                                \
-        t->cvn_np_first_fplate_porttype_on_np = cvn_np_##F##_first_fplate_porttype_on_np;          \
-        t->cvn_faceplate_porttype_to_np = cvn_##F##_faceplate_porttype_to_np;                      \
-        t->cvn_faceplate_porttype_to_np_port = cvn_##F##_faceplate_porttype_to_np_port;            \
-        t->cvn_faceplate_porttype_to_phys_port = cvn_##F##_faceplate_porttype_to_phys_port;        \
-        t->cvn_faceplate_porttype_mapping_info = cvn_##F##_faceplate_porttype_mapping_info;        \
-        t->cvn_np_complex_to_subslot = cvn_np_##F##_complex_to_subslot;                            \
-        t->cvn_np_complex_to_subslot_list = E::complex_to_subslot_list;                            \
-        t->cvn_np_complex_to_np = cvn_np_##F##_complex_to_np;                                      \
-        t->cvn_np_set_if_subsys_type = cvn_np_##F##_set_if_subsys_type;                            \
-        t->cvn_np_subslot_to_np_list = E::subslot_to_np_list;                                      \
-        t->cvn_np_to_cpu_port_map = cvn_np_##F##_to_cpu_port_map;                                  \
-        t->cvn_np_lib_set_subslot_phy_port = cvn_np_##F##_lib_set_subslot_phy_port;                \
-        t->cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port =                                       \
-            cvn_np_##F##_lib_set_subslot_ifsubinst_ifsubinst_port;                                 \
-        t->cvn_np_lib_get_subslot = cvn_np_##F##_lib_get_subslot;                                  \
-        t->cvn_np_lib_get_subslot_port = cvn_np_##F##_lib_get_subslot_port;                        \
-        t->cvn_np_lib_get_port = cvn_np_##F##_lib_get_port;                                        \
-        t->cvn_np_lib_get_ifsubinst = cvn_np_##F##_lib_get_ifsubinst;                              \
-        t->cvn_np_lib_get_ifsubinst_port = cvn_np_##F##_lib_get_ifsubinst_port;                    \
-        t->cvn_np_lib_get_phys_port_tuple45 = cvn_np_##F##_lib_get_phys_port_tuple45;              \
-        t->aux_cvn_np_front_port_to_ifsubsys = E::front_port_to_ifsubsys;                          \
-        t->aux_cvn_np_port_info_get = aux_cvn_np_##F##_port_info_get;                              \
-        t->aux_cvn_np_front_port_to_mapping_info = aux_cvn_np_##F##_front_port_to_mapping_info;    \
-        t->aux_cvn_np_info_num_local_ports = aux_cvn_np_##F##_info_num_local_ports;                \
-        t->aux_cvn_np_info_to_mapping_info = aux_cvn_np_##F##_info_to_mapping_info;                \
-        t->aux_cvn_np_first_port_on_np = E::first_port_on_np;                                      \
-        t->aux_cvn_faceplate_to_mapping_info = aux_cvn_##F##_faceplate_to_mapping_info;            \
-        t->aux_np_port_to_mapping_info = aux_##F##_np_port_to_mapping_info;                        \
-        t->aux_cvn_np_front_port_to_ifsubinst = E::front_port_to_ifsubinst;                        \
-    }
 
 #endif // CVN_NP_TOLVAR_ENGINE_H

@@ -11,6 +11,7 @@
 #include <set>
 
 #include "cvn_np_lib.h"
+#include "cvn_np_lib_tables.h"
 #include "cvn_np_map.h"
 
 namespace cvn_np_map {
@@ -71,16 +72,30 @@ bool no_row_in_bay_1(const context &x)
     return ep == CVN_NP_IFSUB_TYPE_TV_16X10GE || ep == CVN_NP_IFSUB_TYPE_TV_20X10GE ||
            ep == CVN_NP_IFSUB_TYPE_TV_20X10GE_B;
 }
-// 1-slice: an NP-local port of the second range (204-213, 117, 99-100,
-// 128-149) is looked for in bay 0 when bay 0 holds a split or 20-port EP,
-// else in bay 1; the first range always in bay 0.
+// 1-slice: the second range, from the first to the last NP-local port of
+// the bay-0 instance rows' second halves and of bay 1's 20-port EP without
+// port type, as the library's tables give them.
+bool in_second_range(uint32_t p)
+{
+    const auto in = [p](const cvn_np_ep_data &row, uint32_t from) {
+        return p >= row.entries[from]->np_port && p <= row.entries[row.num_ports - 1]->np_port;
+    };
+    for (const cvn_np_ep_data &row : cvn_np_lib_tv_1slice_bay0_ep_info_types)
+        if (row.ep_type >= CVN_NP_IFSUB_TYPE_100GE && row.ep_type <= CVN_NP_IFSUB_TYPE_40GE_ALT &&
+            in(row, row.num_ports / 2))
+            return true;
+    for (const cvn_np_ep_data &row : cvn_np_lib_tv_1slice_bay1_ep_info_types)
+        if (row.ep_type == CVN_NP_IFSUB_TYPE_TV_20X_NONE && in(row, 0))
+            return true;
+    return false;
+}
+// A port of the second range is looked for in bay 0 when bay 0 holds a
+// split or 20-port EP, else in bay 1; one of the first always in bay 0.
 bool looked_for_in_other_bay(const card &c, const port_row *r)
 {
     if (r == nullptr)
         return false;
-    const uint32_t p = r->np_port;
-    const bool second =
-        (p >= 204 && p <= 213) || p == 117 || p == 99 || p == 100 || (p >= 128 && p <= 149);
+    const bool second = in_second_range(r->np_port);
     const uint32_t bay0 = c.plugged(0, k_any);
     const bool bay0_keeps =
         bay0 == CVN_NP_IFSUB_TYPE_TV_SPLIT || bay0 == CVN_NP_IFSUB_TYPE_TV_SPLIT_B ||
