@@ -16,24 +16,8 @@ namespace {
 
 constexpr uint32_t k_spare = 1;
 
-// Bay 0's EPs: (count, first front port, first NP port, NP-port step).
-constexpr tv::ep_wiring k_b0_2x10g = {CVN_NP_PORT_TYPE_10GE, 2, {2, 0, 192, 2}, {}};
-constexpr tv::ep_wiring k_b0_4x10g = {CVN_NP_PORT_TYPE_10GE, 4, {4, 0, 192, 2}, {}};
-constexpr tv::ep_wiring k_b0_8x10g = {CVN_NP_PORT_TYPE_10GE, 8, {8, 0, 192, 1}, {}};
-constexpr tv::ep_wiring k_b0_2x40g = {CVN_NP_PORT_TYPE_40GE, 2, {2, 0, 96, 1}, {}};
-constexpr tv::ep_wiring k_b0_1x40g = {CVN_NP_PORT_TYPE_40GE, 1, {1, 0, 96, 1}, {}};
-constexpr tv::ep_wiring k_b0_20x_none = {
-    CVN_NP_PORT_TYPE_NONE, 20, {10, 0, 16, 1}, {10, 10, 28, 1}};
-constexpr tv::ep_wiring k_b0_16x10g = {CVN_NP_PORT_TYPE_10GE, 16, {8, 0, 192, 1}, {8, 8, 204, 1}};
-constexpr tv::ep_wiring k_b0_20x10g = {
-    CVN_NP_PORT_TYPE_10GE, 20, {10, 0, 192, 1}, {10, 10, 204, 1}};
-constexpr tv::ep_wiring k_b0_100g_pair = {
-    CVN_NP_PORT_TYPE_100GE, 2, {1, 0, 116, 1}, {1, 16, 117, 1}};
-constexpr tv::ep_wiring k_b0_10g_pair = {
-    CVN_NP_PORT_TYPE_10GE, 10, {10, 0, 192, 1}, {10, 16, 204, 1}};
-constexpr tv::ep_wiring k_b0_40g_pair = {CVN_NP_PORT_TYPE_40GE, 2, {2, 0, 96, 1}, {2, 16, 99, 1}};
-
-// Bay 1's EPs use the NP's upper port ranges.
+// Bay 0's EPs are the 2-slice card's; bay 1's use the NP's upper port
+// ranges: (count, first front port, first NP port, NP-port step).
 constexpr tv::ep_wiring k_b1_2x10g = {CVN_NP_PORT_TYPE_10GE, 2, {2, 0, 204, 2}, {}};
 constexpr tv::ep_wiring k_b1_4x10g = {CVN_NP_PORT_TYPE_10GE, 4, {4, 0, 204, 2}, {}};
 constexpr tv::ep_wiring k_b1_8x10g = {CVN_NP_PORT_TYPE_10GE, 8, {8, 0, 204, 1}, {}};
@@ -62,18 +46,18 @@ constexpr np_info np_info_1slice_tv = tv::card_np_info(1, 12);
 
 // (ep_type, spare, np_port_base, np_port_span) over the EP's ports.
 constexpr cvn_np_ep_data cvn_np_lib_tv_1slice_bay0_ep_info_types[12] = {
-    tv::ep_row<k_b0_2x10g>(CVN_NP_IFSUB_TYPE_TV_2X10GE, k_spare, 192, 201),
-    tv::ep_row<k_b0_4x10g>(CVN_NP_IFSUB_TYPE_TV_4X10GE, k_spare, 192, 213),
-    tv::ep_row<k_b0_8x10g>(CVN_NP_IFSUB_TYPE_TV_8X10GE, k_spare, 192, 213),
-    tv::ep_row<k_b0_2x40g>(CVN_NP_IFSUB_TYPE_TV_2X40GE, k_spare, 96, 100),
-    tv::ep_row<k_b0_1x40g>(CVN_NP_IFSUB_TYPE_TV_1X40GE, k_spare, 96, 100),
-    tv::ep_row<k_b0_20x_none>(CVN_NP_IFSUB_TYPE_TV_20X_NONE, k_spare, 192, 213),
-    tv::ep_row<k_b0_16x10g>(CVN_NP_IFSUB_TYPE_TV_16X10GE, k_spare, 192, 213),
-    tv::ep_row<k_b0_20x10g>(CVN_NP_IFSUB_TYPE_TV_20X10GE, k_spare, 192, 201),
-    tv::ep_row<k_b0_20x10g>(CVN_NP_IFSUB_TYPE_TV_20X10GE_B, k_spare, 192, 201),
-    tv::ep_row<k_b0_100g_pair>(CVN_NP_IFSUB_TYPE_100GE, k_spare, 116, 117),
-    tv::ep_row<k_b0_10g_pair>(CVN_NP_IFSUB_TYPE_10GE, k_spare, 192, 213),
-    tv::ep_row<k_b0_40g_pair>(CVN_NP_IFSUB_TYPE_40GE, k_spare, 96, 100),
+    tv::ep_row<tv::k_2x10g>(CVN_NP_IFSUB_TYPE_TV_2X10GE, k_spare, 192, 201),
+    tv::ep_row<tv::k_4x10g>(CVN_NP_IFSUB_TYPE_TV_4X10GE, k_spare, 192, 213),
+    tv::ep_row<tv::k_8x10g>(CVN_NP_IFSUB_TYPE_TV_8X10GE, k_spare, 192, 213),
+    tv::ep_row<tv::k_2x40g>(CVN_NP_IFSUB_TYPE_TV_2X40GE, k_spare, 96, 100),
+    tv::ep_row<tv::k_1x40g>(CVN_NP_IFSUB_TYPE_TV_1X40GE, k_spare, 96, 100),
+    tv::ep_row<tv::k_20x_none>(CVN_NP_IFSUB_TYPE_TV_20X_NONE, k_spare, 192, 213),
+    tv::ep_row<tv::k_16x10g>(CVN_NP_IFSUB_TYPE_TV_16X10GE, k_spare, 192, 213),
+    tv::ep_row<tv::k_20x10g>(CVN_NP_IFSUB_TYPE_TV_20X10GE, k_spare, 192, 201),
+    tv::ep_row<tv::k_20x10g>(CVN_NP_IFSUB_TYPE_TV_20X10GE_B, k_spare, 192, 201),
+    tv::ep_row<tv::k_100g_pair>(CVN_NP_IFSUB_TYPE_100GE, k_spare, 116, 117),
+    tv::ep_row<tv::k_10g_pair>(CVN_NP_IFSUB_TYPE_10GE, k_spare, 192, 213),
+    tv::ep_row<tv::k_40g_pair>(CVN_NP_IFSUB_TYPE_40GE, k_spare, 96, 100),
 };
 
 constexpr cvn_np_ep_data cvn_np_lib_tv_1slice_bay1_ep_info_types[9] = {
@@ -116,33 +100,26 @@ static_assert(tv_1slice_phys_2_fplate_cage_40GE[0x11] == 3 &&
 
 namespace {
 
-constexpr auto k_bay0_rows = tv::rows_by_type(cvn_np_lib_tv_1slice_bay0_ep_info_types);
-constexpr auto k_bay1_rows = tv::rows_by_type(cvn_np_lib_tv_1slice_bay1_ep_info_types);
+constexpr tv::type_index k_bay_rows[] = {tv::rows_by_type(cvn_np_lib_tv_1slice_bay0_ep_info_types),
+                                         tv::rows_by_type(cvn_np_lib_tv_1slice_bay1_ep_info_types)};
 
 // The row of a type in the bay's own table; none for another subslot.
 const cvn_np_ep_data *bay_ep_data_find(uint32_t subslot, uint32_t type)
 {
-    switch (subslot & 0xFFFF) {
-    case 0:
-        return tv::row_for(k_bay0_rows, type);
-    case 1:
-        return tv::row_for(k_bay1_rows, type);
-    default:
-        return nullptr;
-    }
+    const uint32_t bay = subslot & 0xFFFF;
+    return bay < std::size(k_bay_rows) ? tv::row_for(k_bay_rows[bay], type) : nullptr;
 }
 
 // The half of the NP's ports an NP-local port is in: 0 for bay 0's first
 // instance and its 20-port EP without port type, 1 for bay 0's second
 // instance and bay 1's 20-port EP without port type; -1 for neither.
-constexpr int half_of_np_port(uint32_t np_port)
-{
-    if (tv::in_np_ports(*k_bay0_rows[tv::type_key(CVN_NP_IFSUB_TYPE_TV_20X_NONE)], np_port))
+constexpr tv::np_port_table half_of_np_port = tv::tabulate([](uint32_t np_port) {
+    if (tv::in_np_ports(*tv::row_for(k_bay_rows[0], CVN_NP_IFSUB_TYPE_TV_20X_NONE), np_port))
         return 0;
-    if (tv::in_np_ports(*k_bay1_rows[tv::type_key(CVN_NP_IFSUB_TYPE_TV_20X_NONE)], np_port))
+    if (tv::in_np_ports(*tv::row_for(k_bay_rows[1], CVN_NP_IFSUB_TYPE_TV_20X_NONE), np_port))
         return 1;
     return tv::instance_of_np_port(cvn_np_lib_tv_1slice_bay0_ep_info_types, np_port);
-}
+});
 static_assert(half_of_np_port(37) == 0 && half_of_np_port(128) == 1 && half_of_np_port(213) == 1 &&
               half_of_np_port(202) < 0);
 

@@ -11,21 +11,6 @@ namespace tv = cvn_np::tolvar;
 namespace {
 
 constexpr uint32_t k_spare = 2;
-
-// The EPs' ports: (count, first front port, first NP port, NP-port step).
-constexpr tv::ep_wiring k_2x10g = {CVN_NP_PORT_TYPE_10GE, 2, {2, 0, 192, 2}, {}};
-constexpr tv::ep_wiring k_4x10g = {CVN_NP_PORT_TYPE_10GE, 4, {4, 0, 192, 2}, {}};
-constexpr tv::ep_wiring k_8x10g = {CVN_NP_PORT_TYPE_10GE, 8, {8, 0, 192, 1}, {}};
-constexpr tv::ep_wiring k_16x10g = {CVN_NP_PORT_TYPE_10GE, 16, {8, 0, 192, 1}, {8, 8, 204, 1}};
-constexpr tv::ep_wiring k_20x10g = {CVN_NP_PORT_TYPE_10GE, 20, {10, 0, 192, 1}, {10, 10, 204, 1}};
-constexpr tv::ep_wiring k_2x40g = {CVN_NP_PORT_TYPE_40GE, 2, {2, 0, 96, 1}, {}};
-constexpr tv::ep_wiring k_1x40g = {CVN_NP_PORT_TYPE_40GE, 1, {1, 0, 96, 1}, {}};
-constexpr tv::ep_wiring k_20x_none = {CVN_NP_PORT_TYPE_NONE, 20, {10, 0, 16, 1}, {10, 10, 28, 1}};
-// Split instances: instance 0's ports, then instance 1's from local port 16.
-constexpr tv::ep_wiring k_100g_pair = {CVN_NP_PORT_TYPE_100GE, 2, {1, 0, 116, 1}, {1, 16, 117, 1}};
-constexpr tv::ep_wiring k_10g_pair = {CVN_NP_PORT_TYPE_10GE, 10, {10, 0, 192, 1}, {10, 16, 204, 1}};
-constexpr tv::ep_wiring k_40g_pair = {CVN_NP_PORT_TYPE_40GE, 2, {2, 0, 96, 1}, {2, 16, 99, 1}};
-
 } // namespace
 
 extern "C" {
@@ -34,19 +19,19 @@ constexpr np_info np_info_2slice_tolvar = tv::card_np_info(2, 13);
 
 // (ep_type, spare, np_port_base, np_port_span) over the EP's ports.
 constexpr cvn_np_ep_data cvn_np_lib_2slice_tv_info_types[13] = {
-    tv::ep_row<k_2x10g>(CVN_NP_IFSUB_TYPE_TV_2X10GE, k_spare, 192, 201),
-    tv::ep_row<k_4x10g>(CVN_NP_IFSUB_TYPE_TV_4X10GE, k_spare, 192, 201),
-    tv::ep_row<k_8x10g>(CVN_NP_IFSUB_TYPE_TV_8X10GE, k_spare, 192, 201),
-    tv::ep_row<k_16x10g>(CVN_NP_IFSUB_TYPE_TV_16X10GE, k_spare, 192, 201),
-    tv::ep_row<k_20x10g>(CVN_NP_IFSUB_TYPE_TV_20X10GE, k_spare, 192, 201),
-    tv::ep_row<k_20x10g>(CVN_NP_IFSUB_TYPE_TV_20X10GE_B, k_spare, 192, 201),
-    tv::ep_row<k_2x40g>(CVN_NP_IFSUB_TYPE_TV_2X40GE, k_spare, 96, 97),
-    tv::ep_row<k_1x40g>(CVN_NP_IFSUB_TYPE_TV_1X40GE, k_spare, 96, 97),
-    tv::ep_row<k_20x_none>(CVN_NP_IFSUB_TYPE_TV_20X_NONE, k_spare, 192, 201),
-    tv::ep_row<k_100g_pair>(CVN_NP_IFSUB_TYPE_100GE, k_spare, 116, 2),
-    tv::ep_row<k_10g_pair>(CVN_NP_IFSUB_TYPE_10GE, k_spare, 192, 20),
-    tv::ep_row<k_40g_pair>(CVN_NP_IFSUB_TYPE_40GE, k_spare, 96, 4),
-    tv::ep_row<k_40g_pair>(CVN_NP_IFSUB_TYPE_40GE_ALT, k_spare, 96, 4),
+    tv::ep_row<tv::k_2x10g>(CVN_NP_IFSUB_TYPE_TV_2X10GE, k_spare, 192, 201),
+    tv::ep_row<tv::k_4x10g>(CVN_NP_IFSUB_TYPE_TV_4X10GE, k_spare, 192, 201),
+    tv::ep_row<tv::k_8x10g>(CVN_NP_IFSUB_TYPE_TV_8X10GE, k_spare, 192, 201),
+    tv::ep_row<tv::k_16x10g>(CVN_NP_IFSUB_TYPE_TV_16X10GE, k_spare, 192, 201),
+    tv::ep_row<tv::k_20x10g>(CVN_NP_IFSUB_TYPE_TV_20X10GE, k_spare, 192, 201),
+    tv::ep_row<tv::k_20x10g>(CVN_NP_IFSUB_TYPE_TV_20X10GE_B, k_spare, 192, 201),
+    tv::ep_row<tv::k_2x40g>(CVN_NP_IFSUB_TYPE_TV_2X40GE, k_spare, 96, 97),
+    tv::ep_row<tv::k_1x40g>(CVN_NP_IFSUB_TYPE_TV_1X40GE, k_spare, 96, 97),
+    tv::ep_row<tv::k_20x_none>(CVN_NP_IFSUB_TYPE_TV_20X_NONE, k_spare, 192, 201),
+    tv::ep_row<tv::k_100g_pair>(CVN_NP_IFSUB_TYPE_100GE, k_spare, 116, 2),
+    tv::ep_row<tv::k_10g_pair>(CVN_NP_IFSUB_TYPE_10GE, k_spare, 192, 20),
+    tv::ep_row<tv::k_40g_pair>(CVN_NP_IFSUB_TYPE_40GE, k_spare, 96, 4),
+    tv::ep_row<tv::k_40g_pair>(CVN_NP_IFSUB_TYPE_40GE_ALT, k_spare, 96, 4),
 };
 
 constexpr port_info tolvar_dummy_port_info[1] = {{0, CVN_NP_PORT_TYPE_END}};
@@ -86,10 +71,9 @@ const cvn_np_ep_data *tolvar_ep_data_find(uint32_t, uint32_t type)
 }
 
 // The instance of a split subslot by the instance rows' NP-local ports.
-constexpr int instance_of_np_port(uint32_t np_port)
-{
+constexpr tv::np_port_table instance_of_np_port = tv::tabulate([](uint32_t np_port) {
     return tv::instance_of_np_port(cvn_np_lib_2slice_tv_info_types, np_port);
-}
+});
 static_assert(instance_of_np_port(201) == 0 && instance_of_np_port(202) < 0 &&
               instance_of_np_port(204) == 1 && instance_of_np_port(100) == 1);
 

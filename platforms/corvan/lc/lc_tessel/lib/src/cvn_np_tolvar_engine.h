@@ -191,6 +191,26 @@ inline constexpr auto ep_entry_pointers = pointers_of<w>(std::make_index_sequenc
 template <const ep_wiring &w> inline constexpr port_info ep_port_list[2] = {
     {w.list_count, w.port_type}, {0, CVN_NP_PORT_TYPE_END}};
 
+// The EPs' ports on the NP's lower port ranges (the 2-slice card's
+// subslots, the 1-slice card's bay 0): (count, first front port, first NP
+// port, NP-port step).
+inline constexpr ep_wiring k_2x10g = {CVN_NP_PORT_TYPE_10GE, 2, {2, 0, 192, 2}, {}};
+inline constexpr ep_wiring k_4x10g = {CVN_NP_PORT_TYPE_10GE, 4, {4, 0, 192, 2}, {}};
+inline constexpr ep_wiring k_8x10g = {CVN_NP_PORT_TYPE_10GE, 8, {8, 0, 192, 1}, {}};
+inline constexpr ep_wiring k_16x10g = {CVN_NP_PORT_TYPE_10GE, 16, {8, 0, 192, 1}, {8, 8, 204, 1}};
+inline constexpr ep_wiring k_20x10g = {
+    CVN_NP_PORT_TYPE_10GE, 20, {10, 0, 192, 1}, {10, 10, 204, 1}};
+inline constexpr ep_wiring k_2x40g = {CVN_NP_PORT_TYPE_40GE, 2, {2, 0, 96, 1}, {}};
+inline constexpr ep_wiring k_1x40g = {CVN_NP_PORT_TYPE_40GE, 1, {1, 0, 96, 1}, {}};
+inline constexpr ep_wiring k_20x_none = {
+    CVN_NP_PORT_TYPE_NONE, 20, {10, 0, 16, 1}, {10, 10, 28, 1}};
+// Split instances: instance 0's ports, then instance 1's from local port 16.
+inline constexpr ep_wiring k_100g_pair = {
+    CVN_NP_PORT_TYPE_100GE, 2, {1, 0, 116, 1}, {1, 16, 117, 1}};
+inline constexpr ep_wiring k_10g_pair = {
+    CVN_NP_PORT_TYPE_10GE, 10, {10, 0, 192, 1}, {10, 16, 204, 1}};
+inline constexpr ep_wiring k_40g_pair = {CVN_NP_PORT_TYPE_40GE, 2, {2, 0, 96, 1}, {2, 16, 99, 1}};
+
 // The row of `ep_type` over the EP `w`; rows built on the same wiring share
 // its entries and its list.
 template <const ep_wiring &w> constexpr cvn_np_ep_data
@@ -236,6 +256,23 @@ constexpr int instance_of_np_port(const cvn_np_ep_data (&rows)[n], uint32_t np_p
     return -1;
 }
 
+// A rule over the NP-local ports made a table at compile time; a port past
+// the table (and past every entry's) answers -1.
+struct np_port_table {
+    std::array<int8_t, 256> of{};
+    constexpr int operator()(uint32_t np_port) const
+    {
+        return np_port < of.size() ? of[np_port] : -1;
+    }
+};
+template <class Rule> constexpr np_port_table tabulate(Rule rule)
+{
+    np_port_table t;
+    for (uint32_t p = 0; p < t.of.size(); ++p)
+        t.of[p] = static_cast<int8_t>(rule(p));
+    return t;
+}
+
 // A type's place in an index of rows: the EP types, then the instance
 // types; k_type_keys for a type without a row anywhere.
 inline constexpr uint32_t k_type_keys =
@@ -248,21 +285,21 @@ constexpr uint32_t type_key(uint32_t type)
         return type - CVN_NP_IFSUB_TYPE_100GE + k_type_keys - 4;
     return k_type_keys;
 }
-// The first row of each type in `rows`, by type_key (the last place NULL).
-template <std::size_t n> constexpr std::array<const cvn_np_ep_data *, k_type_keys + 1>
-rows_by_type(const cvn_np_ep_data (&rows)[n])
+// The first row of each type in a table, by type_key.
+using type_index = std::array<const cvn_np_ep_data *, k_type_keys>;
+template <std::size_t n> constexpr type_index rows_by_type(const cvn_np_ep_data (&rows)[n])
 {
-    std::array<const cvn_np_ep_data *, k_type_keys + 1> index{};
+    type_index index{};
     for (std::size_t i = n; i-- > 0;)
-        index[type_key(rows[i].ep_type)] = &rows[i];
-    index[k_type_keys] = nullptr;
+        if (type_key(rows[i].ep_type) < k_type_keys)
+            index[type_key(rows[i].ep_type)] = &rows[i];
     return index;
 }
 // The first row of `type` in the index, or NULL.
-inline const cvn_np_ep_data *
-row_for(const std::array<const cvn_np_ep_data *, k_type_keys + 1> &index, uint32_t type)
+constexpr const cvn_np_ep_data *row_for(const type_index &index, uint32_t type)
 {
-    return index[type_key(type)];
+    const uint32_t key = type_key(type);
+    return key < k_type_keys ? index[key] : nullptr;
 }
 
 // Entry `k` of a row, or NULL where the row has no such entry.
@@ -336,14 +373,16 @@ struct family {
 template <const family &F> struct engine {
     enum output : uint8_t { out_np, out_np_port, out_fplate, out_port_type, out_front };
 
-    // An inner step through slot `slot`: the family's own operation `own`
-    // while the selected operation table holds it, else the public `pub`.
-    template <auto slot, auto own, auto pub, class... A> static auto step(A... a)
+    // An inner step through slot `slot`: the family's own operation while
+    // the selected operation table still holds it, else the public `pub`.
+    template <auto slot, class Pub, class... A> static auto step(Pub pub, A... a)
     {
+        constexpr auto own = own_ops().*slot;
         if (initialized != 0 && card_np_api != nullptr && card_np_api->*slot == own)
             return own(a...);
         return pub(a...);
     }
+    static uint32_t nps() { return step<&cvn_np_api::cvn_np_how_many>(cvn_np_how_many); }
 
     static const np_info &info() { return **F.card_np_info; }
     static void require(bool ok, const check &c) { cvn_np::require(ok, F.path, c); }
@@ -351,6 +390,8 @@ template <const family &F> struct engine {
     // The subslot NP n serves where each subslot has its own NPs.
     static uint32_t subslot_of_np(uint32_t np_id)
     {
+        if (info().num_complex == info().num_subslot)
+            return np_id;
         const uint32_t nps_per_subslot = info().num_complex / info().num_subslot;
         return nps_per_subslot == 0 ? 0 : np_id / nps_per_subslot;
     }
@@ -396,8 +437,8 @@ template <const family &F> struct engine {
         for (uint32_t s = 0; s < info().num_subslot; ++s) {
             const query_answer a = query_instance(s, 0);
             if (a.type != CVN_NP_IFSUB_TYPE_NONE)
-                return step<&cvn_np_api::aux_cvn_np_port_info_get, port_info_of_type,
-                            aux_cvn_np_port_info_get>(a.subslot, a.ifsubsys, a.type);
+                return step<&cvn_np_api::aux_cvn_np_port_info_get>(aux_cvn_np_port_info_get,
+                                                                   a.subslot, a.ifsubsys, a.type);
         }
         return F.dummy_port_info;
     }
@@ -408,8 +449,8 @@ template <const family &F> struct engine {
         const query_answer a = query_instance(subslot, 0);
         if (a.type == CVN_NP_IFSUB_TYPE_NONE)
             return F.dummy_port_info;
-        return step<&cvn_np_api::aux_cvn_np_port_info_get, port_info_of_type,
-                    aux_cvn_np_port_info_get>(subslot, 0, a.type);
+        return step<&cvn_np_api::aux_cvn_np_port_info_get>(aux_cvn_np_port_info_get, subslot, 0,
+                                                           a.type);
     }
 
     static const port_info *port_info_from_subslot_ifsubinst(uint16_t subslot, uint16_t ifsubinst)
@@ -418,8 +459,8 @@ template <const family &F> struct engine {
         const platform_answer a = ask(subslot, ifsubinst);
         if (a.type == CVN_NP_IFSUB_TYPE_NONE)
             return F.dummy_port_info;
-        return step<&cvn_np_api::aux_cvn_np_port_info_get, port_info_of_type,
-                    aux_cvn_np_port_info_get>(subslot, ifsubinst, a.type);
+        return step<&cvn_np_api::aux_cvn_np_port_info_get>(aux_cvn_np_port_info_get, subslot,
+                                                           ifsubinst, a.type);
     }
 
     // ---- slots 8-12: front port to NP ----
@@ -432,10 +473,9 @@ template <const family &F> struct engine {
         if (a.type == CVN_NP_IFSUB_TYPE_NONE)
             return CVN_NP_ERR_INVALID;
         uint32_t value = 0;
-        step<&cvn_np_api::aux_cvn_np_front_port_to_mapping_info, front_port_to_mapping_info,
-             aux_cvn_np_front_port_to_mapping_info>(
-            a.ifsubsys, front, a.type, field == out_np ? &value : nullptr,
-            field == out_np_port ? &value : nullptr, nullptr,
+        step<&cvn_np_api::aux_cvn_np_front_port_to_mapping_info>(
+            aux_cvn_np_front_port_to_mapping_info, a.ifsubsys, front, a.type,
+            field == out_np ? &value : nullptr, field == out_np_port ? &value : nullptr, nullptr,
             field == out_port_type ? &value : nullptr);
         return value;
     }
@@ -448,9 +488,9 @@ template <const family &F> struct engine {
             return a.status;
         if (a.type == CVN_NP_IFSUB_TYPE_NONE)
             return CVN_NP_ERR_INVALID;
-        step<&cvn_np_api::aux_cvn_np_front_port_to_mapping_info, front_port_to_mapping_info,
-             aux_cvn_np_front_port_to_mapping_info>(a.ifsubsys, front, a.type, np, np_port,
-                                                    fplate_port, port_type);
+        step<&cvn_np_api::aux_cvn_np_front_port_to_mapping_info>(
+            aux_cvn_np_front_port_to_mapping_info, a.ifsubsys, front, a.type, np, np_port,
+            fplate_port, port_type);
         return 0;
     }
 
@@ -482,16 +522,15 @@ template <const family &F> struct engine {
         for (uint32_t i = 0; i < instances; ++i) {
             const query_answer q = query_instance(subslot, i);
             if (q.type != CVN_NP_IFSUB_TYPE_NONE)
-                sum += step<&cvn_np_api::aux_cvn_np_info_num_local_ports, aux_num_local_ports,
-                            aux_cvn_np_info_num_local_ports>(subslot, np_id, q.type);
+                sum += step<&cvn_np_api::aux_cvn_np_info_num_local_ports>(
+                    aux_cvn_np_info_num_local_ports, subslot, np_id, q.type);
         }
         return sum;
     }
 
     static uint32_t info_num_local_ports(uint32_t np_id)
     {
-        require(np_id < step<&cvn_np_api::cvn_np_how_many, how_many, cvn_np_how_many>(),
-                F.text.np_id);
+        require(np_id < nps(), F.text.np_id);
         const bays b = bays_of_np(np_id);
         uint32_t sum = 0;
         for (uint32_t s = b.first; s <= b.last; ++s)
@@ -504,15 +543,15 @@ template <const family &F> struct engine {
     static uint32_t np_port_to_front(uint32_t np_id, uint32_t np_port, uint32_t *front,
                                      uint32_t *port_type)
     {
-        if (np_id >= step<&cvn_np_api::cvn_np_how_many, how_many, cvn_np_how_many>())
+        if (np_id >= nps())
             return CVN_NP_ERR_INVALID;
         const np_port_place p = F.place_np_port(np_id, np_port);
         if (p.status != 0)
             return p.status;
         if (p.type == CVN_NP_IFSUB_TYPE_NONE)
             return 0;
-        step<&cvn_np_api::aux_cvn_np_info_to_mapping_info, info_to_mapping_info,
-             aux_cvn_np_info_to_mapping_info>(np_id, np_port, p.type, front, nullptr, port_type);
+        step<&cvn_np_api::aux_cvn_np_info_to_mapping_info>(
+            aux_cvn_np_info_to_mapping_info, np_id, np_port, p.type, front, nullptr, port_type);
         return 0;
     }
     static uint32_t info_to_front_port(uint32_t np_id, uint32_t np_port, uint32_t *front)
@@ -537,9 +576,9 @@ template <const family &F> struct engine {
         for (uint32_t s = b.first;; ++s) {
             const query_answer a = query_instance(s, 0);
             if (a.status == 0 && a.type != CVN_NP_IFSUB_TYPE_NONE)
-                return step<&cvn_np_api::aux_cvn_np_first_port_on_np, first_port_on_np,
-                            aux_cvn_np_first_port_on_np>(s, a.ifsubsys, a.type, front, fplate_port,
-                                                         port_type);
+                return step<&cvn_np_api::aux_cvn_np_first_port_on_np>(aux_cvn_np_first_port_on_np,
+                                                                      s, a.ifsubsys, a.type, front,
+                                                                      fplate_port, port_type);
             if (s >= b.last) {
                 if (a.status == 0)
                     return CVN_NP_ERR_INVALID;
@@ -551,8 +590,7 @@ template <const family &F> struct engine {
     static uint32_t first_front_port_on_np(uint32_t np_id, uint32_t *phys_front_port)
     {
         require(phys_front_port != nullptr, F.text.front_needed);
-        require(np_id < step<&cvn_np_api::cvn_np_how_many, how_many, cvn_np_how_many>(),
-                F.text.np_id);
+        require(np_id < nps(), F.text.np_id);
         return first_port_of_np(np_id, phys_front_port, nullptr, nullptr,
                                 F.first_front_port_hides_query_status);
     }
@@ -568,9 +606,9 @@ template <const family &F> struct engine {
         const query_answer a = query_instance(subslot, 0);
         if (a.status != 0 || a.type == CVN_NP_IFSUB_TYPE_NONE)
             return CVN_NP_ERR_INVALID;
-        return step<&cvn_np_api::aux_cvn_np_first_port_on_np, first_port_on_np,
-                    aux_cvn_np_first_port_on_np>(subslot, a.ifsubsys, a.type, phys_front_port,
-                                                 nullptr, nullptr);
+        return step<&cvn_np_api::aux_cvn_np_first_port_on_np>(aux_cvn_np_first_port_on_np, subslot,
+                                                              a.ifsubsys, a.type, phys_front_port,
+                                                              nullptr, nullptr);
     }
 
     static uint32_t first_fplate_porttype_on_np(uint32_t np_id, uint32_t *port_type,
@@ -578,8 +616,7 @@ template <const family &F> struct engine {
     {
         require(port_type != nullptr, F.text.port_type_needed);
         require(fplate_port != nullptr, F.text.fplate_needed);
-        require(np_id < step<&cvn_np_api::cvn_np_how_many, how_many, cvn_np_how_many>(),
-                F.text.np_id);
+        require(np_id < nps(), F.text.np_id);
         return first_port_of_np(np_id, nullptr, fplate_port, port_type, false);
     }
 
@@ -588,12 +625,11 @@ template <const family &F> struct engine {
     template <output field> static uint32_t faceplate_field(uint32_t port_type, uint32_t fplate)
     {
         uint32_t value = 0;
-        const uint32_t status = step<&cvn_np_api::aux_cvn_faceplate_to_mapping_info,
-                                     faceplate_to_mapping_info, aux_cvn_faceplate_to_mapping_info>(
-            step<&cvn_np_api::cvn_np_lib_get_ifsubinst, get_ifsubinst, cvn_np_lib_get_ifsubinst>(
-                fplate),
-            fplate, port_type, field == out_np ? &value : nullptr,
-            field == out_np_port ? &value : nullptr, field == out_front ? &value : nullptr);
+        const uint32_t status = step<&cvn_np_api::aux_cvn_faceplate_to_mapping_info>(
+            aux_cvn_faceplate_to_mapping_info,
+            step<&cvn_np_api::cvn_np_lib_get_ifsubinst>(cvn_np_lib_get_ifsubinst, fplate), fplate,
+            port_type, field == out_np ? &value : nullptr, field == out_np_port ? &value : nullptr,
+            field == out_front ? &value : nullptr);
         return status != 0 ? status : value;
     }
 
@@ -601,11 +637,10 @@ template <const family &F> struct engine {
                                                     uint32_t *np, uint32_t *np_port,
                                                     uint32_t *front)
     {
-        step<&cvn_np_api::aux_cvn_faceplate_to_mapping_info, faceplate_to_mapping_info,
-             aux_cvn_faceplate_to_mapping_info>(
-            step<&cvn_np_api::cvn_np_lib_get_ifsubinst, get_ifsubinst, cvn_np_lib_get_ifsubinst>(
-                fplate),
-            fplate, port_type, np, np_port, front);
+        step<&cvn_np_api::aux_cvn_faceplate_to_mapping_info>(
+            aux_cvn_faceplate_to_mapping_info,
+            step<&cvn_np_api::cvn_np_lib_get_ifsubinst>(cvn_np_lib_get_ifsubinst, fplate), fplate,
+            port_type, np, np_port, front);
         return 0;
     }
 
@@ -613,8 +648,7 @@ template <const family &F> struct engine {
 
     static uint32_t complex_to_subslot(uint8_t np_complex)
     {
-        require(np_complex < step<&cvn_np_api::cvn_np_how_many, how_many, cvn_np_how_many>(),
-                F.text.np_complex);
+        require(np_complex < nps(), F.text.np_complex);
         return (np_complex / (*F.card_info_types)->np_per_subslot) & 0xFF;
     }
 
@@ -623,8 +657,7 @@ template <const family &F> struct engine {
     static uint32_t complex_to_subslot_list(uint8_t np_complex, uint32_t *count,
                                             uint32_t *first_subslot)
     {
-        require(np_complex < step<&cvn_np_api::cvn_np_how_many, how_many, cvn_np_how_many>(),
-                F.text.np_complex);
+        require(np_complex < nps(), F.text.np_complex);
         if (count == nullptr)
             return 0;
         const bays b = bays_of_np(np_complex);
@@ -637,8 +670,7 @@ template <const family &F> struct engine {
 
     static uint32_t complex_to_np(uint8_t np_complex, uint32_t second)
     {
-        require(np_complex < step<&cvn_np_api::cvn_np_how_many, how_many, cvn_np_how_many>(),
-                F.text.np_complex);
+        require(np_complex < nps(), F.text.np_complex);
         const uint32_t per_complex = info().np_per_complex;
         const uint32_t first = np_complex * per_complex;
         return per_complex != 1 && second != 0 ? first + 1 : first;
@@ -735,14 +767,15 @@ template <const family &F> struct engine {
     }
 
     // The type's row's list (NULL where the subslot's table has no row);
-    // the empty list for a type without ports of its own.
+    // the empty list for a type without ports of its own (no table has a
+    // row for such a type).
     static const port_info *port_info_of_type(uint32_t subslot_num, uint32_t, uint32_t type)
     {
         require(subslot_num < info().num_subslot, F.text.subslot_num);
-        if (!maps_front_ports_of(type))
-            return F.dummy_port_info;
         const cvn_np_ep_data *row = F.row_of(subslot_num, type);
-        return row != nullptr ? row->port_info_list : nullptr;
+        if (row != nullptr)
+            return row->port_info_list;
+        return maps_front_ports_of(type) ? nullptr : F.dummy_port_info;
     }
 
     // The entry a front or faceplate port names in `row`: plain EPs by the
@@ -752,17 +785,13 @@ template <const family &F> struct engine {
                                                    uint32_t port, bool faceplate)
     {
         if (is_plain(type))
-            return entry_at(
-                row, step<&cvn_np_api::cvn_np_lib_get_port, get_port, cvn_np_lib_get_port>(port));
+            return entry_at(row, step<&cvn_np_api::cvn_np_lib_get_port>(cvn_np_lib_get_port, port));
         if (type == CVN_NP_IFSUB_TYPE_100GE)
             return entry_at(
-                row, faceplate
-                         ? step<&cvn_np_api::cvn_np_lib_get_ifsubinst, get_ifsubinst,
-                                cvn_np_lib_get_ifsubinst>(port)
-                         : (step<&cvn_np_api::cvn_np_lib_get_port, get_port, cvn_np_lib_get_port>(
-                                port) >>
-                            4) &
-                               3);
+                row,
+                faceplate
+                    ? step<&cvn_np_api::cvn_np_lib_get_ifsubinst>(cvn_np_lib_get_ifsubinst, port)
+                    : (step<&cvn_np_api::cvn_np_lib_get_port>(cvn_np_lib_get_port, port) >> 4) & 3);
         return entry_at(row, F.instance_entry(port, type, row, faceplate));
     }
 
@@ -772,7 +801,7 @@ template <const family &F> struct engine {
     {
         require(maps_front_ports_of(type), F.text.unknown);
         const uint32_t subslot =
-            step<&cvn_np_api::cvn_np_lib_get_subslot, get_subslot, cvn_np_lib_get_subslot>(front);
+            step<&cvn_np_api::cvn_np_lib_get_subslot>(cvn_np_lib_get_subslot, front);
         require(subslot < CVN_NP_TOTAL_SUBSLOT_TOLVAR, F.text.bay);
         const cvn_np_ep_data *row = F.row_of(subslot, type);
         if (row == nullptr)
@@ -833,9 +862,9 @@ template <const family &F> struct engine {
         const cvn_np_ep_data *row = F.row_of(subslot, type);
         if (row == nullptr)
             return;
-        step<&cvn_np_api::aux_np_port_to_mapping_info, np_port_to_mapping_info,
-             aux_np_port_to_mapping_info>(row->entries, np_port, row->num_ports, front, fplate_port,
-                                          port_type);
+        step<&cvn_np_api::aux_np_port_to_mapping_info>(aux_np_port_to_mapping_info, row->entries,
+                                                       np_port, row->num_ports, front, fplate_port,
+                                                       port_type);
         if (front != nullptr)
             *front = compose(subslot, *front);
         if (fplate_port != nullptr)
@@ -871,7 +900,7 @@ template <const family &F> struct engine {
             return CVN_NP_ERR_INVALID;
         require(is_plain(a.type) || is_per_instance(a.type), F.text.unknown);
         const uint32_t subslot =
-            step<&cvn_np_api::cvn_np_lib_get_subslot, get_subslot, cvn_np_lib_get_subslot>(fplate);
+            step<&cvn_np_api::cvn_np_lib_get_subslot>(cvn_np_lib_get_subslot, fplate);
         require(subslot < CVN_NP_TOTAL_SUBSLOT_TOLVAR, F.text.bay);
         const cvn_np_ep_data *row = F.row_of(subslot, a.type);
         if (row == nullptr)
@@ -895,10 +924,9 @@ template <const family &F> struct engine {
     {
         if (ifsubinst == nullptr)
             return CVN_NP_EINVAL;
-        const platform_answer a = ask(
-            step<&cvn_np_api::cvn_np_lib_get_subslot, get_subslot, cvn_np_lib_get_subslot>(front),
-            step<&cvn_np_api::cvn_np_lib_get_ifsubinst, get_ifsubinst, cvn_np_lib_get_ifsubinst>(
-                front));
+        const platform_answer a =
+            ask(step<&cvn_np_api::cvn_np_lib_get_subslot>(cvn_np_lib_get_subslot, front),
+                step<&cvn_np_api::cvn_np_lib_get_ifsubinst>(cvn_np_lib_get_ifsubinst, front));
         if (a.status != 0)
             return a.status;
         *ifsubinst = is_per_instance(a.type) ? (front & 0x30) >> 4 : front & 0x3F;
@@ -908,7 +936,7 @@ template <const family &F> struct engine {
     // ---- init ----
 
     // The family's operations into the 46 slots.
-    static void fill(cvn_np_api *t)
+    static constexpr void fill(cvn_np_api *t)
     {
         t->cvn_np_version_get = version_get;
         t->cvn_max_mtu = max_mtu;
@@ -956,6 +984,13 @@ template <const family &F> struct engine {
         t->aux_cvn_faceplate_to_mapping_info = faceplate_to_mapping_info;
         t->aux_np_port_to_mapping_info = np_port_to_mapping_info;
         t->aux_cvn_np_front_port_to_ifsubinst = front_port_to_ifsubinst;
+    }
+
+    static constexpr cvn_np_api own_ops()
+    {
+        cvn_np_api t{};
+        fill(&t);
+        return t;
     }
 
     // Points the current-record pointers at the family's tables, fills the
