@@ -540,8 +540,10 @@ template <const family &F> struct engine {
 
     // Slots 14 and 15: the entry of an NP-local port, by the type where the
     // port lives; 0 with nothing written when nothing is installed there.
-    static uint32_t np_port_to_front(uint32_t np_id, uint32_t np_port, uint32_t *front,
-                                     uint32_t *port_type)
+    // The faceplate port is the entry's front port with the subslot bits,
+    // the same value on every tolvar entry.
+    static uint32_t info_to_fplate_porttype(uint32_t np_id, uint32_t np_port, uint32_t *fplate_port,
+                                            uint32_t *port_type)
     {
         if (np_id >= nps())
             return CVN_NP_ERR_INVALID;
@@ -550,20 +552,14 @@ template <const family &F> struct engine {
             return p.status;
         if (p.type == CVN_NP_IFSUB_TYPE_NONE)
             return 0;
-        step<&cvn_np_api::aux_cvn_np_info_to_mapping_info>(
-            aux_cvn_np_info_to_mapping_info, np_id, np_port, p.type, front, nullptr, port_type);
+        step<&cvn_np_api::aux_cvn_np_info_to_mapping_info>(aux_cvn_np_info_to_mapping_info, np_id,
+                                                           np_port, p.type, fplate_port, nullptr,
+                                                           port_type);
         return 0;
     }
     static uint32_t info_to_front_port(uint32_t np_id, uint32_t np_port, uint32_t *front)
     {
-        return np_port_to_front(np_id, np_port, front, nullptr);
-    }
-    // The faceplate port is the entry's front port with the subslot bits,
-    // the same value on every tolvar entry.
-    static uint32_t info_to_fplate_porttype(uint32_t np_id, uint32_t np_port, uint32_t *fplate_port,
-                                            uint32_t *port_type)
-    {
-        return np_port_to_front(np_id, np_port, fplate_port, port_type);
+        return info_to_fplate_porttype(np_id, np_port, front, nullptr);
     }
 
     // Slots 16 and 18: the first entry of the first of the NP's subslots
@@ -796,30 +792,23 @@ template <const family &F> struct engine {
     }
 
     // Slot 39: a lookup failure or a port without an entry writes nothing.
-    static uint32_t map_front_port(uint32_t front, uint32_t type, uint32_t *np, uint32_t *np_port,
-                                   uint32_t *fplate_port, uint32_t *port_type)
+    static void front_port_to_mapping_info(uint32_t, uint32_t front, uint32_t type, uint32_t *np,
+                                           uint32_t *np_port, uint32_t *fplate_port,
+                                           uint32_t *port_type)
     {
         require(maps_front_ports_of(type), F.text.unknown);
         const uint32_t subslot =
             step<&cvn_np_api::cvn_np_lib_get_subslot>(cvn_np_lib_get_subslot, front);
         require(subslot < CVN_NP_TOTAL_SUBSLOT_TOLVAR, F.text.bay);
         const cvn_np_ep_data *row = F.row_of(subslot, type);
-        if (row == nullptr)
-            return CVN_NP_ERR_INVALID;
-        const port_mapping_entry *e = entry_of_port(*row, type, front, false);
+        const port_mapping_entry *e =
+            row != nullptr ? entry_of_port(*row, type, front, false) : nullptr;
         if (e == nullptr)
-            return CVN_NP_ERR_INVALID;
+            return;
         common::put(np, np_of_entry(*e, *row, subslot));
         common::put(np_port, e->np_port);
         common::put(fplate_port, compose(subslot, e->fplate_port));
         common::put(port_type, e->port_type);
-        return 0;
-    }
-    static void front_port_to_mapping_info(uint32_t, uint32_t front, uint32_t type, uint32_t *np,
-                                           uint32_t *np_port, uint32_t *fplate_port,
-                                           uint32_t *port_type)
-    {
-        map_front_port(front, type, np, np_port, fplate_port, port_type);
     }
 
     // Slot 40: ports of one EP or instance.  A plain type without a row in
