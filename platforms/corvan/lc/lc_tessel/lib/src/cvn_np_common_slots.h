@@ -1,13 +1,15 @@
 // cvn_np_common_slots.h - operations that several families answer alike:
-// the 8-bit front-port layout of the cage cards (also maruta's), and the
-// slots whose answer does not depend on the card's wiring; and the end
-// entry that closes a mapping table.
+// the 8-bit front-port layout of the cage cards (also maruta's), the
+// platform query of slot 37, the card summary of the families with an
+// np_info record, and the slots whose answer does not depend on the card's
+// wiring; and the end entry that closes a mapping table.
 #ifndef CVN_NP_COMMON_SLOTS_H
 #define CVN_NP_COMMON_SLOTS_H
 
 #include <cstdint>
 
 #include "cvn_np_lib.h"
+#include "cvn_np_platform.h"
 #include "cvn_np_report.h"
 
 namespace cvn_np::common {
@@ -60,8 +62,43 @@ inline void np_port_to_mapping_info(const port_mapping_entry *const *entries, ui
     }
 }
 
-// What slot 37 reports for a front port's cage or instance.  The type
-// stays NONE (and subslot and place 0) when the query fails.
+// ---- Slot 37: what the platform reports at a front port's place ----
+
+// The place (subslot, cage or instance) a front port names, by slots 31 and
+// 34 in that order.
+inline ifsubsys_id place_of(uint32_t front)
+{
+    return {0, cvn_np_lib_get_subslot(front), cvn_np_lib_get_ifsubinst(front)};
+}
+
+// Asks the platform about `id`.  A non-zero status is returned and nothing
+// is written; otherwise `subslot` gets `reported_subslot`, `ifsubsys` the
+// id's ifsubsys and `type` the answer's type (each where non-NULL), and the
+// result is 0.
+inline uint32_t ask_platform(const ifsubsys_id &id, uint32_t reported_subslot, uint32_t *subslot,
+                             uint32_t *ifsubsys, uint32_t *type)
+{
+    ifsubsys_info answer{};
+    const uint32_t status = rva_ifsubsys_get_info(&id, &answer);
+    if (status != 0)
+        return status;
+    put(subslot, reported_subslot);
+    put(ifsubsys, id.ifsubsys);
+    put(type, answer.type);
+    return 0;
+}
+
+// Slot 37 of a family that checks nothing before it asks.
+inline uint32_t front_port_to_ifsubsys(uint32_t front, uint32_t *subslot, uint32_t *ifsubsys,
+                                       uint32_t *type)
+{
+    const ifsubsys_id id = place_of(front);
+    return ask_platform(id, id.subslot, subslot, ifsubsys, type);
+}
+
+// What slot 37 reports for a front port's cage or instance, asked through
+// the selected table.  The type stays NONE (and subslot and place 0) when
+// the query fails.
 struct place_answer {
     uint32_t status;
     uint32_t subslot;
@@ -80,6 +117,28 @@ inline place_answer query_place(uint32_t subslot, uint32_t place)
     return query_front_port(
         cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port(static_cast<uint16_t>(subslot), place, 0));
 }
+
+// ---- Slots 0-3, 5 and 25 of a family with an np_info record ----
+
+// F names the record (F.card_np_info), the run-time records its init fills
+// (F.card_version_record, F.card_subslot_info), its source path and its
+// np_complex check.
+template <const auto &F> struct card_summary {
+    static const card_version *version_get() { return F.card_version_record; }
+    static uint32_t max_mtu() { return (*F.card_np_info)->max_mtu; }
+    static uint32_t how_many() { return (*F.card_np_info)->num_complex; }
+    static uint32_t chip_how_many() { return (*F.card_np_info)->num_np; }
+    static const subslot_info *subslot_info_get() { return F.card_subslot_info; }
+
+    // The complex's first NP; its second where it has two and `second` is set.
+    static uint32_t complex_to_np(uint8_t np_complex, uint32_t second)
+    {
+        require(np_complex < cvn_np_how_many(), F.path, F.text.np_complex);
+        const uint32_t per_complex = (*F.card_np_info)->np_per_complex;
+        const uint32_t first = np_complex * per_complex;
+        return per_complex != 1 && second != 0 ? first + 1 : first;
+    }
+};
 
 // ---- Slots with a fixed answer ----
 

@@ -13,7 +13,6 @@
 
 #include "cvn_np_common_slots.h"
 #include "cvn_np_lib_tables.h"
-#include "cvn_np_platform.h"
 #include "cvn_np_report.h"
 #include "cvn_np_table_rows.h"
 
@@ -249,19 +248,11 @@ uint32_t get_phys_port_tuple45(uint32_t, uint16_t, uint16_t ifsubinst, uint16_t 
 
 // ---- slots 37-45: auxiliary layer ----
 
+// No bound on the instance; the subslot written is 0, whatever slot 31 says.
 uint32_t front_port_to_ifsubsys(uint32_t front, uint32_t *subslot, uint32_t *ifsubsys,
                                 uint32_t *type)
 {
-    const ifsubsys_id instance_id = {0, cvn_np_lib_get_subslot(front),
-                                     cvn_np_lib_get_ifsubinst(front)};
-    ifsubsys_info answer{};
-    const uint32_t status = rva_ifsubsys_get_info(&instance_id, &answer);
-    if (status != 0)
-        return status;
-    common::put(subslot, 0);
-    common::put(ifsubsys, instance_id.ifsubsys);
-    common::put(type, answer.type);
-    return 0;
+    return common::ask_platform(common::place_of(front), 0, subslot, ifsubsys, type);
 }
 
 const port_info *port_info_of_type(uint32_t subslot_num, uint32_t, uint32_t type)

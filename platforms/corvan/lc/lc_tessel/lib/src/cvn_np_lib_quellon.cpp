@@ -14,7 +14,6 @@
 
 #include "cvn_np_common_slots.h"
 #include "cvn_np_lib_tables.h"
-#include "cvn_np_platform.h"
 #include "cvn_np_report.h"
 #include "cvn_np_table_rows.h"
 
@@ -144,11 +143,10 @@ template <const cvn_np::check &bound, auto field> uint32_t port_field(uint32_t f
 uint32_t front_port_to_port_type(uint32_t front)
 {
     const uint32_t i = checked_port(front, k_front_bound);
-    const ifsubsys_id instance_id = {0, cvn_np_lib_get_subslot(i), cvn_np_lib_get_ifsubinst(i)};
-    ifsubsys_info answer{};
-    const uint32_t status = rva_ifsubsys_get_info(&instance_id, &answer);
-    return status == 0 && answer.type == CVN_NP_IFSUB_TYPE_QUELLON_10GE ? CVN_NP_PORT_TYPE_10GE
-                                                                        : CVN_NP_PORT_TYPE_NONE;
+    uint32_t type = CVN_NP_IFSUB_TYPE_NONE;
+    const uint32_t status = common::ask_platform(common::place_of(i), 0, nullptr, nullptr, &type);
+    return status == 0 && type == CVN_NP_IFSUB_TYPE_QUELLON_10GE ? CVN_NP_PORT_TYPE_10GE
+                                                                 : CVN_NP_PORT_TYPE_NONE;
 }
 
 uint32_t front_port_mapping_info(uint32_t front, uint32_t *np, uint32_t *np_port,
