@@ -7,12 +7,72 @@
 #define CVN_NP_COMMON_SLOTS_H
 
 #include <cstdint>
+#include <type_traits>
 
 #include "cvn_np_lib.h"
 #include "cvn_np_platform.h"
 #include "cvn_np_report.h"
 
-namespace cvn_np::common {
+namespace cvn_np {
+
+// The lazy road: serve the card the platform says we run on.
+void cvn_np_lib_init_my_card();
+
+namespace common {
+
+// ---- Calling a slot ----
+
+// What a public function answers when the family leaves its slot empty.
+template <class R> R empty_slot_answer()
+{
+    if constexpr (std::is_void_v<R>)
+        return;
+    else if constexpr (std::is_pointer_v<R>)
+        return nullptr;
+    else
+        return CVN_NP_ERR_INVALID;
+}
+
+// Slot `slot` of the selected table, called with `args`.
+template <auto slot, class... Args> auto call_slot(Args... args)
+{
+    const auto fn = card_np_api->*slot;
+    if (fn == nullptr) [[unlikely]]
+        return empty_slot_answer<decltype(fn(args...))>();
+    return fn(args...);
+}
+
+// Out of line, so that the common road needs no stack frame.
+template <auto slot, class... Args> [[gnu::cold, gnu::noinline]] auto init_then_call(Args... args)
+{
+    cvn_np_lib_init_my_card();
+    return call_slot<slot>(args...);
+}
+
+// What the public function of `slot` does: initialise if needed, then call
+// the selected family's slot with the caller's arguments.
+template <auto slot, class... Args> auto forward(Args... args)
+{
+    if (initialized == 0) [[unlikely]]
+        return init_then_call<slot>(args...);
+    return call_slot<slot>(args...);
+}
+
+// The public function of `slot`, kept out of the callers' common road.
+template <auto slot, class... Args> [[gnu::cold, gnu::noinline]] auto forward_cold(Args... args)
+{
+    return forward<slot>(args...);
+}
+
+// The public function of `slot`, but a direct call of the family's own
+// `own` while the selected table holds it: an inner step costs one pointer
+// comparison, and a slot that a caller has replaced is still obeyed.
+template <auto slot, auto own, class... Args> auto through_table(Args... args)
+{
+    if (initialized != 0 && card_np_api->*slot == own) [[likely]]
+        return own(args...);
+    return forward_cold<slot>(args...);
+}
 
 // The entry that closes a mapping table: every field 0xFF.
 inline constexpr port_mapping_entry k_end_entry = {0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
@@ -65,10 +125,12 @@ inline void np_port_to_mapping_info(const port_mapping_entry *const *entries, ui
 // ---- Slot 37: what the platform reports at a front port's place ----
 
 // The place (subslot, cage or instance) a front port names, by slots 31 and
-// 34 in that order.
-inline ifsubsys_id place_of(uint32_t front)
+// 34 in that order; `own_subslot` and `own_place` are the family's own.
+template <auto own_subslot = get_subslot, auto own_place = get_ifsubinst>
+ifsubsys_id place_of(uint32_t front)
 {
-    return {0, cvn_np_lib_get_subslot(front), cvn_np_lib_get_ifsubinst(front)};
+    return {0, through_table<&cvn_np_api::cvn_np_lib_get_subslot, own_subslot>(front),
+            through_table<&cvn_np_api::cvn_np_lib_get_ifsubinst, own_place>(front)};
 }
 
 // Asks the platform about `id`.  A non-zero status is returned and nothing
@@ -200,6 +262,7 @@ template <const char *path, const check &np_complex> struct one_np_per_complex {
     }
 };
 
-} // namespace cvn_np::common
+} // namespace common
+} // namespace cvn_np
 
 #endif // CVN_NP_COMMON_SLOTS_H

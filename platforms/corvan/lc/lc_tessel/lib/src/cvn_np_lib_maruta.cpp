@@ -8,6 +8,7 @@
 // Where a caller's index lies past a table (slots 19, 20, 22, 36, 39), it
 // reads as the table's all-0xFF end entry: answers of 255, or 255 written.
 
+#include <array>
 #include <cstddef>
 #include <iterator>
 
@@ -128,6 +129,16 @@ const port_mapping_entry &entry_at(const port_mapping_entry (&table)[n], uint32_
     return table[index < n ? index : n - 1];
 }
 
+// Slots that others reach through the selected table.
+const port_info *port_info_of_type(uint32_t subslot_num, uint32_t, uint32_t type);
+uint32_t front_port_to_ifsubsys(uint32_t front, uint32_t *subslot, uint32_t *ifsubsys,
+                                uint32_t *type);
+void info_to_mapping_info(uint32_t np_num, uint32_t np_port, uint32_t, uint32_t *front,
+                          uint32_t *fplate_port, uint32_t *port_type);
+
+using common::through_table;
+using api = cvn_np_api;
+
 // ---- slots 0-7: card summary ----
 
 const card_version *version_get() { return &maruta_card_version; }
@@ -138,7 +149,8 @@ const subslot_info *subslot_info_get() { return &maruta_card_subslot_info; }
 // The card's list is that of NP 0's 100GE instance.
 const port_info *port_info_get()
 {
-    return aux_cvn_np_port_info_get(0, 0, CVN_NP_IFSUB_TYPE_MARUTA_100GE);
+    return through_table<&api::aux_cvn_np_port_info_get, port_info_of_type>(
+        0, 0, CVN_NP_IFSUB_TYPE_MARUTA_100GE);
 }
 
 const port_info *port_info_subslot(uint16_t subslot)
@@ -150,10 +162,13 @@ const port_info *port_info_subslot(uint16_t subslot)
 const port_info *port_info_from_subslot_ifsubinst(uint16_t subslot, uint16_t ifsubinst)
 {
     cvn_np::require(subslot == 0, k_path, CVN_NP_CHECK("subslot == 0"));
-    const uint32_t front = cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port(0, ifsubinst, 0);
+    const uint32_t front =
+        through_table<&api::cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port,
+                      common::set_subslot_ifsubinst_ifsubinst_port>(0, ifsubinst, 0);
     uint32_t queried_subslot = 0, queried_ifsubsys = 0, type = CVN_NP_IFSUB_TYPE_NONE;
-    aux_cvn_np_front_port_to_ifsubsys(front, &queried_subslot, &queried_ifsubsys, &type);
-    return aux_cvn_np_port_info_get(0, ifsubinst, type);
+    through_table<&api::aux_cvn_np_front_port_to_ifsubsys, front_port_to_ifsubsys>(
+        front, &queried_subslot, &queried_ifsubsys, &type);
+    return through_table<&api::aux_cvn_np_port_info_get, port_info_of_type>(0, ifsubinst, type);
 }
 
 // ---- slots 8-12: front port to NP, straight from the table ----
@@ -178,19 +193,21 @@ uint32_t front_port_mapping_info(uint32_t front, uint32_t *np, uint32_t *np_port
 
 // ---- slots 13-18: NP to front port ----
 
-uint32_t info_to_front_port(uint32_t np_id, uint32_t np_port, uint32_t *front)
-{
-    uint32_t discarded_type = 0;
-    return cvn_np_info_to_fplate_porttype(np_id, np_port, front, &discarded_type);
-}
-
 uint32_t info_to_fplate_porttype(uint32_t np_id, uint32_t np_port, uint32_t *front,
                                  uint32_t *port_type)
 {
-    if (np_id >= cvn_np_how_many())
+    if (np_id >= through_table<&api::cvn_np_how_many, how_many>())
         return CVN_NP_ERR_INVALID;
-    aux_cvn_np_info_to_mapping_info(np_id, np_port, 0, front, nullptr, port_type);
+    through_table<&api::aux_cvn_np_info_to_mapping_info, info_to_mapping_info>(
+        np_id, np_port, 0, front, nullptr, port_type);
     return 0;
+}
+
+uint32_t info_to_front_port(uint32_t np_id, uint32_t np_port, uint32_t *front)
+{
+    uint32_t discarded_type = 0;
+    return through_table<&api::cvn_np_info_to_fplate_porttype, info_to_fplate_porttype>(
+        np_id, np_port, front, &discarded_type);
 }
 
 // NP 0 starts at its 100GE port, NP 1 (any other id) at its first 10GE port.
@@ -290,20 +307,39 @@ void front_port_to_mapping_info(uint32_t instance, uint32_t index, uint32_t, uin
     common::put(port_type, e.port_type);
 }
 
-// The first of the 58 ports with that NP and NP-local port; the type is not
-// needed.  The filler entries match NP 255, NP-local port 255 only.
-void info_to_mapping_info(uint32_t np_num, uint32_t np_port, uint32_t, uint32_t *front,
-                          uint32_t *fplate_port, uint32_t *port_type)
+// The first of the 58 ports with that NP and NP-local port, k_no_port for
+// none.  The filler entries match NP 255, NP-local port 255 only.
+constexpr uint32_t first_front_of(uint32_t np_num, uint32_t np_port)
 {
     for (uint32_t f = 0; f <= k_last_front; ++f) {
         const port_mapping_entry &e = cvn_np_port_mapping_maruta_combo0[f];
-        if (e.np == np_num && e.np_port == np_port) {
-            common::put(front, e.phys_front_port);
-            common::put(fplate_port, e.fplate_port);
-            common::put(port_type, e.port_type);
-            return;
-        }
+        if (e.np == np_num && e.np_port == np_port)
+            return f;
     }
+    return k_no_port;
+}
+
+// That search answered at compile time for every NP-local port of the NPs.
+constexpr auto k_front_of_np_port = [] {
+    std::array<std::array<uint8_t, 256>, k_nps> index{};
+    for (uint32_t np = 0; np < k_nps; ++np)
+        for (uint32_t p = 0; p < 256; ++p)
+            index[np][p] = static_cast<uint8_t>(first_front_of(np, p));
+    return index;
+}();
+
+// The type is not needed; nothing is written when no port matches.
+void info_to_mapping_info(uint32_t np_num, uint32_t np_port, uint32_t, uint32_t *front,
+                          uint32_t *fplate_port, uint32_t *port_type)
+{
+    const uint32_t f = np_num < k_nps && np_port < 256 ? k_front_of_np_port[np_num][np_port]
+                                                       : first_front_of(np_num, np_port);
+    if (f == k_no_port)
+        return;
+    const port_mapping_entry &e = cvn_np_port_mapping_maruta_combo0[f];
+    common::put(front, e.phys_front_port);
+    common::put(fplate_port, e.fplate_port);
+    common::put(port_type, e.port_type);
 }
 
 // The front port's place in the tuple order; 22 when it has none.  Entry 0
