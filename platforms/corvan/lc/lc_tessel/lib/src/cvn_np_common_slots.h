@@ -6,6 +6,7 @@
 #ifndef CVN_NP_COMMON_SLOTS_H
 #define CVN_NP_COMMON_SLOTS_H
 
+#include <cstddef>
 #include <cstdint>
 #include <type_traits>
 
@@ -58,12 +59,6 @@ template <auto slot, class... Args> auto forward(Args... args)
     return call_slot<slot>(args...);
 }
 
-// The public function of `slot`, kept out of the callers' common road.
-template <auto slot, class... Args> [[gnu::cold, gnu::noinline]] auto forward_cold(Args... args)
-{
-    return forward<slot>(args...);
-}
-
 // The public function of `slot`, but a direct call of the family's own
 // `own` while the selected table holds it: an inner step costs one pointer
 // comparison, and a slot that a caller has replaced is still obeyed.
@@ -71,7 +66,7 @@ template <auto slot, auto own, class... Args> auto through_table(Args... args)
 {
     if (initialized != 0 && card_np_api->*slot == own) [[likely]]
         return own(args...);
-    return forward_cold<slot>(args...);
+    return forward<slot>(args...);
 }
 
 // The entry that closes a mapping table: every field 0xFF.
@@ -81,6 +76,17 @@ constexpr bool same_entry(const port_mapping_entry &a, const port_mapping_entry 
 {
     return a.phys_front_port == b.phys_front_port && a.np == b.np && a.np_port == b.np_port &&
            a.fplate_port == b.fplate_port && a.port_type == b.port_type;
+}
+
+// Every row of `table` is the `rule`'s row of its index, by `same`: rows
+// spelled out by a count of their own fail this when the count is off.
+template <class T, std::size_t n, class Rule, class Same>
+constexpr bool rows_follow(const T (&table)[n], Rule rule, Same same)
+{
+    for (std::size_t i = 0; i < n; ++i)
+        if (!same(table[i], rule(i)))
+            return false;
+    return true;
 }
 
 // Writes an optional output.

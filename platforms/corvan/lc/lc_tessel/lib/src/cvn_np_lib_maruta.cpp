@@ -101,25 +101,26 @@ cvn_np_api cvn_np_api_maruta;
 
 namespace {
 
-// Telling rows: (phys_front_port, np, np_port, fplate_port, port_type).
+// Every row as its rule gives it, and the telling rows:
+// (phys_front_port, np, np_port, fplate_port, port_type).
+constexpr auto same_front = [](uint32_t a, uint32_t b) { return a == b; };
+static_assert(common::rows_follow(cvn_np_port_mapping_maruta_combo0, combo0_entry, same_entry) &&
+              common::rows_follow(cvn_np_port_mapping_maruta_combo0_tuple, tuple_entry,
+                                  same_entry));
+static_assert(common::rows_follow(cvn_phy_to_front_combo0_inst0, instance_front<0>, same_front) &&
+              common::rows_follow(cvn_phy_to_front_combo0_inst1, instance_front<1>, same_front) &&
+              common::rows_follow(cvn_phy_to_front_combo0_inst2, instance_front<2>, same_front) &&
+              common::rows_follow(cvn_phy_to_front_combo0_inst3, instance_front<3>, same_front));
 static_assert(same_entry(cvn_np_port_mapping_maruta_combo0[0], {0, 0, 116, 0, 4}));
 static_assert(same_entry(cvn_np_port_mapping_maruta_combo0[5], k_end_entry));
-static_assert(same_entry(cvn_np_port_mapping_maruta_combo0[16], {16, 0, 204, 16, 1}));
 static_assert(same_entry(cvn_np_port_mapping_maruta_combo0[25], {25, 0, 213, 25, 1}));
-static_assert(same_entry(cvn_np_port_mapping_maruta_combo0[26], k_end_entry));
 static_assert(same_entry(cvn_np_port_mapping_maruta_combo0[32], {32, 1, 116, 32, 4}));
-static_assert(same_entry(cvn_np_port_mapping_maruta_combo0[33], k_end_entry));
 static_assert(same_entry(cvn_np_port_mapping_maruta_combo0[48], {48, 1, 204, 48, 1}));
-static_assert(same_entry(cvn_np_port_mapping_maruta_combo0[57], {57, 1, 213, 57, 1}));
 static_assert(same_entry(cvn_np_port_mapping_maruta_combo0[58], k_end_entry));
-static_assert(same_entry(cvn_np_port_mapping_maruta_combo0_tuple[0], {16, 0, 204, 16, 1}));
-static_assert(same_entry(cvn_np_port_mapping_maruta_combo0_tuple[10], {48, 1, 204, 48, 1}));
 static_assert(same_entry(cvn_np_port_mapping_maruta_combo0_tuple[19], {57, 1, 213, 57, 1}));
-static_assert(same_entry(cvn_np_port_mapping_maruta_combo0_tuple[20], {0, 0, 116, 0, 4}));
 static_assert(same_entry(cvn_np_port_mapping_maruta_combo0_tuple[21], {32, 1, 116, 32, 4}));
 static_assert(same_entry(cvn_np_port_mapping_maruta_combo0_tuple[22], k_end_entry));
-static_assert(cvn_phy_to_front_combo0_inst1[9] == 25 && cvn_phy_to_front_combo0_inst3[0] == 48);
-static_assert(cvn_phy_to_front_combo0_inst2[0] == 32);
+static_assert(cvn_phy_to_front_combo0_inst1[9] == 25 && cvn_phy_to_front_combo0_inst2[0] == 32);
 
 // Entry `index` of a table whose last entry is the end entry; an index past
 // the table reads as that end entry.
@@ -127,6 +128,16 @@ template <std::size_t n>
 const port_mapping_entry &entry_at(const port_mapping_entry (&table)[n], uint32_t index)
 {
     return table[index < n ? index : n - 1];
+}
+
+// An entry's fields to the outputs that are given.
+void put_mapping(const port_mapping_entry &e, uint32_t *np, uint32_t *np_port,
+                 uint32_t *fplate_port, uint32_t *port_type)
+{
+    common::put(np, e.np);
+    common::put(np_port, e.np_port);
+    common::put(fplate_port, e.fplate_port);
+    common::put(port_type, e.port_type);
 }
 
 // Slots that others reach through the selected table.
@@ -183,11 +194,7 @@ uint32_t front_port_mapping_info(uint32_t front, uint32_t *np, uint32_t *np_port
 {
     if (front > k_last_front)
         return 0;
-    const port_mapping_entry &e = cvn_np_port_mapping_maruta_combo0[front];
-    common::put(np, e.np);
-    common::put(np_port, e.np_port);
-    common::put(fplate_port, e.fplate_port);
-    common::put(port_type, e.port_type);
+    put_mapping(cvn_np_port_mapping_maruta_combo0[front], np, np_port, fplate_port, port_type);
     return 0;
 }
 
@@ -300,11 +307,8 @@ void front_port_to_mapping_info(uint32_t instance, uint32_t index, uint32_t, uin
     cvn_np::require(instance < std::size(k_instances), k_path, CVN_NP_CHECK("0"));
     const instance_table &t = k_instances[instance];
     const uint32_t front = index < t.size ? t.fronts[index] : k_no_port;
-    const port_mapping_entry &e = entry_at(cvn_np_port_mapping_maruta_combo0, front);
-    common::put(np, e.np);
-    common::put(np_port, e.np_port);
-    common::put(fplate_port, e.fplate_port);
-    common::put(port_type, e.port_type);
+    put_mapping(entry_at(cvn_np_port_mapping_maruta_combo0, front), np, np_port, fplate_port,
+                port_type);
 }
 
 // The first of the 58 ports with that NP and NP-local port, k_no_port for

@@ -9,7 +9,6 @@
 // must hold the card type the library was initialised for.
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 
 #include "cvn_np_common_slots.h"
@@ -92,15 +91,13 @@ constexpr bool same_entry(const quellon_port_mapping_entry &a, const quellon_por
            a.np_port == b.np_port;
 }
 
-// Telling rows: (phys_front_port, fplate_port, ifsubinst, ifsubinst_port, np, np_port).
+// Every row as its rule gives it, and the telling rows:
+// (phys_front_port, fplate_port, ifsubinst, ifsubinst_port, np, np_port).
+static_assert(common::rows_follow(cvn_np_port_mapping_quellon, port_entry, same_entry));
 static_assert(same_entry(cvn_np_port_mapping_quellon[0], {0, 0, 0, 0, 0, 193}));
-static_assert(same_entry(cvn_np_port_mapping_quellon[1], {1, 1, 0, 1, 0, 192}));
-static_assert(same_entry(cvn_np_port_mapping_quellon[2], {2, 2, 0, 2, 0, 195}));
 static_assert(same_entry(cvn_np_port_mapping_quellon[3], {3, 3, 0, 3, 0, 194}));
-static_assert(same_entry(cvn_np_port_mapping_quellon[23], {23, 23, 5, 3, 0, 214}));
 static_assert(same_entry(cvn_np_port_mapping_quellon[24], {24, 24, 6, 0, 1, 193}));
 static_assert(same_entry(cvn_np_port_mapping_quellon[30], {30, 30, 7, 2, 1, 199}));
-static_assert(same_entry(cvn_np_port_mapping_quellon[46], {46, 46, 11, 2, 1, 215}));
 static_assert(same_entry(cvn_np_port_mapping_quellon[47], {47, 47, 11, 3, 1, 214}));
 
 // The ports in use: the init's bound, never more than the table holds.
@@ -190,25 +187,15 @@ uint32_t front_port_mapping_info(uint32_t front, uint32_t *np, uint32_t *np_port
 
 // ---- slots 13-18: NP to front port ----
 
-// The port of each NP's NP-local ports 192 to 215, taken from the table at
-// compile time.
-constexpr auto k_port_of_np_port = [] {
-    std::array<std::array<uint8_t, k_ports_per_np>, k_table_ports / k_ports_per_np> index{};
+// The port with NP-local port 192 + k of NP n: port 24n + (k ^ 1), the
+// inverse of the table's rule, so the only port that matches.
+constexpr uint32_t port_of(uint32_t np_id, uint32_t k) { return np_id * k_ports_per_np + (k ^ 1); }
+static_assert([] {
     for (uint32_t i = 0; i < k_table_ports; ++i) {
         const quellon_port_mapping_entry &e = cvn_np_port_mapping_quellon[i];
-        index.at(e.np).at(e.np_port - k_first_np_port) = static_cast<uint8_t>(i);
+        if (port_of(e.np, e.np_port - k_first_np_port) != i)
+            return false;
     }
-    return index;
-}();
-// Every (NP, NP-local port) is one port of the table, so the first match is the only one.
-static_assert([] {
-    for (uint32_t np = 0; np < k_port_of_np_port.size(); ++np)
-        for (uint32_t k = 0; k < k_ports_per_np; ++k) {
-            const quellon_port_mapping_entry &e =
-                cvn_np_port_mapping_quellon[k_port_of_np_port[np][k]];
-            if (e.np != np || e.np_port != k_first_np_port + k)
-                return false;
-        }
     return true;
 }());
 
@@ -219,11 +206,9 @@ uint32_t info_to_front_port(uint32_t np_id, uint32_t np_port, uint32_t *front)
     if (np_id >= np_count())
         return CVN_NP_ERR_INVALID;
     const uint32_t k = np_port - k_first_np_port;
-    if (np_id < k_port_of_np_port.size() && k < k_ports_per_np) {
-        const uint32_t i = k_port_of_np_port[np_id][k];
-        if (i < ports_in_use())
-            common::put(front, i);
-    }
+    if (np_id < k_table_ports / k_ports_per_np && k < k_ports_per_np &&
+        port_of(np_id, k) < ports_in_use())
+        common::put(front, port_of(np_id, k));
     return 0;
 }
 
