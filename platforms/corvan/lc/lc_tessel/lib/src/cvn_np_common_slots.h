@@ -26,11 +26,9 @@ namespace common {
 // What a public function answers when the family leaves its slot empty.
 template <class R> R empty_slot_answer()
 {
-    if constexpr (std::is_void_v<R>)
-        return;
-    else if constexpr (std::is_pointer_v<R>)
+    if constexpr (std::is_pointer_v<R>)
         return nullptr;
-    else
+    else if constexpr (!std::is_void_v<R>)
         return CVN_NP_ERR_INVALID;
 }
 

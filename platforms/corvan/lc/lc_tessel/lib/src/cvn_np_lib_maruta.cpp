@@ -140,12 +140,10 @@ void put_mapping(const port_mapping_entry &e, uint32_t *np, uint32_t *np_port,
     common::put(port_type, e.port_type);
 }
 
-// Slots that others reach through the selected table.
-const port_info *port_info_of_type(uint32_t subslot_num, uint32_t, uint32_t type);
-uint32_t front_port_to_ifsubsys(uint32_t front, uint32_t *subslot, uint32_t *ifsubsys,
-                                uint32_t *type);
-void info_to_mapping_info(uint32_t np_num, uint32_t np_port, uint32_t, uint32_t *front,
-                          uint32_t *fplate_port, uint32_t *port_type);
+// Slots that others reach through the selected table (37, 38, 41).
+uint32_t front_port_to_ifsubsys(uint32_t, uint32_t *, uint32_t *, uint32_t *);
+const port_info *port_info_of_type(uint32_t, uint32_t, uint32_t);
+void info_to_mapping_info(uint32_t, uint32_t, uint32_t, uint32_t *, uint32_t *, uint32_t *);
 
 using common::through_table;
 using api = cvn_np_api;

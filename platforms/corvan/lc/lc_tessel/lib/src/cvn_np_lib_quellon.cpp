@@ -212,33 +212,28 @@ uint32_t info_to_front_port(uint32_t np_id, uint32_t np_port, uint32_t *front)
     return 0;
 }
 
-// The front port of an NP-local port, into a local first: `none` stays
-// when the NP has no such port, and then nothing is written or asked.
-struct found_port {
-    static constexpr uint32_t none = UINT32_MAX;
-    uint32_t status;
-    uint32_t front;
-};
-found_port find_front_port(uint32_t np_id, uint32_t np_port)
+// Slot 14 as the other slots ask it; they read its answer from a local
+// preset to k_none, which stays when the NP has no such port.
+uint32_t front_port_of(uint32_t np_id, uint32_t np_port, uint32_t *front)
 {
-    found_port f{0, found_port::none};
-    f.status = through_table<&api::cvn_np_info_to_front_port, info_to_front_port>(np_id, np_port,
-                                                                                  &f.front);
-    return f;
+    return through_table<&api::cvn_np_info_to_front_port, info_to_front_port>(np_id, np_port,
+                                                                              front);
 }
+constexpr uint32_t k_none = UINT32_MAX;
 
 uint32_t info_to_fplate_porttype(uint32_t np_id, uint32_t np_port, uint32_t *fplate_port,
                                  uint32_t *port_type)
 {
     if (np_id >= np_count())
         return CVN_NP_ERR_INVALID;
-    const found_port f = find_front_port(np_id, np_port);
-    if (f.front != found_port::none) {
-        common::put(fplate_port, f.front);
+    uint32_t front = k_none;
+    const uint32_t status = front_port_of(np_id, np_port, &front);
+    if (front != k_none) {
+        common::put(fplate_port, front);
         if (port_type != nullptr)
-            *port_type = port_type_of(f.front);
+            *port_type = port_type_of(front);
     }
-    return f.status;
+    return status;
 }
 
 // The NP's port whose NP-local port is 192 (slots 16 and 17).
@@ -246,8 +241,7 @@ uint32_t first_front_port_on_np(uint32_t np_id, uint32_t *front)
 {
     if (np_id >= np_count())
         return CVN_NP_ERR_INVALID;
-    return through_table<&api::cvn_np_info_to_front_port, info_to_front_port>(
-        np_id, k_first_np_port, front);
+    return front_port_of(np_id, k_first_np_port, front);
 }
 
 // As slot 16; the type is looked up when both outputs are given.
@@ -255,13 +249,14 @@ uint32_t first_fplate_porttype_on_np(uint32_t np_id, uint32_t *port_type, uint32
 {
     if (np_id >= np_count())
         return CVN_NP_ERR_INVALID;
-    const found_port f = find_front_port(np_id, k_first_np_port);
-    if (f.front != found_port::none) {
-        common::put(fplate_port, f.front);
+    uint32_t front = k_none;
+    const uint32_t status = front_port_of(np_id, k_first_np_port, &front);
+    if (front != k_none) {
+        common::put(fplate_port, front);
         if (port_type != nullptr && fplate_port != nullptr)
-            *port_type = port_type_of(f.front);
+            *port_type = port_type_of(front);
     }
-    return f.status;
+    return status;
 }
 
 // ---- slots 19-22: faceplate port to NP; the port type is not needed ----
