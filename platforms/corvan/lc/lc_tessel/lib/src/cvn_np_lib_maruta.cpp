@@ -363,62 +363,62 @@ uint32_t front_port_to_ifsubinst(uint32_t front, uint32_t *index)
     return CVN_NP_EINVAL;
 }
 
+// The operation table, slot by slot.
+constexpr cvn_np_api k_maruta_api = {
+    .cvn_np_version_get = version_get,
+    .cvn_max_mtu = max_mtu,
+    .cvn_np_how_many = how_many,
+    .cvn_np_chip_how_many = how_many,
+    .cvn_np_port_info_get = port_info_get,
+    .cvn_np_subslot_info_get = subslot_info_get,
+    .cvn_np_port_info_subslot = port_info_subslot,
+    .cvn_np_port_info_from_subslot_ifsubinst = port_info_from_subslot_ifsubinst,
+    .cvn_np_front_port_to_np = front_port_field<&port_mapping_entry::np>,
+    .cvn_np_front_port_to_np_port = front_port_field<&port_mapping_entry::np_port>,
+    .cvn_np_front_port_to_port_type = front_port_field<&port_mapping_entry::port_type>,
+    .cvn_np_front_port_to_face_plate_port =
+        common::face_plate_port_by_mapping<front_port_mapping_info>,
+    .cvn_np_front_port_mapping_info = front_port_mapping_info,
+    .cvn_np_info_num_local_ports = common::fixed_local_ports<k_path, k_np_id_check, k_ports_per_np>,
+    .cvn_np_info_to_front_port = info_to_front_port,
+    .cvn_np_info_to_fplate_porttype = info_to_fplate_porttype,
+    .cvn_np_first_front_port_on_np = first_front_port_on_np,
+    .cvn_np_first_phys_port_on_np = first_phys_port_on_np,
+    .cvn_np_first_fplate_porttype_on_np = first_fplate_porttype_on_np,
+    .cvn_faceplate_porttype_to_np = faceplate_field<&port_mapping_entry::np>,
+    .cvn_faceplate_porttype_to_np_port = faceplate_field<&port_mapping_entry::np_port>,
+    .cvn_faceplate_porttype_to_phys_port = faceplate_porttype_to_phys_port,
+    .cvn_faceplate_porttype_mapping_info = faceplate_porttype_mapping_info,
+    .cvn_np_complex_to_subslot = complex_to_subslot,
+    .cvn_np_complex_to_subslot_list = complexes::complex_to_subslot_list,
+    .cvn_np_complex_to_np = complexes::complex_to_np,
+    .cvn_np_set_if_subsys_type = common::set_if_subsys_type,
+    .cvn_np_subslot_to_np_list = common::subslot_to_np_list,
+    .cvn_np_to_cpu_port_map = common::to_cpu_port_map,
+    .cvn_np_lib_set_subslot_phy_port = common::set_subslot_phy_port,
+    .cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port = common::set_subslot_ifsubinst_ifsubinst_port,
+    .cvn_np_lib_get_subslot = common::get_subslot,
+    .cvn_np_lib_get_subslot_port = common::get_port,
+    .cvn_np_lib_get_port = common::get_port,
+    .cvn_np_lib_get_ifsubinst = common::get_ifsubinst,
+    .cvn_np_lib_get_ifsubinst_port = common::get_ifsubinst_port,
+    .cvn_np_lib_get_phys_port_tuple45 = get_phys_port_tuple45,
+    .aux_cvn_np_front_port_to_ifsubsys = front_port_to_ifsubsys,
+    .aux_cvn_np_port_info_get = port_info_of_type,
+    .aux_cvn_np_front_port_to_mapping_info = front_port_to_mapping_info,
+    .aux_cvn_np_info_num_local_ports = nullptr,
+    .aux_cvn_np_info_to_mapping_info = info_to_mapping_info,
+    .aux_cvn_np_first_port_on_np = nullptr,
+    .aux_cvn_faceplate_to_mapping_info = nullptr,
+    .aux_np_port_to_mapping_info = nullptr,
+    .aux_cvn_np_front_port_to_ifsubinst = front_port_to_ifsubinst,
+};
+
 } // namespace
 
 extern "C" {
 
-void cvn_np_maruta_api_fill(cvn_np_api *t)
-{
-    t->cvn_np_version_get = version_get;
-    t->cvn_max_mtu = max_mtu;
-    t->cvn_np_how_many = how_many;
-    t->cvn_np_chip_how_many = how_many;
-    t->cvn_np_port_info_get = port_info_get;
-    t->cvn_np_subslot_info_get = subslot_info_get;
-    t->cvn_np_port_info_subslot = port_info_subslot;
-    t->cvn_np_port_info_from_subslot_ifsubinst = port_info_from_subslot_ifsubinst;
-    t->cvn_np_front_port_to_np = front_port_field<&port_mapping_entry::np>;
-    t->cvn_np_front_port_to_np_port = front_port_field<&port_mapping_entry::np_port>;
-    t->cvn_np_front_port_to_port_type = front_port_field<&port_mapping_entry::port_type>;
-    t->cvn_np_front_port_to_face_plate_port =
-        common::face_plate_port_by_mapping<front_port_mapping_info>;
-    t->cvn_np_front_port_mapping_info = front_port_mapping_info;
-    t->cvn_np_info_num_local_ports =
-        common::fixed_local_ports<k_path, k_np_id_check, k_ports_per_np>;
-    t->cvn_np_info_to_front_port = info_to_front_port;
-    t->cvn_np_info_to_fplate_porttype = info_to_fplate_porttype;
-    t->cvn_np_first_front_port_on_np = first_front_port_on_np;
-    t->cvn_np_first_phys_port_on_np = first_phys_port_on_np;
-    t->cvn_np_first_fplate_porttype_on_np = first_fplate_porttype_on_np;
-    t->cvn_faceplate_porttype_to_np = faceplate_field<&port_mapping_entry::np>;
-    t->cvn_faceplate_porttype_to_np_port = faceplate_field<&port_mapping_entry::np_port>;
-    t->cvn_faceplate_porttype_to_phys_port = faceplate_porttype_to_phys_port;
-    t->cvn_faceplate_porttype_mapping_info = faceplate_porttype_mapping_info;
-    t->cvn_np_complex_to_subslot = complex_to_subslot;
-    t->cvn_np_complex_to_subslot_list = complexes::complex_to_subslot_list;
-    t->cvn_np_complex_to_np = complexes::complex_to_np;
-    t->cvn_np_set_if_subsys_type = common::set_if_subsys_type;
-    t->cvn_np_subslot_to_np_list = common::subslot_to_np_list;
-    t->cvn_np_to_cpu_port_map = common::to_cpu_port_map;
-    t->cvn_np_lib_set_subslot_phy_port = common::set_subslot_phy_port;
-    t->cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port =
-        common::set_subslot_ifsubinst_ifsubinst_port;
-    t->cvn_np_lib_get_subslot = common::get_subslot;
-    t->cvn_np_lib_get_subslot_port = common::get_port;
-    t->cvn_np_lib_get_port = common::get_port;
-    t->cvn_np_lib_get_ifsubinst = common::get_ifsubinst;
-    t->cvn_np_lib_get_ifsubinst_port = common::get_ifsubinst_port;
-    t->cvn_np_lib_get_phys_port_tuple45 = get_phys_port_tuple45;
-    t->aux_cvn_np_front_port_to_ifsubsys = front_port_to_ifsubsys;
-    t->aux_cvn_np_port_info_get = port_info_of_type;
-    t->aux_cvn_np_front_port_to_mapping_info = front_port_to_mapping_info;
-    t->aux_cvn_np_info_num_local_ports = nullptr;
-    t->aux_cvn_np_info_to_mapping_info = info_to_mapping_info;
-    t->aux_cvn_np_first_port_on_np = nullptr;
-    t->aux_cvn_faceplate_to_mapping_info = nullptr;
-    t->aux_np_port_to_mapping_info = nullptr;
-    t->aux_cvn_np_front_port_to_ifsubinst = front_port_to_ifsubinst;
-}
+void cvn_np_maruta_api_fill(cvn_np_api *t) { *t = k_maruta_api; }
 
 // All of maruta's data is static; there is nothing to point or fill but the
 // operation table.
