@@ -297,11 +297,12 @@ template <const family &F> struct engine {
 
     // ---- slots 0-7: card summary ----
 
-    static const card_version *version_get() { return F.card_version_record; }
-    static uint32_t max_mtu() { return info().max_mtu; }
-    static uint32_t how_many() { return info().num_complex; }
-    static uint32_t chip_how_many() { return info().num_np; }
-    static const subslot_info *subslot_info_get() { return F.card_subslot_info; }
+    using summary = common::card_summary<F>;
+    static constexpr auto version_get = summary::version_get;
+    static constexpr auto max_mtu = summary::max_mtu;
+    static constexpr auto how_many = summary::how_many;
+    static constexpr auto chip_how_many = summary::chip_how_many;
+    static constexpr auto subslot_info_get = summary::subslot_info_get;
 
     static const port_info *port_info_get()
     {
@@ -486,15 +487,7 @@ template <const family &F> struct engine {
         return common::one_subslot_of_complex(np_complex, count, first_subslot);
     }
 
-    static uint32_t complex_to_np(uint8_t np_complex, uint32_t second)
-    {
-        require(np_complex < cvn_np_how_many(), F.text.np_complex);
-        const uint32_t per_complex = info().np_per_complex;
-        const uint32_t first = np_complex * per_complex;
-        if (per_complex == 1)
-            return first;
-        return second != 0 ? first + 1 : first;
-    }
+    static constexpr auto complex_to_np = summary::complex_to_np;
 
     static constexpr auto set_if_subsys_type = common::set_if_subsys_type;
     static constexpr auto subslot_to_np_list = common::subslot_to_np_list;
@@ -528,17 +521,9 @@ template <const family &F> struct engine {
     static uint32_t front_port_to_ifsubsys(uint32_t front, uint32_t *subslot, uint32_t *ifsubsys,
                                            uint32_t *type)
     {
-        const ifsubsys_id cage_id = {0, cvn_np_lib_get_subslot(front),
-                                     cvn_np_lib_get_ifsubinst(front)};
+        const ifsubsys_id cage_id = common::place_of(front);
         require(cage_id.ifsubsys < info().num_cage, F.text.cage_id);
-        ifsubsys_info answer{};
-        const uint32_t status = rva_ifsubsys_get_info(&cage_id, &answer);
-        if (status != 0)
-            return status;
-        put(subslot, cage_id.subslot);
-        put(ifsubsys, cage_id.ifsubsys);
-        put(type, answer.type);
-        return 0;
+        return common::ask_platform(cage_id, cage_id.subslot, subslot, ifsubsys, type);
     }
 
     static const port_info *port_info_of_type(uint32_t subslot_num, uint32_t ifsubsys_num,

@@ -1,16 +1,71 @@
 // cvn_np_common_slots.h - operations that several families answer alike:
-// the 8-bit front-port layout of the cage cards (also maruta's), and the
-// slots whose answer does not depend on the card's wiring; and the end
-// entry that closes a mapping table.
+// the 8-bit front-port layout of the cage cards (also maruta's), the
+// platform query of slot 37, the card summary of the families with an
+// np_info record, and the slots whose answer does not depend on the card's
+// wiring; and the end entry that closes a mapping table.
 #ifndef CVN_NP_COMMON_SLOTS_H
 #define CVN_NP_COMMON_SLOTS_H
 
+#include <cstddef>
 #include <cstdint>
+#include <type_traits>
 
 #include "cvn_np_lib.h"
+#include "cvn_np_platform.h"
 #include "cvn_np_report.h"
 
-namespace cvn_np::common {
+namespace cvn_np {
+
+// The lazy road: serve the card the platform says we run on.
+void cvn_np_lib_init_my_card();
+
+namespace common {
+
+// ---- Calling a slot ----
+
+// What a public function answers when the family leaves its slot empty.
+template <class R> R empty_slot_answer()
+{
+    if constexpr (std::is_pointer_v<R>)
+        return nullptr;
+    else if constexpr (!std::is_void_v<R>)
+        return CVN_NP_ERR_INVALID;
+}
+
+// Slot `slot` of the selected table, called with `args`.
+template <auto slot, class... Args> auto call_slot(Args... args)
+{
+    const auto fn = card_np_api->*slot;
+    if (fn == nullptr) [[unlikely]]
+        return empty_slot_answer<decltype(fn(args...))>();
+    return fn(args...);
+}
+
+// Out of line, so that the common road needs no stack frame.
+template <auto slot, class... Args> [[gnu::cold, gnu::noinline]] auto init_then_call(Args... args)
+{
+    cvn_np_lib_init_my_card();
+    return call_slot<slot>(args...);
+}
+
+// What the public function of `slot` does: initialise if needed, then call
+// the selected family's slot with the caller's arguments.
+template <auto slot, class... Args> auto forward(Args... args)
+{
+    if (initialized == 0) [[unlikely]]
+        return init_then_call<slot>(args...);
+    return call_slot<slot>(args...);
+}
+
+// The public function of `slot`, but a direct call of the family's own
+// `own` while the selected table holds it: an inner step costs one pointer
+// comparison, and a slot that a caller has replaced is still obeyed.
+template <auto slot, auto own, class... Args> auto through_table(Args... args)
+{
+    if (initialized != 0 && card_np_api->*slot == own) [[likely]]
+        return own(args...);
+    return forward<slot>(args...);
+}
 
 // The entry that closes a mapping table: every field 0xFF.
 inline constexpr port_mapping_entry k_end_entry = {0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
@@ -19,6 +74,17 @@ constexpr bool same_entry(const port_mapping_entry &a, const port_mapping_entry 
 {
     return a.phys_front_port == b.phys_front_port && a.np == b.np && a.np_port == b.np_port &&
            a.fplate_port == b.fplate_port && a.port_type == b.port_type;
+}
+
+// Every row of `table` is the `rule`'s row of its index, by `same`: rows
+// spelled out by a count of their own fail this when the count is off.
+template <class T, std::size_t n, class Rule, class Same>
+constexpr bool rows_follow(const T (&table)[n], Rule rule, Same same)
+{
+    for (std::size_t i = 0; i < n; ++i)
+        if (!same(table[i], rule(i)))
+            return false;
+    return true;
 }
 
 // Writes an optional output.
@@ -60,8 +126,45 @@ inline void np_port_to_mapping_info(const port_mapping_entry *const *entries, ui
     }
 }
 
-// What slot 37 reports for a front port's cage or instance.  The type
-// stays NONE (and subslot and place 0) when the query fails.
+// ---- Slot 37: what the platform reports at a front port's place ----
+
+// The place (subslot, cage or instance) a front port names, by slots 31 and
+// 34 in that order; `own_subslot` and `own_place` are the family's own.
+template <auto own_subslot = get_subslot, auto own_place = get_ifsubinst>
+ifsubsys_id place_of(uint32_t front)
+{
+    return {0, through_table<&cvn_np_api::cvn_np_lib_get_subslot, own_subslot>(front),
+            through_table<&cvn_np_api::cvn_np_lib_get_ifsubinst, own_place>(front)};
+}
+
+// Asks the platform about `id`.  A non-zero status is returned and nothing
+// is written; otherwise `subslot` gets `reported_subslot`, `ifsubsys` the
+// id's ifsubsys and `type` the answer's type (each where non-NULL), and the
+// result is 0.
+inline uint32_t ask_platform(const ifsubsys_id &id, uint32_t reported_subslot, uint32_t *subslot,
+                             uint32_t *ifsubsys, uint32_t *type)
+{
+    ifsubsys_info answer{};
+    const uint32_t status = rva_ifsubsys_get_info(&id, &answer);
+    if (status != 0)
+        return status;
+    put(subslot, reported_subslot);
+    put(ifsubsys, id.ifsubsys);
+    put(type, answer.type);
+    return 0;
+}
+
+// Slot 37 of a family that checks nothing before it asks.
+inline uint32_t front_port_to_ifsubsys(uint32_t front, uint32_t *subslot, uint32_t *ifsubsys,
+                                       uint32_t *type)
+{
+    const ifsubsys_id id = place_of(front);
+    return ask_platform(id, id.subslot, subslot, ifsubsys, type);
+}
+
+// What slot 37 reports for a front port's cage or instance, asked through
+// the selected table.  The type stays NONE (and subslot and place 0) when
+// the query fails.
 struct place_answer {
     uint32_t status;
     uint32_t subslot;
@@ -80,6 +183,28 @@ inline place_answer query_place(uint32_t subslot, uint32_t place)
     return query_front_port(
         cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port(static_cast<uint16_t>(subslot), place, 0));
 }
+
+// ---- Slots 0-3, 5 and 25 of a family with an np_info record ----
+
+// F names the record (F.card_np_info), the run-time records its init fills
+// (F.card_version_record, F.card_subslot_info), its source path and its
+// np_complex check.
+template <const auto &F> struct card_summary {
+    static const card_version *version_get() { return F.card_version_record; }
+    static uint32_t max_mtu() { return (*F.card_np_info)->max_mtu; }
+    static uint32_t how_many() { return (*F.card_np_info)->num_complex; }
+    static uint32_t chip_how_many() { return (*F.card_np_info)->num_np; }
+    static const subslot_info *subslot_info_get() { return F.card_subslot_info; }
+
+    // The complex's first NP; its second where it has two and `second` is set.
+    static uint32_t complex_to_np(uint8_t np_complex, uint32_t second)
+    {
+        require(np_complex < cvn_np_how_many(), F.path, F.text.np_complex);
+        const uint32_t per_complex = (*F.card_np_info)->np_per_complex;
+        const uint32_t first = np_complex * per_complex;
+        return per_complex != 1 && second != 0 ? first + 1 : first;
+    }
+};
 
 // ---- Slots with a fixed answer ----
 
@@ -141,6 +266,7 @@ template <const char *path, const check &np_complex> struct one_np_per_complex {
     }
 };
 
-} // namespace cvn_np::common
+} // namespace common
+} // namespace cvn_np
 
 #endif // CVN_NP_COMMON_SLOTS_H

@@ -8,8 +8,8 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <type_traits>
 
+#include "cvn_np_common_slots.h"
 #include "cvn_np_lib.h"
 #include "cvn_np_lib_tables.h"
 #include "cvn_np_platform.h"
@@ -30,6 +30,12 @@ void report_assertion(const char *path, int line, const char *text) noexcept
     flockfile(stderr);
     (void)std::fprintf(stderr, "%s: %d %s -- assertion failed\n", path, line, text);
     std::abort();
+}
+
+void cvn_np_lib_init_my_card()
+{
+    cardtype = platform_get_my_card_type();
+    cvn_np_lib_init(cardtype);
 }
 
 } // namespace cvn_np
@@ -77,36 +83,7 @@ const card_family *family_of(uint32_t card_type)
     return nullptr;
 }
 
-// The lazy road: serve the card the platform says we run on.
-void cvn_np_lib_init_my_card()
-{
-    cardtype = platform_get_my_card_type();
-    cvn_np_lib_init(cardtype);
-}
-
-// What a public function answers when the family leaves its slot empty.
-template <class R> R empty_slot_answer()
-{
-    if constexpr (std::is_void_v<R>)
-        return;
-    else if constexpr (std::is_pointer_v<R>)
-        return nullptr;
-    else
-        return CVN_NP_ERR_INVALID;
-}
-
-// The body of every public slot function: initialise if needed, then call
-// the selected family's slot with the caller's arguments.
-template <auto slot, class... Args> auto forward(Args... args)
-{
-    if (initialized == 0) [[unlikely]]
-        cvn_np_lib_init_my_card();
-    const auto fn = card_np_api->*slot;
-    using result = decltype(fn(args...));
-    if (fn == nullptr) [[unlikely]]
-        return empty_slot_answer<result>();
-    return fn(args...);
-}
+using cvn_np::common::forward;
 
 } // namespace
 

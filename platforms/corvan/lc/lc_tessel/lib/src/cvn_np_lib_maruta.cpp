@@ -8,12 +8,12 @@
 // Where a caller's index lies past a table (slots 19, 20, 22, 36, 39), it
 // reads as the table's all-0xFF end entry: answers of 255, or 255 written.
 
+#include <array>
 #include <cstddef>
 #include <iterator>
 
 #include "cvn_np_common_slots.h"
 #include "cvn_np_lib_tables.h"
-#include "cvn_np_platform.h"
 #include "cvn_np_report.h"
 #include "cvn_np_table_rows.h"
 
@@ -101,25 +101,26 @@ cvn_np_api cvn_np_api_maruta;
 
 namespace {
 
-// Telling rows: (phys_front_port, np, np_port, fplate_port, port_type).
+// Every row as its rule gives it, and the telling rows:
+// (phys_front_port, np, np_port, fplate_port, port_type).
+constexpr auto same_front = [](uint32_t a, uint32_t b) { return a == b; };
+static_assert(common::rows_follow(cvn_np_port_mapping_maruta_combo0, combo0_entry, same_entry) &&
+              common::rows_follow(cvn_np_port_mapping_maruta_combo0_tuple, tuple_entry,
+                                  same_entry));
+static_assert(common::rows_follow(cvn_phy_to_front_combo0_inst0, instance_front<0>, same_front) &&
+              common::rows_follow(cvn_phy_to_front_combo0_inst1, instance_front<1>, same_front) &&
+              common::rows_follow(cvn_phy_to_front_combo0_inst2, instance_front<2>, same_front) &&
+              common::rows_follow(cvn_phy_to_front_combo0_inst3, instance_front<3>, same_front));
 static_assert(same_entry(cvn_np_port_mapping_maruta_combo0[0], {0, 0, 116, 0, 4}));
 static_assert(same_entry(cvn_np_port_mapping_maruta_combo0[5], k_end_entry));
-static_assert(same_entry(cvn_np_port_mapping_maruta_combo0[16], {16, 0, 204, 16, 1}));
 static_assert(same_entry(cvn_np_port_mapping_maruta_combo0[25], {25, 0, 213, 25, 1}));
-static_assert(same_entry(cvn_np_port_mapping_maruta_combo0[26], k_end_entry));
 static_assert(same_entry(cvn_np_port_mapping_maruta_combo0[32], {32, 1, 116, 32, 4}));
-static_assert(same_entry(cvn_np_port_mapping_maruta_combo0[33], k_end_entry));
 static_assert(same_entry(cvn_np_port_mapping_maruta_combo0[48], {48, 1, 204, 48, 1}));
-static_assert(same_entry(cvn_np_port_mapping_maruta_combo0[57], {57, 1, 213, 57, 1}));
 static_assert(same_entry(cvn_np_port_mapping_maruta_combo0[58], k_end_entry));
-static_assert(same_entry(cvn_np_port_mapping_maruta_combo0_tuple[0], {16, 0, 204, 16, 1}));
-static_assert(same_entry(cvn_np_port_mapping_maruta_combo0_tuple[10], {48, 1, 204, 48, 1}));
 static_assert(same_entry(cvn_np_port_mapping_maruta_combo0_tuple[19], {57, 1, 213, 57, 1}));
-static_assert(same_entry(cvn_np_port_mapping_maruta_combo0_tuple[20], {0, 0, 116, 0, 4}));
 static_assert(same_entry(cvn_np_port_mapping_maruta_combo0_tuple[21], {32, 1, 116, 32, 4}));
 static_assert(same_entry(cvn_np_port_mapping_maruta_combo0_tuple[22], k_end_entry));
-static_assert(cvn_phy_to_front_combo0_inst1[9] == 25 && cvn_phy_to_front_combo0_inst3[0] == 48);
-static_assert(cvn_phy_to_front_combo0_inst2[0] == 32);
+static_assert(cvn_phy_to_front_combo0_inst1[9] == 25 && cvn_phy_to_front_combo0_inst2[0] == 32);
 
 // Entry `index` of a table whose last entry is the end entry; an index past
 // the table reads as that end entry.
@@ -128,6 +129,24 @@ const port_mapping_entry &entry_at(const port_mapping_entry (&table)[n], uint32_
 {
     return table[index < n ? index : n - 1];
 }
+
+// An entry's fields to the outputs that are given.
+void put_mapping(const port_mapping_entry &e, uint32_t *np, uint32_t *np_port,
+                 uint32_t *fplate_port, uint32_t *port_type)
+{
+    common::put(np, e.np);
+    common::put(np_port, e.np_port);
+    common::put(fplate_port, e.fplate_port);
+    common::put(port_type, e.port_type);
+}
+
+// Slots that others reach through the selected table (37, 38, 41).
+uint32_t front_port_to_ifsubsys(uint32_t, uint32_t *, uint32_t *, uint32_t *);
+const port_info *port_info_of_type(uint32_t, uint32_t, uint32_t);
+void info_to_mapping_info(uint32_t, uint32_t, uint32_t, uint32_t *, uint32_t *, uint32_t *);
+
+using common::through_table;
+using api = cvn_np_api;
 
 // ---- slots 0-7: card summary ----
 
@@ -139,7 +158,8 @@ const subslot_info *subslot_info_get() { return &maruta_card_subslot_info; }
 // The card's list is that of NP 0's 100GE instance.
 const port_info *port_info_get()
 {
-    return aux_cvn_np_port_info_get(0, 0, CVN_NP_IFSUB_TYPE_MARUTA_100GE);
+    return through_table<&api::aux_cvn_np_port_info_get, port_info_of_type>(
+        0, 0, CVN_NP_IFSUB_TYPE_MARUTA_100GE);
 }
 
 const port_info *port_info_subslot(uint16_t subslot)
@@ -151,10 +171,13 @@ const port_info *port_info_subslot(uint16_t subslot)
 const port_info *port_info_from_subslot_ifsubinst(uint16_t subslot, uint16_t ifsubinst)
 {
     cvn_np::require(subslot == 0, k_path, CVN_NP_CHECK("subslot == 0"));
-    const uint32_t front = cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port(0, ifsubinst, 0);
+    const uint32_t front =
+        through_table<&api::cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port,
+                      common::set_subslot_ifsubinst_ifsubinst_port>(0, ifsubinst, 0);
     uint32_t queried_subslot = 0, queried_ifsubsys = 0, type = CVN_NP_IFSUB_TYPE_NONE;
-    aux_cvn_np_front_port_to_ifsubsys(front, &queried_subslot, &queried_ifsubsys, &type);
-    return aux_cvn_np_port_info_get(0, ifsubinst, type);
+    through_table<&api::aux_cvn_np_front_port_to_ifsubsys, front_port_to_ifsubsys>(
+        front, &queried_subslot, &queried_ifsubsys, &type);
+    return through_table<&api::aux_cvn_np_port_info_get, port_info_of_type>(0, ifsubinst, type);
 }
 
 // ---- slots 8-12: front port to NP, straight from the table ----
@@ -169,29 +192,27 @@ uint32_t front_port_mapping_info(uint32_t front, uint32_t *np, uint32_t *np_port
 {
     if (front > k_last_front)
         return 0;
-    const port_mapping_entry &e = cvn_np_port_mapping_maruta_combo0[front];
-    common::put(np, e.np);
-    common::put(np_port, e.np_port);
-    common::put(fplate_port, e.fplate_port);
-    common::put(port_type, e.port_type);
+    put_mapping(cvn_np_port_mapping_maruta_combo0[front], np, np_port, fplate_port, port_type);
     return 0;
 }
 
 // ---- slots 13-18: NP to front port ----
 
-uint32_t info_to_front_port(uint32_t np_id, uint32_t np_port, uint32_t *front)
-{
-    uint32_t discarded_type = 0;
-    return cvn_np_info_to_fplate_porttype(np_id, np_port, front, &discarded_type);
-}
-
 uint32_t info_to_fplate_porttype(uint32_t np_id, uint32_t np_port, uint32_t *front,
                                  uint32_t *port_type)
 {
-    if (np_id >= cvn_np_how_many())
+    if (np_id >= through_table<&api::cvn_np_how_many, how_many>())
         return CVN_NP_ERR_INVALID;
-    aux_cvn_np_info_to_mapping_info(np_id, np_port, 0, front, nullptr, port_type);
+    through_table<&api::aux_cvn_np_info_to_mapping_info, info_to_mapping_info>(
+        np_id, np_port, 0, front, nullptr, port_type);
     return 0;
+}
+
+uint32_t info_to_front_port(uint32_t np_id, uint32_t np_port, uint32_t *front)
+{
+    uint32_t discarded_type = 0;
+    return through_table<&api::cvn_np_info_to_fplate_porttype, info_to_fplate_porttype>(
+        np_id, np_port, front, &discarded_type);
 }
 
 // NP 0 starts at its 100GE port, NP 1 (any other id) at its first 10GE port.
@@ -249,19 +270,11 @@ uint32_t get_phys_port_tuple45(uint32_t, uint16_t, uint16_t ifsubinst, uint16_t 
 
 // ---- slots 37-45: auxiliary layer ----
 
+// No bound on the instance; the subslot written is 0, whatever slot 31 says.
 uint32_t front_port_to_ifsubsys(uint32_t front, uint32_t *subslot, uint32_t *ifsubsys,
                                 uint32_t *type)
 {
-    const ifsubsys_id instance_id = {0, cvn_np_lib_get_subslot(front),
-                                     cvn_np_lib_get_ifsubinst(front)};
-    ifsubsys_info answer{};
-    const uint32_t status = rva_ifsubsys_get_info(&instance_id, &answer);
-    if (status != 0)
-        return status;
-    common::put(subslot, 0);
-    common::put(ifsubsys, instance_id.ifsubsys);
-    common::put(type, answer.type);
-    return 0;
+    return common::ask_platform(common::place_of(front), 0, subslot, ifsubsys, type);
 }
 
 const port_info *port_info_of_type(uint32_t subslot_num, uint32_t, uint32_t type)
@@ -292,27 +305,43 @@ void front_port_to_mapping_info(uint32_t instance, uint32_t index, uint32_t, uin
     cvn_np::require(instance < std::size(k_instances), k_path, CVN_NP_CHECK("0"));
     const instance_table &t = k_instances[instance];
     const uint32_t front = index < t.size ? t.fronts[index] : k_no_port;
-    const port_mapping_entry &e = entry_at(cvn_np_port_mapping_maruta_combo0, front);
-    common::put(np, e.np);
-    common::put(np_port, e.np_port);
-    common::put(fplate_port, e.fplate_port);
-    common::put(port_type, e.port_type);
+    put_mapping(entry_at(cvn_np_port_mapping_maruta_combo0, front), np, np_port, fplate_port,
+                port_type);
 }
 
-// The first of the 58 ports with that NP and NP-local port; the type is not
-// needed.  The filler entries match NP 255, NP-local port 255 only.
-void info_to_mapping_info(uint32_t np_num, uint32_t np_port, uint32_t, uint32_t *front,
-                          uint32_t *fplate_port, uint32_t *port_type)
+// The first of the 58 ports with that NP and NP-local port, k_no_port for
+// none.  The filler entries match NP 255, NP-local port 255 only.
+constexpr uint32_t first_front_of(uint32_t np_num, uint32_t np_port)
 {
     for (uint32_t f = 0; f <= k_last_front; ++f) {
         const port_mapping_entry &e = cvn_np_port_mapping_maruta_combo0[f];
-        if (e.np == np_num && e.np_port == np_port) {
-            common::put(front, e.phys_front_port);
-            common::put(fplate_port, e.fplate_port);
-            common::put(port_type, e.port_type);
-            return;
-        }
+        if (e.np == np_num && e.np_port == np_port)
+            return f;
     }
+    return k_no_port;
+}
+
+// That search answered at compile time for every NP-local port of the NPs.
+constexpr auto k_front_of_np_port = [] {
+    std::array<std::array<uint8_t, 256>, k_nps> index{};
+    for (uint32_t np = 0; np < k_nps; ++np)
+        for (uint32_t p = 0; p < 256; ++p)
+            index[np][p] = static_cast<uint8_t>(first_front_of(np, p));
+    return index;
+}();
+
+// The type is not needed; nothing is written when no port matches.
+void info_to_mapping_info(uint32_t np_num, uint32_t np_port, uint32_t, uint32_t *front,
+                          uint32_t *fplate_port, uint32_t *port_type)
+{
+    const uint32_t f = np_num < k_nps && np_port < 256 ? k_front_of_np_port[np_num][np_port]
+                                                       : first_front_of(np_num, np_port);
+    if (f == k_no_port)
+        return;
+    const port_mapping_entry &e = cvn_np_port_mapping_maruta_combo0[f];
+    common::put(front, e.phys_front_port);
+    common::put(fplate_port, e.fplate_port);
+    common::put(port_type, e.port_type);
 }
 
 // The front port's place in the tuple order; 22 when it has none.  Entry 0
@@ -334,62 +363,62 @@ uint32_t front_port_to_ifsubinst(uint32_t front, uint32_t *index)
     return CVN_NP_EINVAL;
 }
 
+// The operation table, slot by slot.
+constexpr cvn_np_api k_maruta_api = {
+    .cvn_np_version_get = version_get,
+    .cvn_max_mtu = max_mtu,
+    .cvn_np_how_many = how_many,
+    .cvn_np_chip_how_many = how_many,
+    .cvn_np_port_info_get = port_info_get,
+    .cvn_np_subslot_info_get = subslot_info_get,
+    .cvn_np_port_info_subslot = port_info_subslot,
+    .cvn_np_port_info_from_subslot_ifsubinst = port_info_from_subslot_ifsubinst,
+    .cvn_np_front_port_to_np = front_port_field<&port_mapping_entry::np>,
+    .cvn_np_front_port_to_np_port = front_port_field<&port_mapping_entry::np_port>,
+    .cvn_np_front_port_to_port_type = front_port_field<&port_mapping_entry::port_type>,
+    .cvn_np_front_port_to_face_plate_port =
+        common::face_plate_port_by_mapping<front_port_mapping_info>,
+    .cvn_np_front_port_mapping_info = front_port_mapping_info,
+    .cvn_np_info_num_local_ports = common::fixed_local_ports<k_path, k_np_id_check, k_ports_per_np>,
+    .cvn_np_info_to_front_port = info_to_front_port,
+    .cvn_np_info_to_fplate_porttype = info_to_fplate_porttype,
+    .cvn_np_first_front_port_on_np = first_front_port_on_np,
+    .cvn_np_first_phys_port_on_np = first_phys_port_on_np,
+    .cvn_np_first_fplate_porttype_on_np = first_fplate_porttype_on_np,
+    .cvn_faceplate_porttype_to_np = faceplate_field<&port_mapping_entry::np>,
+    .cvn_faceplate_porttype_to_np_port = faceplate_field<&port_mapping_entry::np_port>,
+    .cvn_faceplate_porttype_to_phys_port = faceplate_porttype_to_phys_port,
+    .cvn_faceplate_porttype_mapping_info = faceplate_porttype_mapping_info,
+    .cvn_np_complex_to_subslot = complex_to_subslot,
+    .cvn_np_complex_to_subslot_list = complexes::complex_to_subslot_list,
+    .cvn_np_complex_to_np = complexes::complex_to_np,
+    .cvn_np_set_if_subsys_type = common::set_if_subsys_type,
+    .cvn_np_subslot_to_np_list = common::subslot_to_np_list,
+    .cvn_np_to_cpu_port_map = common::to_cpu_port_map,
+    .cvn_np_lib_set_subslot_phy_port = common::set_subslot_phy_port,
+    .cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port = common::set_subslot_ifsubinst_ifsubinst_port,
+    .cvn_np_lib_get_subslot = common::get_subslot,
+    .cvn_np_lib_get_subslot_port = common::get_port,
+    .cvn_np_lib_get_port = common::get_port,
+    .cvn_np_lib_get_ifsubinst = common::get_ifsubinst,
+    .cvn_np_lib_get_ifsubinst_port = common::get_ifsubinst_port,
+    .cvn_np_lib_get_phys_port_tuple45 = get_phys_port_tuple45,
+    .aux_cvn_np_front_port_to_ifsubsys = front_port_to_ifsubsys,
+    .aux_cvn_np_port_info_get = port_info_of_type,
+    .aux_cvn_np_front_port_to_mapping_info = front_port_to_mapping_info,
+    .aux_cvn_np_info_num_local_ports = nullptr,
+    .aux_cvn_np_info_to_mapping_info = info_to_mapping_info,
+    .aux_cvn_np_first_port_on_np = nullptr,
+    .aux_cvn_faceplate_to_mapping_info = nullptr,
+    .aux_np_port_to_mapping_info = nullptr,
+    .aux_cvn_np_front_port_to_ifsubinst = front_port_to_ifsubinst,
+};
+
 } // namespace
 
 extern "C" {
 
-void cvn_np_maruta_api_fill(cvn_np_api *t)
-{
-    t->cvn_np_version_get = version_get;
-    t->cvn_max_mtu = max_mtu;
-    t->cvn_np_how_many = how_many;
-    t->cvn_np_chip_how_many = how_many;
-    t->cvn_np_port_info_get = port_info_get;
-    t->cvn_np_subslot_info_get = subslot_info_get;
-    t->cvn_np_port_info_subslot = port_info_subslot;
-    t->cvn_np_port_info_from_subslot_ifsubinst = port_info_from_subslot_ifsubinst;
-    t->cvn_np_front_port_to_np = front_port_field<&port_mapping_entry::np>;
-    t->cvn_np_front_port_to_np_port = front_port_field<&port_mapping_entry::np_port>;
-    t->cvn_np_front_port_to_port_type = front_port_field<&port_mapping_entry::port_type>;
-    t->cvn_np_front_port_to_face_plate_port =
-        common::face_plate_port_by_mapping<front_port_mapping_info>;
-    t->cvn_np_front_port_mapping_info = front_port_mapping_info;
-    t->cvn_np_info_num_local_ports =
-        common::fixed_local_ports<k_path, k_np_id_check, k_ports_per_np>;
-    t->cvn_np_info_to_front_port = info_to_front_port;
-    t->cvn_np_info_to_fplate_porttype = info_to_fplate_porttype;
-    t->cvn_np_first_front_port_on_np = first_front_port_on_np;
-    t->cvn_np_first_phys_port_on_np = first_phys_port_on_np;
-    t->cvn_np_first_fplate_porttype_on_np = first_fplate_porttype_on_np;
-    t->cvn_faceplate_porttype_to_np = faceplate_field<&port_mapping_entry::np>;
-    t->cvn_faceplate_porttype_to_np_port = faceplate_field<&port_mapping_entry::np_port>;
-    t->cvn_faceplate_porttype_to_phys_port = faceplate_porttype_to_phys_port;
-    t->cvn_faceplate_porttype_mapping_info = faceplate_porttype_mapping_info;
-    t->cvn_np_complex_to_subslot = complex_to_subslot;
-    t->cvn_np_complex_to_subslot_list = complexes::complex_to_subslot_list;
-    t->cvn_np_complex_to_np = complexes::complex_to_np;
-    t->cvn_np_set_if_subsys_type = common::set_if_subsys_type;
-    t->cvn_np_subslot_to_np_list = common::subslot_to_np_list;
-    t->cvn_np_to_cpu_port_map = common::to_cpu_port_map;
-    t->cvn_np_lib_set_subslot_phy_port = common::set_subslot_phy_port;
-    t->cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port =
-        common::set_subslot_ifsubinst_ifsubinst_port;
-    t->cvn_np_lib_get_subslot = common::get_subslot;
-    t->cvn_np_lib_get_subslot_port = common::get_port;
-    t->cvn_np_lib_get_port = common::get_port;
-    t->cvn_np_lib_get_ifsubinst = common::get_ifsubinst;
-    t->cvn_np_lib_get_ifsubinst_port = common::get_ifsubinst_port;
-    t->cvn_np_lib_get_phys_port_tuple45 = get_phys_port_tuple45;
-    t->aux_cvn_np_front_port_to_ifsubsys = front_port_to_ifsubsys;
-    t->aux_cvn_np_port_info_get = port_info_of_type;
-    t->aux_cvn_np_front_port_to_mapping_info = front_port_to_mapping_info;
-    t->aux_cvn_np_info_num_local_ports = nullptr;
-    t->aux_cvn_np_info_to_mapping_info = info_to_mapping_info;
-    t->aux_cvn_np_first_port_on_np = nullptr;
-    t->aux_cvn_faceplate_to_mapping_info = nullptr;
-    t->aux_np_port_to_mapping_info = nullptr;
-    t->aux_cvn_np_front_port_to_ifsubinst = front_port_to_ifsubinst;
-}
+void cvn_np_maruta_api_fill(cvn_np_api *t) { *t = k_maruta_api; }
 
 // All of maruta's data is static; there is nothing to point or fill but the
 // operation table.

@@ -10,11 +10,9 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <iterator>
 
 #include "cvn_np_common_slots.h"
 #include "cvn_np_lib_tables.h"
-#include "cvn_np_platform.h"
 #include "cvn_np_report.h"
 #include "cvn_np_table_rows.h"
 
@@ -57,6 +55,14 @@ constexpr quellon_port_mapping_entry port_entry(std::size_t i)
 
 // One-NP card types; every other quellon card type has two NPs.
 constexpr uint32_t k_one_np_types[] = {0x3D02CA, 0x3D02CB, 0x3D02CC, 0x3D02D0, 0x3D02D1, 0x3D02D2};
+// The same as bits, bit k for card type k_first_type + k.
+constexpr uint32_t k_first_type = 0x3D02C7;
+constexpr uint32_t k_one_np_bits = [] {
+    uint32_t bits = 0;
+    for (uint32_t type : k_one_np_types)
+        bits |= 1u << (type - k_first_type);
+    return bits;
+}();
 
 } // namespace
 
@@ -85,15 +91,13 @@ constexpr bool same_entry(const quellon_port_mapping_entry &a, const quellon_por
            a.np_port == b.np_port;
 }
 
-// Telling rows: (phys_front_port, fplate_port, ifsubinst, ifsubinst_port, np, np_port).
+// Every row as its rule gives it, and the telling rows:
+// (phys_front_port, fplate_port, ifsubinst, ifsubinst_port, np, np_port).
+static_assert(common::rows_follow(cvn_np_port_mapping_quellon, port_entry, same_entry));
 static_assert(same_entry(cvn_np_port_mapping_quellon[0], {0, 0, 0, 0, 0, 193}));
-static_assert(same_entry(cvn_np_port_mapping_quellon[1], {1, 1, 0, 1, 0, 192}));
-static_assert(same_entry(cvn_np_port_mapping_quellon[2], {2, 2, 0, 2, 0, 195}));
 static_assert(same_entry(cvn_np_port_mapping_quellon[3], {3, 3, 0, 3, 0, 194}));
-static_assert(same_entry(cvn_np_port_mapping_quellon[23], {23, 23, 5, 3, 0, 214}));
 static_assert(same_entry(cvn_np_port_mapping_quellon[24], {24, 24, 6, 0, 1, 193}));
 static_assert(same_entry(cvn_np_port_mapping_quellon[30], {30, 30, 7, 2, 1, 199}));
-static_assert(same_entry(cvn_np_port_mapping_quellon[46], {46, 46, 11, 2, 1, 215}));
 static_assert(same_entry(cvn_np_port_mapping_quellon[47], {47, 47, 11, 3, 1, 214}));
 
 // The ports in use: the init's bound, never more than the table holds.
@@ -108,6 +112,9 @@ uint32_t checked_port(uint32_t argument, const cvn_np::check &in_use)
     return i;
 }
 
+using common::through_table;
+using api = cvn_np_api;
+
 // ---- slots 0-7: card summary ----
 
 const card_version *version_get() { return &quellon_card_version; }
@@ -115,10 +122,11 @@ uint32_t max_mtu() { return 9216; }
 
 uint32_t how_many()
 {
-    const bool one_np = std::find(std::begin(k_one_np_types), std::end(k_one_np_types), cardtype) !=
-                        std::end(k_one_np_types);
-    return one_np ? 1 : 2;
+    const uint32_t k = cardtype - k_first_type;
+    return k < 32 && (k_one_np_bits >> k & 1) != 0 ? 1 : 2;
 }
+// Slot 2 as the other slots ask it.
+uint32_t np_count() { return through_table<&api::cvn_np_how_many, how_many>(); }
 
 const port_info *port_info_get() { return &quellon_port_info_list[0]; }
 const subslot_info *subslot_info_get() { return &cvn_np_subslot_info_quellon; }
@@ -138,17 +146,27 @@ template <const cvn_np::check &bound, auto field> uint32_t port_field(uint32_t f
 {
     return cvn_np_port_mapping_quellon[checked_port(front, bound)].*field;
 }
+constexpr auto front_port_to_np = port_field<k_front_bound, &quellon_port_mapping_entry::np>;
+constexpr auto front_port_to_np_port =
+    port_field<k_front_bound, &quellon_port_mapping_entry::np_port>;
+constexpr auto get_ifsubinst = port_field<k_sub_bound, &quellon_port_mapping_entry::ifsubinst>;
+uint32_t get_subslot(uint32_t front);
 
 // 10GE when the port's instance reports quellon's 10GE type; NONE for any
 // other answer, a failed query included.
 uint32_t front_port_to_port_type(uint32_t front)
 {
     const uint32_t i = checked_port(front, k_front_bound);
-    const ifsubsys_id instance_id = {0, cvn_np_lib_get_subslot(i), cvn_np_lib_get_ifsubinst(i)};
-    ifsubsys_info answer{};
-    const uint32_t status = rva_ifsubsys_get_info(&instance_id, &answer);
-    return status == 0 && answer.type == CVN_NP_IFSUB_TYPE_QUELLON_10GE ? CVN_NP_PORT_TYPE_10GE
-                                                                        : CVN_NP_PORT_TYPE_NONE;
+    uint32_t type = CVN_NP_IFSUB_TYPE_NONE;
+    const ifsubsys_id instance = common::place_of<get_subslot, get_ifsubinst>(i);
+    const uint32_t status = common::ask_platform(instance, 0, nullptr, nullptr, &type);
+    return status == 0 && type == CVN_NP_IFSUB_TYPE_QUELLON_10GE ? CVN_NP_PORT_TYPE_10GE
+                                                                 : CVN_NP_PORT_TYPE_NONE;
+}
+// Slot 10 as the other slots ask it.
+uint32_t port_type_of(uint32_t i)
+{
+    return through_table<&api::cvn_np_front_port_to_port_type, front_port_to_port_type>(i);
 }
 
 uint32_t front_port_mapping_info(uint32_t front, uint32_t *np, uint32_t *np_port,
@@ -158,91 +176,101 @@ uint32_t front_port_mapping_info(uint32_t front, uint32_t *np, uint32_t *np_port
     if (i >= ports_in_use())
         return CVN_NP_ERR_INVALID;
     if (np != nullptr)
-        *np = cvn_np_front_port_to_np(i);
+        *np = through_table<&api::cvn_np_front_port_to_np, front_port_to_np>(i);
     if (np_port != nullptr)
-        *np_port = cvn_np_front_port_to_np_port(i);
+        *np_port = through_table<&api::cvn_np_front_port_to_np_port, front_port_to_np_port>(i);
     common::put(fplate_port, cvn_np_port_mapping_quellon[i].fplate_port);
     if (port_type != nullptr)
-        *port_type = cvn_np_front_port_to_port_type(i);
+        *port_type = port_type_of(i);
     return 0;
 }
 
 // ---- slots 13-18: NP to front port ----
 
-// Every port in use is visited; a match writes its index.  Nothing is
-// written when none matches, nor through a NULL output.
+// The port with NP-local port 192 + k of NP n: port 24n + (k ^ 1), the
+// inverse of the table's rule, so the only port that matches.
+constexpr uint32_t port_of(uint32_t np_id, uint32_t k) { return np_id * k_ports_per_np + (k ^ 1); }
+static_assert([] {
+    for (uint32_t i = 0; i < k_table_ports; ++i) {
+        const quellon_port_mapping_entry &e = cvn_np_port_mapping_quellon[i];
+        if (port_of(e.np, e.np_port - k_first_np_port) != i)
+            return false;
+    }
+    return true;
+}());
+
+// The port in use with that NP and NP-local port writes its index; nothing
+// is written when there is none, nor through a NULL output.
 uint32_t info_to_front_port(uint32_t np_id, uint32_t np_port, uint32_t *front)
 {
-    if (np_id >= cvn_np_how_many())
+    if (np_id >= np_count())
         return CVN_NP_ERR_INVALID;
-    for (uint32_t i = 0; i < ports_in_use(); ++i) {
-        const quellon_port_mapping_entry &e = cvn_np_port_mapping_quellon[i];
-        if (e.np == np_id && e.np_port == np_port)
-            common::put(front, i);
-    }
+    const uint32_t k = np_port - k_first_np_port;
+    if (np_id < k_table_ports / k_ports_per_np && k < k_ports_per_np &&
+        port_of(np_id, k) < ports_in_use())
+        common::put(front, port_of(np_id, k));
     return 0;
 }
 
-// The front port of an NP-local port, into a local first: `none` stays
-// when the NP has no such port, and then nothing is written or asked.
-struct found_port {
-    static constexpr uint32_t none = UINT32_MAX;
-    uint32_t status;
-    uint32_t front;
-};
-found_port find_front_port(uint32_t np_id, uint32_t np_port)
+// Slot 14 as the other slots ask it; they read its answer from a local
+// preset to k_none, which stays when the NP has no such port.
+uint32_t front_port_of(uint32_t np_id, uint32_t np_port, uint32_t *front)
 {
-    found_port f{0, found_port::none};
-    f.status = cvn_np_info_to_front_port(np_id, np_port, &f.front);
-    return f;
+    return through_table<&api::cvn_np_info_to_front_port, info_to_front_port>(np_id, np_port,
+                                                                              front);
 }
+constexpr uint32_t k_none = UINT32_MAX;
 
 uint32_t info_to_fplate_porttype(uint32_t np_id, uint32_t np_port, uint32_t *fplate_port,
                                  uint32_t *port_type)
 {
-    if (np_id >= cvn_np_how_many())
+    if (np_id >= np_count())
         return CVN_NP_ERR_INVALID;
-    const found_port f = find_front_port(np_id, np_port);
-    if (f.front != found_port::none) {
-        common::put(fplate_port, f.front);
+    uint32_t front = k_none;
+    const uint32_t status = front_port_of(np_id, np_port, &front);
+    if (front != k_none) {
+        common::put(fplate_port, front);
         if (port_type != nullptr)
-            *port_type = cvn_np_front_port_to_port_type(f.front);
+            *port_type = port_type_of(front);
     }
-    return f.status;
+    return status;
 }
 
 // The NP's port whose NP-local port is 192 (slots 16 and 17).
 uint32_t first_front_port_on_np(uint32_t np_id, uint32_t *front)
 {
-    if (np_id >= cvn_np_how_many())
+    if (np_id >= np_count())
         return CVN_NP_ERR_INVALID;
-    return cvn_np_info_to_front_port(np_id, k_first_np_port, front);
+    return front_port_of(np_id, k_first_np_port, front);
 }
 
 // As slot 16; the type is looked up when both outputs are given.
 uint32_t first_fplate_porttype_on_np(uint32_t np_id, uint32_t *port_type, uint32_t *fplate_port)
 {
-    if (np_id >= cvn_np_how_many())
+    if (np_id >= np_count())
         return CVN_NP_ERR_INVALID;
-    const found_port f = find_front_port(np_id, k_first_np_port);
-    if (f.front != found_port::none) {
-        common::put(fplate_port, f.front);
+    uint32_t front = k_none;
+    const uint32_t status = front_port_of(np_id, k_first_np_port, &front);
+    if (front != k_none) {
+        common::put(fplate_port, front);
         if (port_type != nullptr && fplate_port != nullptr)
-            *port_type = cvn_np_front_port_to_port_type(f.front);
+            *port_type = port_type_of(front);
     }
-    return f.status;
+    return status;
 }
 
 // ---- slots 19-22: faceplate port to NP; the port type is not needed ----
 
 uint32_t faceplate_porttype_to_np(uint32_t, uint32_t fplate)
 {
-    return cvn_np_front_port_to_np(checked_port(fplate, k_fplate_bound));
+    const uint32_t i = checked_port(fplate, k_fplate_bound);
+    return through_table<&api::cvn_np_front_port_to_np, front_port_to_np>(i);
 }
 
 uint32_t faceplate_porttype_to_np_port(uint32_t, uint32_t fplate)
 {
-    return cvn_np_front_port_to_np_port(checked_port(fplate, k_fplate_bound));
+    const uint32_t i = checked_port(fplate, k_fplate_bound);
+    return through_table<&api::cvn_np_front_port_to_np_port, front_port_to_np_port>(i);
 }
 
 uint32_t faceplate_porttype_to_phys_port(uint32_t, uint32_t fplate)
@@ -255,7 +283,8 @@ uint32_t faceplate_porttype_mapping_info(uint32_t, uint32_t fplate, uint32_t *np
 {
     const uint32_t i = checked_port(fplate, k_fplate_bound);
     uint32_t discarded_type = 0;
-    return cvn_np_front_port_mapping_info(i, np, np_port, front, &discarded_type);
+    return through_table<&api::cvn_np_front_port_mapping_info, front_port_mapping_info>(
+        i, np, np_port, front, &discarded_type);
 }
 
 // ---- slots 23-28: complexes and subslots ----
@@ -264,7 +293,7 @@ uint32_t complex_to_subslot(uint8_t) { return 0; }
 
 uint32_t to_cpu_port_map(uint16_t np_num)
 {
-    cvn_np::require(np_num < cvn_np_how_many(), k_path, CVN_NP_CHECK("np_num < cvn_np_how_many()"));
+    cvn_np::require(np_num < np_count(), k_path, CVN_NP_CHECK("np_num < cvn_np_how_many()"));
     return common::to_cpu_port_map(np_num);
 }
 
@@ -276,17 +305,14 @@ uint32_t set_subslot_phy_port(uint16_t, uint32_t phy_port)
     return phy_port;
 }
 
-// The first port in use on that instance with that port (low two bits).
+// The port in use on that instance with that port (low two bits): port p
+// of instance n is port 4n + p, the only entry that has both.
 uint32_t set_subslot_ifsubinst_ifsubinst_port(uint16_t, uint32_t ifsubinst, uint32_t port)
 {
-    const uint32_t instance_port = port & 3;
-    for (uint32_t i = 0; i < ports_in_use(); ++i) {
-        const quellon_port_mapping_entry &e = cvn_np_port_mapping_quellon[i];
-        if (e.ifsubinst == ifsubinst && e.ifsubinst_port == instance_port)
-            return i;
-    }
-    const cvn_np::check no_such_port = CVN_NP_CHECK("0");
-    cvn_np::report_assertion(k_path, no_such_port.line, no_such_port.text);
+    const uint32_t i =
+        ifsubinst < k_table_ports ? ifsubinst * k_ports_per_instance + (port & 3) : k_table_ports;
+    cvn_np::require(i < ports_in_use(), k_path, CVN_NP_CHECK("0"));
+    return i;
 }
 
 uint32_t get_subslot(uint32_t front)
@@ -302,63 +328,63 @@ uint32_t get_phys_port_tuple45(uint32_t, uint16_t, uint16_t ifsubinst, uint16_t)
     return ifsubinst;
 }
 
+// The operation table, slot by slot.
+constexpr cvn_np_api k_quellon_api = {
+    .cvn_np_version_get = version_get,
+    .cvn_max_mtu = max_mtu,
+    .cvn_np_how_many = how_many,
+    .cvn_np_chip_how_many = how_many,
+    .cvn_np_port_info_get = port_info_get,
+    .cvn_np_subslot_info_get = subslot_info_get,
+    .cvn_np_port_info_subslot = port_info_subslot,
+    .cvn_np_port_info_from_subslot_ifsubinst = port_info_from_subslot_ifsubinst,
+    .cvn_np_front_port_to_np = front_port_to_np,
+    .cvn_np_front_port_to_np_port = front_port_to_np_port,
+    .cvn_np_front_port_to_port_type = front_port_to_port_type,
+    .cvn_np_front_port_to_face_plate_port =
+        common::face_plate_port_by_mapping<front_port_mapping_info>,
+    .cvn_np_front_port_mapping_info = front_port_mapping_info,
+    .cvn_np_info_num_local_ports = common::fixed_local_ports<k_path, k_np_id_check, k_ports_per_np>,
+    .cvn_np_info_to_front_port = info_to_front_port,
+    .cvn_np_info_to_fplate_porttype = info_to_fplate_porttype,
+    .cvn_np_first_front_port_on_np = first_front_port_on_np,
+    .cvn_np_first_phys_port_on_np = first_front_port_on_np,
+    .cvn_np_first_fplate_porttype_on_np = first_fplate_porttype_on_np,
+    .cvn_faceplate_porttype_to_np = faceplate_porttype_to_np,
+    .cvn_faceplate_porttype_to_np_port = faceplate_porttype_to_np_port,
+    .cvn_faceplate_porttype_to_phys_port = faceplate_porttype_to_phys_port,
+    .cvn_faceplate_porttype_mapping_info = faceplate_porttype_mapping_info,
+    .cvn_np_complex_to_subslot = complex_to_subslot,
+    .cvn_np_complex_to_subslot_list = complexes::complex_to_subslot_list,
+    .cvn_np_complex_to_np = complexes::complex_to_np,
+    .cvn_np_set_if_subsys_type = common::set_if_subsys_type,
+    .cvn_np_subslot_to_np_list = common::subslot_to_np_list,
+    .cvn_np_to_cpu_port_map = to_cpu_port_map,
+    .cvn_np_lib_set_subslot_phy_port = set_subslot_phy_port,
+    .cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port = set_subslot_ifsubinst_ifsubinst_port,
+    .cvn_np_lib_get_subslot = get_subslot,
+    .cvn_np_lib_get_subslot_port = common::get_port,
+    .cvn_np_lib_get_port = port_field<k_sub_bound, &quellon_port_mapping_entry::phys_front_port>,
+    .cvn_np_lib_get_ifsubinst = get_ifsubinst,
+    .cvn_np_lib_get_ifsubinst_port =
+        port_field<k_sub_bound, &quellon_port_mapping_entry::ifsubinst_port>,
+    .cvn_np_lib_get_phys_port_tuple45 = get_phys_port_tuple45,
+    .aux_cvn_np_front_port_to_ifsubsys = nullptr,
+    .aux_cvn_np_port_info_get = nullptr,
+    .aux_cvn_np_front_port_to_mapping_info = nullptr,
+    .aux_cvn_np_info_num_local_ports = nullptr,
+    .aux_cvn_np_info_to_mapping_info = nullptr,
+    .aux_cvn_np_first_port_on_np = nullptr,
+    .aux_cvn_faceplate_to_mapping_info = nullptr,
+    .aux_np_port_to_mapping_info = nullptr,
+    .aux_cvn_np_front_port_to_ifsubinst = nullptr,
+};
+
 } // namespace
 
 extern "C" {
 
-void cvn_np_quellon_api_fill(cvn_np_api *t)
-{
-    t->cvn_np_version_get = version_get;
-    t->cvn_max_mtu = max_mtu;
-    t->cvn_np_how_many = how_many;
-    t->cvn_np_chip_how_many = how_many;
-    t->cvn_np_port_info_get = port_info_get;
-    t->cvn_np_subslot_info_get = subslot_info_get;
-    t->cvn_np_port_info_subslot = port_info_subslot;
-    t->cvn_np_port_info_from_subslot_ifsubinst = port_info_from_subslot_ifsubinst;
-    t->cvn_np_front_port_to_np = port_field<k_front_bound, &quellon_port_mapping_entry::np>;
-    t->cvn_np_front_port_to_np_port =
-        port_field<k_front_bound, &quellon_port_mapping_entry::np_port>;
-    t->cvn_np_front_port_to_port_type = front_port_to_port_type;
-    t->cvn_np_front_port_to_face_plate_port =
-        common::face_plate_port_by_mapping<front_port_mapping_info>;
-    t->cvn_np_front_port_mapping_info = front_port_mapping_info;
-    t->cvn_np_info_num_local_ports =
-        common::fixed_local_ports<k_path, k_np_id_check, k_ports_per_np>;
-    t->cvn_np_info_to_front_port = info_to_front_port;
-    t->cvn_np_info_to_fplate_porttype = info_to_fplate_porttype;
-    t->cvn_np_first_front_port_on_np = first_front_port_on_np;
-    t->cvn_np_first_phys_port_on_np = first_front_port_on_np;
-    t->cvn_np_first_fplate_porttype_on_np = first_fplate_porttype_on_np;
-    t->cvn_faceplate_porttype_to_np = faceplate_porttype_to_np;
-    t->cvn_faceplate_porttype_to_np_port = faceplate_porttype_to_np_port;
-    t->cvn_faceplate_porttype_to_phys_port = faceplate_porttype_to_phys_port;
-    t->cvn_faceplate_porttype_mapping_info = faceplate_porttype_mapping_info;
-    t->cvn_np_complex_to_subslot = complex_to_subslot;
-    t->cvn_np_complex_to_subslot_list = complexes::complex_to_subslot_list;
-    t->cvn_np_complex_to_np = complexes::complex_to_np;
-    t->cvn_np_set_if_subsys_type = common::set_if_subsys_type;
-    t->cvn_np_subslot_to_np_list = common::subslot_to_np_list;
-    t->cvn_np_to_cpu_port_map = to_cpu_port_map;
-    t->cvn_np_lib_set_subslot_phy_port = set_subslot_phy_port;
-    t->cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port = set_subslot_ifsubinst_ifsubinst_port;
-    t->cvn_np_lib_get_subslot = get_subslot;
-    t->cvn_np_lib_get_subslot_port = common::get_port;
-    t->cvn_np_lib_get_port = port_field<k_sub_bound, &quellon_port_mapping_entry::phys_front_port>;
-    t->cvn_np_lib_get_ifsubinst = port_field<k_sub_bound, &quellon_port_mapping_entry::ifsubinst>;
-    t->cvn_np_lib_get_ifsubinst_port =
-        port_field<k_sub_bound, &quellon_port_mapping_entry::ifsubinst_port>;
-    t->cvn_np_lib_get_phys_port_tuple45 = get_phys_port_tuple45;
-    t->aux_cvn_np_front_port_to_ifsubsys = nullptr;
-    t->aux_cvn_np_port_info_get = nullptr;
-    t->aux_cvn_np_front_port_to_mapping_info = nullptr;
-    t->aux_cvn_np_info_num_local_ports = nullptr;
-    t->aux_cvn_np_info_to_mapping_info = nullptr;
-    t->aux_cvn_np_first_port_on_np = nullptr;
-    t->aux_cvn_faceplate_to_mapping_info = nullptr;
-    t->aux_np_port_to_mapping_info = nullptr;
-    t->aux_cvn_np_front_port_to_ifsubinst = nullptr;
-}
+void cvn_np_quellon_api_fill(cvn_np_api *t) { *t = k_quellon_api; }
 
 // The card type fixes the NP count, and with it the ports in use.
 void cvn_np_quellon_init(void)

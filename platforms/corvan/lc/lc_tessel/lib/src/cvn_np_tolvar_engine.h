@@ -425,11 +425,12 @@ template <const family &F> struct engine {
 
     // ---- slots 0-7: card summary ----
 
-    static const card_version *version_get() { return F.card_version_record; }
-    static uint32_t max_mtu() { return info().max_mtu; }
-    static uint32_t how_many() { return info().num_complex; }
-    static uint32_t chip_how_many() { return info().num_np; }
-    static const subslot_info *subslot_info_get() { return F.card_subslot_info; }
+    using summary = common::card_summary<F>;
+    static constexpr auto version_get = summary::version_get;
+    static constexpr auto max_mtu = summary::max_mtu;
+    static constexpr auto how_many = summary::how_many;
+    static constexpr auto chip_how_many = summary::chip_how_many;
+    static constexpr auto subslot_info_get = summary::subslot_info_get;
 
     // The list of the first subslot whose first instance reports a type.
     static const port_info *port_info_get()
@@ -664,13 +665,7 @@ template <const family &F> struct engine {
         return 0;
     }
 
-    static uint32_t complex_to_np(uint8_t np_complex, uint32_t second)
-    {
-        require(np_complex < nps(), F.text.np_complex);
-        const uint32_t per_complex = info().np_per_complex;
-        const uint32_t first = np_complex * per_complex;
-        return per_complex != 1 && second != 0 ? first + 1 : first;
-    }
+    static constexpr auto complex_to_np = summary::complex_to_np;
 
     static uint32_t subslot_to_np_list(uint8_t subslot, uint32_t *count, uint32_t *first_np)
     {
@@ -741,19 +736,7 @@ template <const family &F> struct engine {
 
     // The place is (subslot, instance) as slots 31 and 34 decode them, even
     // when slot 34 has no answer.
-    static uint32_t front_port_to_ifsubsys(uint32_t front, uint32_t *subslot, uint32_t *ifsubsys,
-                                           uint32_t *type)
-    {
-        const ifsubsys_id id = {0, cvn_np_lib_get_subslot(front), cvn_np_lib_get_ifsubinst(front)};
-        ifsubsys_info answer{};
-        const uint32_t status = rva_ifsubsys_get_info(&id, &answer);
-        if (status != 0)
-            return status;
-        common::put(subslot, id.subslot);
-        common::put(ifsubsys, id.ifsubsys);
-        common::put(type, answer.type);
-        return 0;
-    }
+    static constexpr auto front_port_to_ifsubsys = common::front_port_to_ifsubsys;
 
     static bool maps_front_ports_of(uint32_t type)
     {
