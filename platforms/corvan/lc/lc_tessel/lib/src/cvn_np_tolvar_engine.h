@@ -374,15 +374,12 @@ template <const family &F> struct engine {
     enum output : uint8_t { out_np, out_np_port, out_fplate, out_port_type, out_front };
 
     // An inner step through slot `slot`: the family's own operation while
-    // the selected operation table still holds it, else the public `pub`.
-    template <auto slot, class Pub, class... A> static auto step(Pub pub, A... a)
+    // the selected operation table still holds it, else the public function.
+    template <auto slot, class... A> static auto step(A... a)
     {
-        constexpr auto own = own_ops().*slot;
-        if (initialized != 0 && card_np_api != nullptr && card_np_api->*slot == own)
-            return own(a...);
-        return pub(a...);
+        return common::through_table<slot, own_ops().*slot>(a...);
     }
-    static uint32_t nps() { return step<&cvn_np_api::cvn_np_how_many>(cvn_np_how_many); }
+    static uint32_t nps() { return step<&cvn_np_api::cvn_np_how_many>(); }
 
     static const np_info &info() { return **F.card_np_info; }
     static void require(bool ok, const check &c) { cvn_np::require(ok, F.path, c); }
@@ -438,8 +435,7 @@ template <const family &F> struct engine {
         for (uint32_t s = 0; s < info().num_subslot; ++s) {
             const query_answer a = query_instance(s, 0);
             if (a.type != CVN_NP_IFSUB_TYPE_NONE)
-                return step<&cvn_np_api::aux_cvn_np_port_info_get>(aux_cvn_np_port_info_get,
-                                                                   a.subslot, a.ifsubsys, a.type);
+                return step<&cvn_np_api::aux_cvn_np_port_info_get>(a.subslot, a.ifsubsys, a.type);
         }
         return F.dummy_port_info;
     }
@@ -450,8 +446,7 @@ template <const family &F> struct engine {
         const query_answer a = query_instance(subslot, 0);
         if (a.type == CVN_NP_IFSUB_TYPE_NONE)
             return F.dummy_port_info;
-        return step<&cvn_np_api::aux_cvn_np_port_info_get>(aux_cvn_np_port_info_get, subslot, 0,
-                                                           a.type);
+        return step<&cvn_np_api::aux_cvn_np_port_info_get>(subslot, 0, a.type);
     }
 
     static const port_info *port_info_from_subslot_ifsubinst(uint16_t subslot, uint16_t ifsubinst)
@@ -460,8 +455,7 @@ template <const family &F> struct engine {
         const platform_answer a = ask(subslot, ifsubinst);
         if (a.type == CVN_NP_IFSUB_TYPE_NONE)
             return F.dummy_port_info;
-        return step<&cvn_np_api::aux_cvn_np_port_info_get>(aux_cvn_np_port_info_get, subslot,
-                                                           ifsubinst, a.type);
+        return step<&cvn_np_api::aux_cvn_np_port_info_get>(subslot, ifsubinst, a.type);
     }
 
     // ---- slots 8-12: front port to NP ----
@@ -475,8 +469,8 @@ template <const family &F> struct engine {
             return CVN_NP_ERR_INVALID;
         uint32_t value = 0;
         step<&cvn_np_api::aux_cvn_np_front_port_to_mapping_info>(
-            aux_cvn_np_front_port_to_mapping_info, a.ifsubsys, front, a.type,
-            field == out_np ? &value : nullptr, field == out_np_port ? &value : nullptr, nullptr,
+            a.ifsubsys, front, a.type, field == out_np ? &value : nullptr,
+            field == out_np_port ? &value : nullptr, nullptr,
             field == out_port_type ? &value : nullptr);
         return value;
     }
@@ -489,9 +483,8 @@ template <const family &F> struct engine {
             return a.status;
         if (a.type == CVN_NP_IFSUB_TYPE_NONE)
             return CVN_NP_ERR_INVALID;
-        step<&cvn_np_api::aux_cvn_np_front_port_to_mapping_info>(
-            aux_cvn_np_front_port_to_mapping_info, a.ifsubsys, front, a.type, np, np_port,
-            fplate_port, port_type);
+        step<&cvn_np_api::aux_cvn_np_front_port_to_mapping_info>(a.ifsubsys, front, a.type, np,
+                                                                 np_port, fplate_port, port_type);
         return 0;
     }
 
@@ -523,8 +516,7 @@ template <const family &F> struct engine {
         for (uint32_t i = 0; i < instances; ++i) {
             const query_answer q = query_instance(subslot, i);
             if (q.type != CVN_NP_IFSUB_TYPE_NONE)
-                sum += step<&cvn_np_api::aux_cvn_np_info_num_local_ports>(
-                    aux_cvn_np_info_num_local_ports, subslot, np_id, q.type);
+                sum += step<&cvn_np_api::aux_cvn_np_info_num_local_ports>(subslot, np_id, q.type);
         }
         return sum;
     }
@@ -553,9 +545,8 @@ template <const family &F> struct engine {
             return p.status;
         if (p.type == CVN_NP_IFSUB_TYPE_NONE)
             return 0;
-        step<&cvn_np_api::aux_cvn_np_info_to_mapping_info>(aux_cvn_np_info_to_mapping_info, np_id,
-                                                           np_port, p.type, fplate_port, nullptr,
-                                                           port_type);
+        step<&cvn_np_api::aux_cvn_np_info_to_mapping_info>(np_id, np_port, p.type, fplate_port,
+                                                           nullptr, port_type);
         return 0;
     }
     static uint32_t info_to_front_port(uint32_t np_id, uint32_t np_port, uint32_t *front)
@@ -573,8 +564,7 @@ template <const family &F> struct engine {
         for (uint32_t s = b.first;; ++s) {
             const query_answer a = query_instance(s, 0);
             if (a.status == 0 && a.type != CVN_NP_IFSUB_TYPE_NONE)
-                return step<&cvn_np_api::aux_cvn_np_first_port_on_np>(aux_cvn_np_first_port_on_np,
-                                                                      s, a.ifsubsys, a.type, front,
+                return step<&cvn_np_api::aux_cvn_np_first_port_on_np>(s, a.ifsubsys, a.type, front,
                                                                       fplate_port, port_type);
             if (s >= b.last) {
                 if (a.status == 0)
@@ -603,9 +593,8 @@ template <const family &F> struct engine {
         const query_answer a = query_instance(subslot, 0);
         if (a.status != 0 || a.type == CVN_NP_IFSUB_TYPE_NONE)
             return CVN_NP_ERR_INVALID;
-        return step<&cvn_np_api::aux_cvn_np_first_port_on_np>(aux_cvn_np_first_port_on_np, subslot,
-                                                              a.ifsubsys, a.type, phys_front_port,
-                                                              nullptr, nullptr);
+        return step<&cvn_np_api::aux_cvn_np_first_port_on_np>(subslot, a.ifsubsys, a.type,
+                                                              phys_front_port, nullptr, nullptr);
     }
 
     static uint32_t first_fplate_porttype_on_np(uint32_t np_id, uint32_t *port_type,
@@ -623,9 +612,8 @@ template <const family &F> struct engine {
     {
         uint32_t value = 0;
         const uint32_t status = step<&cvn_np_api::aux_cvn_faceplate_to_mapping_info>(
-            aux_cvn_faceplate_to_mapping_info,
-            step<&cvn_np_api::cvn_np_lib_get_ifsubinst>(cvn_np_lib_get_ifsubinst, fplate), fplate,
-            port_type, field == out_np ? &value : nullptr, field == out_np_port ? &value : nullptr,
+            step<&cvn_np_api::cvn_np_lib_get_ifsubinst>(fplate), fplate, port_type,
+            field == out_np ? &value : nullptr, field == out_np_port ? &value : nullptr,
             field == out_front ? &value : nullptr);
         return status != 0 ? status : value;
     }
@@ -635,9 +623,8 @@ template <const family &F> struct engine {
                                                     uint32_t *front)
     {
         step<&cvn_np_api::aux_cvn_faceplate_to_mapping_info>(
-            aux_cvn_faceplate_to_mapping_info,
-            step<&cvn_np_api::cvn_np_lib_get_ifsubinst>(cvn_np_lib_get_ifsubinst, fplate), fplate,
-            port_type, np, np_port, front);
+            step<&cvn_np_api::cvn_np_lib_get_ifsubinst>(fplate), fplate, port_type, np, np_port,
+            front);
         return 0;
     }
 
@@ -764,13 +751,11 @@ template <const family &F> struct engine {
                                                    uint32_t port, bool faceplate)
     {
         if (is_plain(type))
-            return entry_at(row, step<&cvn_np_api::cvn_np_lib_get_port>(cvn_np_lib_get_port, port));
+            return entry_at(row, step<&cvn_np_api::cvn_np_lib_get_port>(port));
         if (type == CVN_NP_IFSUB_TYPE_100GE)
-            return entry_at(
-                row,
-                faceplate
-                    ? step<&cvn_np_api::cvn_np_lib_get_ifsubinst>(cvn_np_lib_get_ifsubinst, port)
-                    : (step<&cvn_np_api::cvn_np_lib_get_port>(cvn_np_lib_get_port, port) >> 4) & 3);
+            return entry_at(row, faceplate
+                                     ? step<&cvn_np_api::cvn_np_lib_get_ifsubinst>(port)
+                                     : (step<&cvn_np_api::cvn_np_lib_get_port>(port) >> 4) & 3);
         return entry_at(row, F.instance_entry(port, type, row, faceplate));
     }
 
@@ -780,8 +765,7 @@ template <const family &F> struct engine {
                                            uint32_t *port_type)
     {
         require(maps_front_ports_of(type), F.text.unknown);
-        const uint32_t subslot =
-            step<&cvn_np_api::cvn_np_lib_get_subslot>(cvn_np_lib_get_subslot, front);
+        const uint32_t subslot = step<&cvn_np_api::cvn_np_lib_get_subslot>(front);
         require(subslot < CVN_NP_TOTAL_SUBSLOT_TOLVAR, F.text.bay);
         const cvn_np_ep_data *row = F.row_of(subslot, type);
         const port_mapping_entry *e =
@@ -834,9 +818,8 @@ template <const family &F> struct engine {
         const cvn_np_ep_data *row = F.row_of(subslot, type);
         if (row == nullptr)
             return;
-        step<&cvn_np_api::aux_np_port_to_mapping_info>(aux_np_port_to_mapping_info, row->entries,
-                                                       np_port, row->num_ports, front, fplate_port,
-                                                       port_type);
+        step<&cvn_np_api::aux_np_port_to_mapping_info>(row->entries, np_port, row->num_ports, front,
+                                                       fplate_port, port_type);
         if (front != nullptr)
             *front = compose(subslot, *front);
         if (fplate_port != nullptr)
@@ -871,8 +854,7 @@ template <const family &F> struct engine {
         if (a.type == CVN_NP_IFSUB_TYPE_NONE)
             return CVN_NP_ERR_INVALID;
         require(is_plain(a.type) || is_per_instance(a.type), F.text.unknown);
-        const uint32_t subslot =
-            step<&cvn_np_api::cvn_np_lib_get_subslot>(cvn_np_lib_get_subslot, fplate);
+        const uint32_t subslot = step<&cvn_np_api::cvn_np_lib_get_subslot>(fplate);
         require(subslot < CVN_NP_TOTAL_SUBSLOT_TOLVAR, F.text.bay);
         const cvn_np_ep_data *row = F.row_of(subslot, a.type);
         if (row == nullptr)
@@ -896,9 +878,8 @@ template <const family &F> struct engine {
     {
         if (ifsubinst == nullptr)
             return CVN_NP_EINVAL;
-        const platform_answer a =
-            ask(step<&cvn_np_api::cvn_np_lib_get_subslot>(cvn_np_lib_get_subslot, front),
-                step<&cvn_np_api::cvn_np_lib_get_ifsubinst>(cvn_np_lib_get_ifsubinst, front));
+        const platform_answer a = ask(step<&cvn_np_api::cvn_np_lib_get_subslot>(front),
+                                      step<&cvn_np_api::cvn_np_lib_get_ifsubinst>(front));
         if (a.status != 0)
             return a.status;
         *ifsubinst = is_per_instance(a.type) ? (front & 0x30) >> 4 : front & 0x3F;
