@@ -115,11 +115,8 @@ void flatten(char *text)
 // same key counting, then added in the order their keys first appear.
 bool load_list(const char *list, char *error, size_t error_size)
 {
-    struct Item {
-        Entry entry;
-        std::string_view text;
-    } items[kMaxEntries]{};
-    Table keys{}; // the list's keys; items[i] is the item for keys.entries[i]
+    Table keys{}; // the list's keys, texts[i] the item of keys.entries[i]
+    std::string_view texts[kMaxEntries];
     std::string_view rest = list != nullptr ? list : "", fault;
     bool malformed = false, no_room = false;
     for (bool more = !rest.empty(); more && !malformed && !no_room;) {
@@ -130,14 +127,14 @@ bool load_list(const char *list, char *error, size_t error_size)
         const int i = malformed ? -1 : put(keys, entry);
         no_room = !malformed && i < 0;
         if (i >= 0)
-            items[i] = {entry, fault};
+            texts[i] = fault;
         more = comma != std::string_view::npos;
         rest.remove_prefix(more ? comma + 1 : rest.size());
     }
     Table next = g.table;
     for (int i = 0; i < keys.count && !malformed && !no_room; ++i)
-        if (put(next, items[i].entry) < 0)
-            no_room = true, fault = items[i].text;
+        if (put(next, keys.entries[i]) < 0)
+            no_room = true, fault = texts[i];
     if (!malformed && !no_room) {
         g.table = next;
         return true;
@@ -228,6 +225,9 @@ void cvn_np_sim_load_environment(void)
 }
 
 void cvn_np_sim_set_card_type(uint32_t card_type) { sim().card_type = card_type; }
+void cvn_np_sim_fail_all(uint32_t status) { sim().fail_all = status; }
+uint32_t cvn_np_sim_card_type_queries(void) { return sim().card_type_queries; }
+uint32_t cvn_np_sim_ifsubsys_queries(void) { return sim().ifsubsys_queries; }
 
 int cvn_np_sim_set_ifsubsys(uint32_t subslot, uint32_t ifsubsys, uint32_t type)
 {
@@ -239,16 +239,10 @@ int cvn_np_sim_fail_ifsubsys(uint32_t subslot, uint32_t ifsubsys, uint32_t statu
     return status != 0 && put(sim().table, {subslot, ifsubsys, status, 0}) >= 0 ? 0 : -1;
 }
 
-void cvn_np_sim_fail_all(uint32_t status) { sim().fail_all = status; }
-
 int cvn_np_sim_load_ifsubsys(const char *list, char *error, unsigned error_size)
 {
     sim();
     return load_list(list, error, error_size) ? 0 : -1;
 }
-
-uint32_t cvn_np_sim_card_type_queries(void) { return sim().card_type_queries; }
-
-uint32_t cvn_np_sim_ifsubsys_queries(void) { return sim().ifsubsys_queries; }
 
 } // extern "C"
