@@ -3,31 +3,28 @@
  * rva_ifsubsys_get_info for machines without the card's platform library.
  *
  * It answers from a table of (subslot, ifsubsys) -> interface-subsystem
- * type and a card type.  Both start from the environment, read once on the
- * first call of anything here:
+ * type and a card type, both read from the environment once, on the first
+ * call of anything here:
  *
- *   CVN_NP_SIM_CARD_TYPE  the card type, a C integer literal (0x.. or
- *                         decimal); 0x3D0274 when unset.
+ *   CVN_NP_SIM_CARD_TYPE  the card type; unset or empty leaves it as it is
+ *                         (0x3D0274 unless scripted).
  *   CVN_NP_SIM_IFSUBSYS   a comma-separated list of SUBSLOT:IFSUBSYS=TYPE,
  *                         e.g. "0:3=0x10002,1:any=574,1:0=0x10000"; IFSUBSYS
- *                         may be "any" (the subslot-level query), every
- *                         number is a C integer literal.
+ *                         may be "any" (the subslot-level query).
  *
- * A C integer literal is what strtoul(..., 0) reads (0x.. hex, 0.. octal,
- * decimal), without whitespace or sign, the whole text, within 32 bits.
- * Spaces and tabs around an item of the list are ignored, nowhere else; an
- * empty item (",," or a trailing comma) is malformed; of two items with the
- * same key the later one counts.  An unset or empty CVN_NP_SIM_CARD_TYPE
- * leaves the card type as it is (the default unless scripted).
+ * Every number is a C integer literal as strtoul(..., 0) reads it (0x..
+ * hex, 0.. octal, decimal), without whitespace or sign, the whole text,
+ * within 32 bits.  Spaces and tabs around an item of the list are ignored,
+ * nowhere else; an empty item (",," or a trailing comma) is malformed; of
+ * two items with the same key the later one counts.  A malformed value
+ * prints one line on stderr naming the variable and the offending item and
+ * exits with status 2.
  *
- * A malformed value prints one line on stderr naming the variable and the
- * offending item and exits with status 2.  A key not in the table answers
- * status 0 with type CVN_NP_IFSUB_TYPE_NONE (nothing installed).  A NULL
- * id or info answers status 22.
- *
- * The functions below let tests and tools script the same table.  Reads
- * (the two platform calls) are safe from many threads at once; scripting
- * is not meant to race with them.
+ * A key not in the table answers status 0 with type CVN_NP_IFSUB_TYPE_NONE
+ * (nothing installed); a NULL id or info answers status 22.  The functions
+ * below script the same table for tests and tools.  Reads (the two
+ * platform calls) are safe from many threads at once; scripting is not
+ * meant to race with them.
  */
 #ifndef CVN_NP_SIM_H
 #define CVN_NP_SIM_H
