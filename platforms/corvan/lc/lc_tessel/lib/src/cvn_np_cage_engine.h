@@ -8,9 +8,10 @@
 // its tables, its texts and its few differences in one `cage::family`
 // record, and engine<family> provides the slot functions.
 //
-// The operations reach other operations only through the public functions,
-// so every inner step goes through the selected operation table again; the
-// two direct calls are slot 13's per-cage count and slot 45's cage decode.
+// Every inner step follows the selected operation table: it calls the
+// family's own operation directly while the table still holds it, else the
+// public function, so a caller who replaced a slot is obeyed.  The two
+// direct calls are slot 13's per-cage count and slot 45's cage decode.
 #ifndef CVN_NP_CAGE_ENGINE_H
 #define CVN_NP_CAGE_ENGINE_H
 
@@ -273,13 +274,62 @@ template <const family &F> struct engine {
 
     static constexpr auto put = common::put<uint32_t>;
 
-    // What the platform reports in the cage of a front port.  The type
-    // stays NONE (and subslot and cage 0) when the query fails.
+    // Slot `slot` of the selected table on `args`: `own` directly while the
+    // table holds it, else the public function `pub`.
+    template <auto slot, auto own, auto pub, class... A> static auto step(A... args)
+    {
+        if (initialized != 0 && card_np_api->*slot == own) [[likely]]
+            return own(args...);
+        return pub(args...);
+    }
+    static uint32_t np_count()
+    {
+        return step<&cvn_np_api::cvn_np_how_many, how_many, cvn_np_how_many>();
+    }
+
+    // What the platform reports in the cage of a front port (slot 37).  The
+    // type stays NONE (and subslot and cage 0) when the query fails.
     using cage_answer = common::place_answer;
-    static cage_answer query(uint32_t front) { return common::query_front_port(front); }
+    static cage_answer query(uint32_t front)
+    {
+        cage_answer a{0, 0, 0, CVN_NP_IFSUB_TYPE_NONE};
+        a.status = step<&cvn_np_api::aux_cvn_np_front_port_to_ifsubsys, front_port_to_ifsubsys,
+                        aux_cvn_np_front_port_to_ifsubsys>(front, &a.subslot, &a.ifsubsys, &a.type);
+        return a;
+    }
+    // Slot 37 on port 0 of cage `cage` of a subslot (encoded by slot 30).
     static cage_answer query_cage(uint32_t subslot, uint32_t cage)
     {
-        return common::query_place(subslot, cage);
+        return query(step<&cvn_np_api::cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port,
+                          set_subslot_ifsubinst_ifsubinst_port,
+                          cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port>(
+            static_cast<uint16_t>(subslot), cage, uint32_t{0}));
+    }
+    // Slots 33, 35, 38, 39 and 43 as inner steps.
+    static uint32_t port_of(uint32_t front)
+    {
+        return step<&cvn_np_api::cvn_np_lib_get_port, get_port, cvn_np_lib_get_port>(front);
+    }
+    static const port_info *list_of(uint32_t subslot, uint32_t cage, uint32_t type)
+    {
+        return step<&cvn_np_api::aux_cvn_np_port_info_get, port_info_of_type,
+                    aux_cvn_np_port_info_get>(subslot, cage, type);
+    }
+    static void front_mapping(uint32_t cage, uint32_t front, uint32_t type, uint32_t *np,
+                              uint32_t *np_port, uint32_t *fplate_port, uint32_t *port_type)
+    {
+        step<&cvn_np_api::aux_cvn_np_front_port_to_mapping_info, front_port_to_mapping_info,
+             aux_cvn_np_front_port_to_mapping_info>(cage, port_of(front), type, np, np_port,
+                                                    fplate_port, port_type);
+    }
+    static void fplate_mapping(uint32_t fplate, uint32_t port_type, uint32_t *np,
+                               uint32_t *np_port, uint32_t *front)
+    {
+        const uint32_t cage = step<&cvn_np_api::cvn_np_lib_get_ifsubinst, get_ifsubinst,
+                                   cvn_np_lib_get_ifsubinst>(fplate);
+        step<&cvn_np_api::aux_cvn_faceplate_to_mapping_info, faceplate_to_mapping_info,
+             aux_cvn_faceplate_to_mapping_info>(cage, port_of(fplate), port_type, np, np_port,
+                                                front);
     }
 
     // The cages of NP n: `cage_per_complex` of them from its first cage.
@@ -308,7 +358,7 @@ template <const family &F> struct engine {
         if (F.port_info_answer == slot4_answer::cage_list)
             return (*F.card_port_info)[CVN_NP_PORT_TYPE_COMBO];
         if (F.port_info_answer == slot4_answer::first_type)
-            return aux_cvn_np_port_info_get(0, 0, F.types[0].code);
+            return list_of(0, 0, F.types[0].code);
         cage_answer last{0, 0, 0, CVN_NP_IFSUB_TYPE_NONE};
         const np_info &i = info();
         const uint32_t cages_per_subslot = i.num_cage / i.num_subslot;
@@ -319,7 +369,7 @@ template <const family &F> struct engine {
                     break;
             }
         }
-        return aux_cvn_np_port_info_get(last.subslot, last.ifsubsys, last.type);
+        return list_of(last.subslot, last.ifsubsys, last.type);
     }
 
     static const port_info *port_info_subslot(uint16_t subslot)
@@ -333,7 +383,7 @@ template <const family &F> struct engine {
         require(subslot < info().num_subslot, F.text.subslot);
         require(ifsubinst < info().num_cage, F.text.ifsubinst);
         const cage_answer a = query_cage(subslot, ifsubinst);
-        return aux_cvn_np_port_info_get(subslot, ifsubinst, a.type);
+        return list_of(subslot, ifsubinst, a.type);
     }
 
     // ---- slots 8-12: front port to NP ----
@@ -346,10 +396,9 @@ template <const family &F> struct engine {
         uint32_t value = 0;
         if (a.status != 0 && F.failed_query_skips_mapping)
             return value;
-        aux_cvn_np_front_port_to_mapping_info(a.ifsubsys, cvn_np_lib_get_port(front), a.type,
-                                              field == out_np ? &value : nullptr,
-                                              field == out_np_port ? &value : nullptr, nullptr,
-                                              field == out_port_type ? &value : nullptr);
+        front_mapping(a.ifsubsys, front, a.type, field == out_np ? &value : nullptr,
+                      field == out_np_port ? &value : nullptr, nullptr,
+                      field == out_port_type ? &value : nullptr);
         return value;
     }
 
@@ -363,8 +412,7 @@ template <const family &F> struct engine {
             return a.status;
         uint32_t fplate = 0;
         uint32_t type = 0;
-        aux_cvn_np_front_port_to_mapping_info(a.ifsubsys, cvn_np_lib_get_port(front), a.type,
-                                              nullptr, nullptr, &fplate, &type);
+        front_mapping(a.ifsubsys, front, a.type, nullptr, nullptr, &fplate, &type);
         *fplate_port = fplate;
         *port_type = type;
         return 0;
@@ -376,8 +424,7 @@ template <const family &F> struct engine {
         const cage_answer a = query(front);
         if (a.status != 0 && F.query_status_returned)
             return a.status;
-        aux_cvn_np_front_port_to_mapping_info(a.ifsubsys, cvn_np_lib_get_port(front), a.type, np,
-                                              np_port, fplate_port, port_type);
+        front_mapping(a.ifsubsys, front, a.type, np, np_port, fplate_port, port_type);
         return 0;
     }
 
@@ -385,7 +432,7 @@ template <const family &F> struct engine {
 
     static uint32_t info_num_local_ports(uint32_t np_id)
     {
-        require(np_id < cvn_np_how_many(), F.text.np_id);
+        require(np_id < np_count(), F.text.np_id);
         const np_cages cages = cages_of(np_id);
         uint32_t ports = 0;
         for (uint32_t cage = cages.first; cage < cages.first + cages.count; ++cage) {
@@ -399,16 +446,18 @@ template <const family &F> struct engine {
     static uint32_t info_to_front_port(uint32_t np_id, uint32_t np_port, uint32_t *front)
     {
         uint32_t discarded_type = 0;
-        return cvn_np_info_to_fplate_porttype(np_id, np_port, front, &discarded_type);
+        return step<&cvn_np_api::cvn_np_info_to_fplate_porttype, info_to_fplate_porttype,
+                    cvn_np_info_to_fplate_porttype>(np_id, np_port, front, &discarded_type);
     }
 
     static uint32_t info_to_fplate_porttype(uint32_t np_id, uint32_t np_port, uint32_t *fplate_port,
                                             uint32_t *port_type)
     {
-        if (np_id >= cvn_np_how_many() || np_port > F.max_np_port)
+        if (np_id >= np_count() || np_port > F.max_np_port)
             return CVN_NP_ERR_INVALID;
-        aux_cvn_np_info_to_mapping_info(np_id, np_port, F.np_port_ifsub_type(np_port), fplate_port,
-                                        nullptr, port_type);
+        step<&cvn_np_api::aux_cvn_np_info_to_mapping_info, info_to_mapping_info,
+             aux_cvn_np_info_to_mapping_info>(np_id, np_port, F.np_port_ifsub_type(np_port),
+                                              fplate_port, nullptr, port_type);
         return 0;
     }
 
@@ -426,15 +475,17 @@ template <const family &F> struct engine {
             if (found.type != CVN_NP_IFSUB_TYPE_NONE)
                 break;
         }
-        const uint32_t status = aux_cvn_np_first_port_on_np(np_id, found.ifsubsys, found.type,
-                                                            front, fplate_port, port_type);
+        const uint32_t status =
+            step<&cvn_np_api::aux_cvn_np_first_port_on_np, first_port_on_np,
+                 aux_cvn_np_first_port_on_np>(np_id, found.ifsubsys, found.type, front,
+                                              fplate_port, port_type);
         return F.query_status_returned ? status : 0;
     }
 
     static uint32_t first_front_port_on_np(uint32_t np_id, uint32_t *phys_front_port)
     {
         require(phys_front_port != nullptr, F.text.front_needed);
-        require(np_id < cvn_np_how_many(), F.text.np_id);
+        require(np_id < np_count(), F.text.np_id);
         return first_port_of_np(np_id, phys_front_port, nullptr, nullptr);
     }
 
@@ -445,7 +496,7 @@ template <const family &F> struct engine {
     {
         require(port_type != nullptr, F.text.port_type_needed);
         require(fplate_port != nullptr, F.text.fplate_needed);
-        require(np_id < cvn_np_how_many(), F.text.np_id);
+        require(np_id < np_count(), F.text.np_id);
         return first_port_of_np(np_id, nullptr, fplate_port, port_type);
     }
 
@@ -454,10 +505,9 @@ template <const family &F> struct engine {
     template <output field> static uint32_t faceplate_field(uint32_t port_type, uint32_t fplate)
     {
         uint32_t value = 0;
-        aux_cvn_faceplate_to_mapping_info(
-            cvn_np_lib_get_ifsubinst(fplate), cvn_np_lib_get_port(fplate), port_type,
-            field == out_np ? &value : nullptr, field == out_np_port ? &value : nullptr,
-            field == out_front ? &value : nullptr);
+        fplate_mapping(fplate, port_type, field == out_np ? &value : nullptr,
+                       field == out_np_port ? &value : nullptr,
+                       field == out_front ? &value : nullptr);
         return value;
     }
 
@@ -465,9 +515,7 @@ template <const family &F> struct engine {
                                                     uint32_t *np, uint32_t *np_port,
                                                     uint32_t *front)
     {
-        aux_cvn_faceplate_to_mapping_info(cvn_np_lib_get_ifsubinst(fplate),
-                                          cvn_np_lib_get_port(fplate), port_type, np, np_port,
-                                          front);
+        fplate_mapping(fplate, port_type, np, np_port, front);
         return 0;
     }
 
@@ -475,14 +523,14 @@ template <const family &F> struct engine {
 
     static uint32_t complex_to_subslot(uint8_t np_complex)
     {
-        require(np_complex < cvn_np_how_many(), F.text.np_complex);
+        require(np_complex < np_count(), F.text.np_complex);
         return 0;
     }
 
     static uint32_t complex_to_subslot_list(uint8_t np_complex, uint32_t *count,
                                             uint32_t *first_subslot)
     {
-        require(np_complex < cvn_np_how_many(), F.text.np_complex);
+        require(np_complex < np_count(), F.text.np_complex);
         return common::one_subslot_of_complex(np_complex, count, first_subslot);
     }
 
@@ -587,8 +635,9 @@ template <const family &F> struct engine {
         require(np_num < info().num_complex, F.text.np_num);
         const speed_tables &s = F.speeds[known_type(type).tables];
         const uint32_t block = np_block(s);
-        aux_np_port_to_mapping_info(*s.card_np_port_map + std::size_t{np_num} * block, np_port,
-                                    block, front, fplate_port, port_type);
+        step<&cvn_np_api::aux_np_port_to_mapping_info, np_port_to_mapping_info,
+             aux_np_port_to_mapping_info>(*s.card_np_port_map + std::size_t{np_num} * block,
+                                          np_port, block, front, fplate_port, port_type);
     }
 
     static uint32_t first_port_on_np(uint32_t np_num, uint32_t, uint32_t type, uint32_t *front,
