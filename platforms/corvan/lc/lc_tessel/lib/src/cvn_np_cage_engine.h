@@ -18,6 +18,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
+#include <type_traits>
 
 #include "cvn_np_common_slots.h"
 #include "cvn_np_lib.h"
@@ -81,6 +82,53 @@ constexpr const port_mapping_entry *pointer_to(std::size_t i)
     return i < count ? &table[i] : nullptr;
 }
 
+// The inverse of an NP-local map, (NP, NP-local port) -> row: NP n's rows are
+// the `block` rows from n * block, and at[n][p - low] is the first of them
+// whose entry carries NP-local port p (k_no_row: none).  Slot 41 reads it
+// instead of searching the NP's rows.
+struct np_port_index {
+    static constexpr uint8_t k_no_row = 0xFF;
+    static constexpr std::size_t k_nps = 8;
+    static constexpr std::size_t k_span = 128;
+    uint32_t block;
+    uint32_t nps;
+    uint32_t low;
+    uint8_t at[k_nps][k_span];
+
+    constexpr uint32_t row(uint32_t np, uint32_t np_port) const
+    {
+        const uint32_t p = np_port - low;
+        return np_port >= low && p < k_span ? at[np][p] : k_no_row;
+    }
+};
+
+template <const auto &map> constexpr np_port_index inverse_of()
+{
+    np_port_index x{0, 0, 0xFFFF, {}};
+    for (const port_mapping_entry *e : map) {
+        if (e != nullptr && e->np == 0)
+            ++x.block;
+        if (e != nullptr && e->np_port < x.low)
+            x.low = e->np_port;
+    }
+    for (auto &np : x.at)
+        for (uint8_t &r : np)
+            r = np_port_index::k_no_row;
+    for (std::size_t i = 0; i < std::size(map); ++i) {
+        const port_mapping_entry *e = map[i];
+        if (e == nullptr)
+            continue;
+        const std::size_t np = i / x.block;
+        // Rows run NP by NP; a row past the bounds makes this a non-constant.
+        uint8_t &r = e->np == np ? x.at[np][e->np_port - x.low] : x.at[np_port_index::k_nps][0];
+        if (r == np_port_index::k_no_row)
+            r = static_cast<uint8_t>(i);
+        x.nps = static_cast<uint32_t>(np + 1);
+    }
+    return x;
+}
+template <const auto &map> inline constexpr np_port_index k_inverse = inverse_of<map>();
+
 // Defines index map `name` of `rows` pointers (rows = tens * 10 + ones, given
 // as digits for CVN_NP_ROWS): pointer i to entry i of `table` for the first
 // `ports` rows, NULL after them.
@@ -134,7 +182,8 @@ struct speed_tables {
     const port_mapping_entry *const **card_phys_map;
     const port_mapping_entry *const **card_fplate_map;
     const port_mapping_entry *const **card_np_port_map;
-    const int32_t *fplate_index; // by front port; NULL: the family has no such speed
+    const np_port_index *np_port_rows; // the inverse of np_port_map
+    const int32_t *fplate_index;       // by front port; NULL: the family has no such speed
     uint32_t fplate_index_size;
     uint16_t np_info::*port_subslot; // bound of a faceplate index
     uint16_t np_info::*port_cage;    // ports of one cage
@@ -149,8 +198,9 @@ struct speed_tables {
         phys_front_port_map_##F##_##S##g, fplate_port_map_##F##_##S##g,                            \
             np_local_port_map_##F##_##S##g, &F##_card_phys_map_##S##ge,                            \
             &F##_card_fplate_map_##S##ge, &F##_card_np_port_map_##S##ge,                           \
-            F##_phys_2_fplate_cage_##S##GE, index_size, &np_info::port_subslot_##S##g,             \
-            &np_info::port_cage_##S##g, CVN_NP_PORT_TYPE_##S##GE, index_check                      \
+            &cage::k_inverse<np_local_port_map_##F##_##S##g>, F##_phys_2_fplate_cage_##S##GE,      \
+            index_size, &np_info::port_subslot_##S##g, &np_info::port_cage_##S##g,                 \
+            CVN_NP_PORT_TYPE_##S##GE, index_check                                                  \
     }
 
 // An interface-subsystem type the family knows: its speed and the ports one
@@ -254,6 +304,21 @@ template <const family &F> struct engine {
                 return &s;
         return nullptr;
     }
+    // fn(k) with speed k as a compile-time constant, so that the tables of
+    // F.speeds[k] fold into the code; a speed the family lacks is skipped.
+    template <class Fn> static void at_speed(speed k, Fn fn)
+    {
+        const auto run = [&](auto c) {
+            if constexpr (F.speeds[c].fplate_index != nullptr)
+                fn(c);
+        };
+        if (k == k_100ge)
+            run(std::integral_constant<speed, k_100ge>{});
+        else if (k == k_40ge)
+            run(std::integral_constant<speed, k_40ge>{});
+        else
+            run(std::integral_constant<speed, k_10ge>{});
+    }
     static const port_info *speed_list(const speed_tables &s)
     {
         return (*F.card_port_info)[s.port_type];
@@ -322,11 +387,12 @@ template <const family &F> struct engine {
              aux_cvn_np_front_port_to_mapping_info>(cage, port_of(front), type, np, np_port,
                                                     fplate_port, port_type);
     }
-    static void fplate_mapping(uint32_t fplate, uint32_t port_type, uint32_t *np,
-                               uint32_t *np_port, uint32_t *front)
+    static void fplate_mapping(uint32_t fplate, uint32_t port_type, uint32_t *np, uint32_t *np_port,
+                               uint32_t *front)
     {
-        const uint32_t cage = step<&cvn_np_api::cvn_np_lib_get_ifsubinst, get_ifsubinst,
-                                   cvn_np_lib_get_ifsubinst>(fplate);
+        const uint32_t cage =
+            step<&cvn_np_api::cvn_np_lib_get_ifsubinst, get_ifsubinst, cvn_np_lib_get_ifsubinst>(
+                fplate);
         step<&cvn_np_api::aux_cvn_faceplate_to_mapping_info, faceplate_to_mapping_info,
              aux_cvn_faceplate_to_mapping_info>(cage, port_of(fplate), port_type, np, np_port,
                                                 front);
@@ -475,10 +541,9 @@ template <const family &F> struct engine {
             if (found.type != CVN_NP_IFSUB_TYPE_NONE)
                 break;
         }
-        const uint32_t status =
-            step<&cvn_np_api::aux_cvn_np_first_port_on_np, first_port_on_np,
-                 aux_cvn_np_first_port_on_np>(np_id, found.ifsubsys, found.type, front,
-                                              fplate_port, port_type);
+        const uint32_t status = step<&cvn_np_api::aux_cvn_np_first_port_on_np, first_port_on_np,
+                                     aux_cvn_np_first_port_on_np>(np_id, found.ifsubsys, found.type,
+                                                                  front, fplate_port, port_type);
         return F.query_status_returned ? status : 0;
     }
 
@@ -605,14 +670,15 @@ template <const family &F> struct engine {
                                            uint32_t *port_type)
     {
         require(ifsubsys_num < info().num_cage, F.text.ifsubsys_num);
-        const ifsub_type &t = known_type(type);
-        const speed_tables &s = F.speeds[t.tables];
-        const uint32_t key = t.tables == k_100ge ? port : port & 0xFF;
-        const port_mapping_entry &e = *(*s.card_phys_map)[checked_fplate_index(s, key)];
-        put(np, e.np);
-        put(np_port, e.np_port);
-        put(fplate_port, e.fplate_port);
-        put(port_type, e.port_type);
+        at_speed(known_type(type).tables, [&](auto k) {
+            constexpr const speed_tables &s = F.speeds[k];
+            const uint32_t key = k == k_100ge ? port : port & 0xFF;
+            const port_mapping_entry &e = *(*s.card_phys_map)[checked_fplate_index(s, key)];
+            put(np, e.np);
+            put(np_port, e.np_port);
+            put(fplate_port, e.fplate_port);
+            put(port_type, e.port_type);
+        });
     }
 
     // The ports one cage of `type` carries (slot 40's checks and count).
@@ -633,11 +699,26 @@ template <const family &F> struct engine {
                                      uint32_t *front, uint32_t *fplate_port, uint32_t *port_type)
     {
         require(np_num < info().num_complex, F.text.np_num);
-        const speed_tables &s = F.speeds[known_type(type).tables];
-        const uint32_t block = np_block(s);
-        step<&cvn_np_api::aux_np_port_to_mapping_info, np_port_to_mapping_info,
-             aux_np_port_to_mapping_info>(*s.card_np_port_map + std::size_t{np_num} * block,
-                                          np_port, block, front, fplate_port, port_type);
+        at_speed(known_type(type).tables, [&](auto k) {
+            constexpr const speed_tables &s = F.speeds[k];
+            constexpr const np_port_index &x = *s.np_port_rows;
+            const uint32_t block = np_block(s);
+            const port_mapping_entry *const *map = *s.card_np_port_map;
+            if (initialized != 0 &&
+                card_np_api->aux_np_port_to_mapping_info == np_port_to_mapping_info &&
+                map == s.np_port_map && block == x.block && np_num < x.nps) [[likely]] {
+                const uint32_t row = x.row(np_num, np_port);
+                if (row != np_port_index::k_no_row) {
+                    put(front, map[row]->phys_front_port);
+                    put(fplate_port, map[row]->fplate_port);
+                    put(port_type, map[row]->port_type);
+                }
+                return;
+            }
+            step<&cvn_np_api::aux_np_port_to_mapping_info, np_port_to_mapping_info,
+                 aux_np_port_to_mapping_info>(map + std::size_t{np_num} * block, np_port, block,
+                                              front, fplate_port, port_type);
+        });
     }
 
     static uint32_t first_port_on_np(uint32_t np_num, uint32_t, uint32_t type, uint32_t *front,
@@ -659,12 +740,16 @@ template <const family &F> struct engine {
                                               uint32_t *front)
     {
         require(ifsubsys_num < info().num_cage, F.text.ifsubsys_num);
-        const speed_tables *s = speed_of_port_type(port_type);
-        require(s != nullptr, F.text.unknown);
-        const port_mapping_entry &e = *(*s->card_fplate_map)[checked_fplate_index(*s, port & 0xFF)];
-        put(np, e.np);
-        put(np_port, e.np_port);
-        put(front, e.phys_front_port);
+        const speed_tables *found = speed_of_port_type(port_type);
+        require(found != nullptr, F.text.unknown);
+        at_speed(static_cast<speed>(found - F.speeds), [&](auto k) {
+            constexpr const speed_tables &s = F.speeds[k];
+            const port_mapping_entry &e =
+                *(*s.card_fplate_map)[checked_fplate_index(s, port & 0xFF)];
+            put(np, e.np);
+            put(np_port, e.np_port);
+            put(front, e.phys_front_port);
+        });
         return 0;
     }
 

@@ -164,8 +164,8 @@ constexpr cage::family k_dornik = {
             {phys_front_port_map_dornik_100g, fplate_port_map_dornik_100g,
              np_local_port_map_dornik_100g, &dornik_card_phys_map_100ge,
              &dornik_card_fplate_map_100ge, &dornik_card_np_port_map_100ge,
-             dornik_phys_2_fplate_ifsub_100GE, 192, &np_info::port_subslot_100g,
-             &np_info::port_cage_100g, CVN_NP_PORT_TYPE_100GE,
+             &cage::k_inverse<np_local_port_map_dornik_100g>, dornik_phys_2_fplate_ifsub_100GE, 192,
+             &np_info::port_subslot_100g, &np_info::port_cage_100g, CVN_NP_PORT_TYPE_100GE,
              CVN_NP_CHECK("index < dornik_card_np_info->port_subslot_100g")},
             {}, // no 40GE cages
             {}, // no 10GE cages
