@@ -74,12 +74,10 @@ template <const wiring &w> constexpr int32_t fplate_index_of(std::size_t f)
     return static_cast<int32_t>(cage * w.ports_per_cage + port);
 }
 
-// Element i of an index map: entry i of `table`, NULL past its `count`
-// entries.
-template <const auto &table, std::size_t count>
-constexpr const port_mapping_entry *pointer_to(std::size_t i)
+// Element i of an index map: entry i of `table`, NULL from its end entry on.
+template <const auto &table> constexpr const port_mapping_entry *pointer_to(std::size_t i)
 {
-    return i < count ? &table[i] : nullptr;
+    return i + 1 < std::size(table) ? &table[i] : nullptr;
 }
 
 // The inverse of an NP-local map, (NP, NP-local port) -> row: NP n's rows are
@@ -129,45 +127,45 @@ template <const auto &map> constexpr np_port_index inverse_of()
 }
 template <const auto &map> inline constexpr np_port_index k_inverse = inverse_of<map>();
 
-// Defines index map `name` of `rows` pointers (rows = tens * 10 + ones, given
-// as digits for CVN_NP_ROWS): pointer i to entry i of `table` for the first
-// `ports` rows, NULL after them.
-#define CVN_NP_CAGE_MAP(name, table, ports, tens, ones)                                            \
-    constexpr const port_mapping_entry *name[] = {                                                 \
-        CVN_NP_ROWS((cvn_np::cage::pointer_to<table, ports>), tens, ones)}
+// The types of an exported index map and of a current-record pointer.
+using map_row = const port_mapping_entry *;
+using current_map = const port_mapping_entry *const *;
 
-// Defines the three index maps of family F at speed S (10g, 40g, 100g) for
-// tables whose entries already run NP by NP: pointer i to entry i of
-// cvn_np_port_mapping_F_S, `ports` pointers each.
-#define CVN_NP_CAGE_IDENTITY_MAPS(F, S, ports, tens, ones)                                         \
-    CVN_NP_CAGE_MAP(np_local_port_map_##F##_##S, cvn_np_port_mapping_##F##_##S, ports, tens,       \
-                    ones);                                                                         \
-    CVN_NP_CAGE_MAP(fplate_port_map_##F##_##S, cvn_np_port_mapping_##F##_##S, ports, tens, ones);  \
-    CVN_NP_CAGE_MAP(phys_front_port_map_##F##_##S, cvn_np_port_mapping_##F##_##S, ports, tens, ones)
-
-// Defines family F's current-record pointers of speed S (100, 40 or 10),
-// written by its init.
-#define CVN_NP_CAGE_SPEED_RECORDS(F, S)                                                            \
-    const port_mapping_entry *const *F##_card_phys_map_##S##ge;                                    \
-    const port_mapping_entry *const *F##_card_fplate_map_##S##ge;                                  \
-    const port_mapping_entry *const *F##_card_np_port_map_##S##ge
-
-// Defines family F's remaining current-record pointers, its two run-time
-// records and its operation table, under the names every cage family uses.
-#define CVN_NP_CAGE_CARD_RECORDS(F)                                                                \
-    const np_info *F##_card_np_info;                                                               \
-    const port_info *const *F##_card_port_info;                                                    \
-    card_version F##_card_version;                                                                 \
-    subslot_info F##_card_subslot_info;                                                            \
-    cvn_np_api cvn_np_api_##F
-
-// Everything CVN_NP_CAGE_CARD_RECORDS defines, with the pointers of all
-// three speeds.
-#define CVN_NP_CAGE_THREE_SPEED_RECORDS(F)                                                         \
-    CVN_NP_CAGE_SPEED_RECORDS(F, 100);                                                             \
-    CVN_NP_CAGE_SPEED_RECORDS(F, 40);                                                              \
-    CVN_NP_CAGE_SPEED_RECORDS(F, 10);                                                              \
-    CVN_NP_CAGE_CARD_RECORDS(F)
+// The np_info of a cage card: one NP per complex, one subslot; the
+// faceplate bounds count `faceplate_cages` cages.
+struct card_shape {
+    uint16_t nps, cages, faceplate_cages, max_port_cage;
+    uint16_t per_cage_100g, per_cage_40g, per_cage_40g_alt, per_cage_10g;
+};
+constexpr np_info info_of(card_shape c)
+{
+    const auto bound = [&](uint16_t per_cage) {
+        return static_cast<uint16_t>(c.faceplate_cages * per_cage);
+    };
+    return {1,
+            0,
+            c.nps,
+            c.nps,
+            1,
+            c.cages,
+            static_cast<uint16_t>(c.cages / c.nps),
+            5,
+            99,
+            9216,
+            bound(c.per_cage_100g),
+            bound(c.per_cage_40g),
+            bound(c.per_cage_10g),
+            1,
+            c.max_port_cage,
+            bound(c.per_cage_100g),
+            bound(c.per_cage_40g),
+            bound(c.per_cage_10g),
+            c.per_cage_100g,
+            c.per_cage_40g,
+            c.per_cage_40g_alt,
+            c.per_cage_10g,
+            0};
+}
 
 // ---- Family description ------------------------------------------------
 
@@ -190,18 +188,6 @@ struct speed_tables {
     uint32_t port_type;              // port-type code of the speed's ports
     check index_bound;               // "index < <family>_card_np_info->port_subslot_<speed>"
 };
-
-// The speed_tables of family F at speed S (100, 40 or 10) under the names
-// every cage family uses; `index_check` is its faceplate-index condition.
-#define CVN_NP_CAGE_SPEED(F, S, index_size, index_check)                                           \
-    {                                                                                              \
-        phys_front_port_map_##F##_##S##g, fplate_port_map_##F##_##S##g,                            \
-            np_local_port_map_##F##_##S##g, &F##_card_phys_map_##S##ge,                            \
-            &F##_card_fplate_map_##S##ge, &F##_card_np_port_map_##S##ge,                           \
-            &cage::k_inverse<np_local_port_map_##F##_##S##g>, F##_phys_2_fplate_cage_##S##GE,      \
-            index_size, &np_info::port_subslot_##S##g, &np_info::port_cage_##S##g,                 \
-            CVN_NP_PORT_TYPE_##S##GE, index_check                                                  \
-    }
 
 // An interface-subsystem type the family knows: its speed and the ports one
 // cage of it carries.

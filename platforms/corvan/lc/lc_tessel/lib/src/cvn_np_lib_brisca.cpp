@@ -19,31 +19,14 @@ constexpr cage::wiring k_100g = {8, 2, 1, 117, 116, CVN_NP_PORT_TYPE_100GE};
 
 extern "C" {
 
-constexpr np_info np_info_brisca = {
-    .sw_version = 1,
-    .sw_status = 0,
-    .num_np = 4,
-    .num_complex = 4,
-    .np_per_complex = 1,
-    .num_cage = 8,
-    .cage_per_complex = 2,
-    .ver_major = 5,
-    .ver_minor = 99,
-    .max_mtu = 9216,
-    .max_fpport_100g = 8,
-    .max_fpport_40g = 16,
-    .max_fpport_10g = 80,
-    .num_subslot = 1,
-    .max_port_cage = 8,
-    .port_subslot_100g = 8,
-    .port_subslot_40g = 16,
-    .port_subslot_10g = 80,
-    .port_cage_100g = 1,
-    .port_cage_40g = 2,
-    .port_cage_40g_alt = 1,
-    .port_cage_10g = 10,
-    .num_info_types = 0,
-};
+constexpr np_info np_info_brisca = cage::info_of({.nps = 4,
+                                                  .cages = 8,
+                                                  .faceplate_cages = 8,
+                                                  .max_port_cage = 8,
+                                                  .per_cage_100g = 1,
+                                                  .per_cage_40g = 2,
+                                                  .per_cage_40g_alt = 1,
+                                                  .per_cage_10g = 10});
 
 constexpr port_info port_info_brisca_10g[2] = {{10, CVN_NP_PORT_TYPE_10GE},
                                                {0, CVN_NP_PORT_TYPE_END}};
@@ -70,9 +53,24 @@ constexpr port_mapping_entry cvn_np_port_mapping_brisca_100g[9] = {
 
 // The entries already run NP by NP, so all three maps of a speed are the
 // table in order.
-CVN_NP_CAGE_IDENTITY_MAPS(brisca, 10g, 80, 8, 0);
-CVN_NP_CAGE_IDENTITY_MAPS(brisca, 40g, 16, 1, 6);
-CVN_NP_CAGE_IDENTITY_MAPS(brisca, 100g, 8, 0, 8);
+constexpr cage::map_row np_local_port_map_brisca_10g[80] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_10g>, 8, 0)};
+constexpr cage::map_row np_local_port_map_brisca_40g[16] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_40g>, 1, 6)};
+constexpr cage::map_row np_local_port_map_brisca_100g[8] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_100g>, 0, 8)};
+constexpr cage::map_row fplate_port_map_brisca_10g[80] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_10g>, 8, 0)};
+constexpr cage::map_row fplate_port_map_brisca_40g[16] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_40g>, 1, 6)};
+constexpr cage::map_row fplate_port_map_brisca_100g[8] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_100g>, 0, 8)};
+constexpr cage::map_row phys_front_port_map_brisca_10g[80] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_10g>, 8, 0)};
+constexpr cage::map_row phys_front_port_map_brisca_40g[16] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_40g>, 1, 6)};
+constexpr cage::map_row phys_front_port_map_brisca_100g[8] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_100g>, 0, 8)};
 
 constexpr int32_t brisca_phys_2_fplate_cage_10GE[128] = {
     CVN_NP_ROWS(cage::fplate_index_of<k_10g>, 12, 8)};
@@ -81,7 +79,17 @@ constexpr int32_t brisca_phys_2_fplate_cage_40GE[128] = {
 constexpr int32_t brisca_phys_2_fplate_cage_100GE[128] = {
     CVN_NP_ROWS(cage::fplate_index_of<k_100g>, 12, 8)};
 
-CVN_NP_CAGE_THREE_SPEED_RECORDS(brisca);
+cage::current_map brisca_card_phys_map_100ge, brisca_card_fplate_map_100ge,
+    brisca_card_np_port_map_100ge;
+cage::current_map brisca_card_phys_map_40ge, brisca_card_fplate_map_40ge,
+    brisca_card_np_port_map_40ge;
+cage::current_map brisca_card_phys_map_10ge, brisca_card_fplate_map_10ge,
+    brisca_card_np_port_map_10ge;
+const np_info *brisca_card_np_info;
+const port_info *const *brisca_card_port_info;
+card_version brisca_card_version;
+subslot_info brisca_card_subslot_info;
+cvn_np_api cvn_np_api_brisca;
 
 } // extern "C"
 
@@ -132,12 +140,24 @@ constexpr cage::family k_brisca = {
     .dummy_port_info = brisca_dummy_port_info,
     .speeds =
         {
-            CVN_NP_CAGE_SPEED(brisca, 100, 128,
-                              CVN_NP_CHECK("index < brisca_card_np_info->port_subslot_100g")),
-            CVN_NP_CAGE_SPEED(brisca, 40, 128,
-                              CVN_NP_CHECK("index < brisca_card_np_info->port_subslot_40g")),
-            CVN_NP_CAGE_SPEED(brisca, 10, 128,
-                              CVN_NP_CHECK("index < brisca_card_np_info->port_subslot_10g")),
+            {phys_front_port_map_brisca_100g, fplate_port_map_brisca_100g,
+             np_local_port_map_brisca_100g, &brisca_card_phys_map_100ge,
+             &brisca_card_fplate_map_100ge, &brisca_card_np_port_map_100ge,
+             &cage::k_inverse<np_local_port_map_brisca_100g>, brisca_phys_2_fplate_cage_100GE, 128,
+             &np_info::port_subslot_100g, &np_info::port_cage_100g, CVN_NP_PORT_TYPE_100GE,
+             CVN_NP_CHECK("index < brisca_card_np_info->port_subslot_100g")},
+            {phys_front_port_map_brisca_40g, fplate_port_map_brisca_40g,
+             np_local_port_map_brisca_40g, &brisca_card_phys_map_40ge, &brisca_card_fplate_map_40ge,
+             &brisca_card_np_port_map_40ge, &cage::k_inverse<np_local_port_map_brisca_40g>,
+             brisca_phys_2_fplate_cage_40GE, 128, &np_info::port_subslot_40g,
+             &np_info::port_cage_40g, CVN_NP_PORT_TYPE_40GE,
+             CVN_NP_CHECK("index < brisca_card_np_info->port_subslot_40g")},
+            {phys_front_port_map_brisca_10g, fplate_port_map_brisca_10g,
+             np_local_port_map_brisca_10g, &brisca_card_phys_map_10ge, &brisca_card_fplate_map_10ge,
+             &brisca_card_np_port_map_10ge, &cage::k_inverse<np_local_port_map_brisca_10g>,
+             brisca_phys_2_fplate_cage_10GE, 128, &np_info::port_subslot_10g,
+             &np_info::port_cage_10g, CVN_NP_PORT_TYPE_10GE,
+             CVN_NP_CHECK("index < brisca_card_np_info->port_subslot_10g")},
         },
     .types = cage::k_module_types,
     .type_count = std::size(cage::k_module_types),

@@ -22,31 +22,14 @@ constexpr cage::wiring k_100g = {4, 1, 1, 117, 117, CVN_NP_PORT_TYPE_100GE};
 
 extern "C" {
 
-constexpr np_info np_info_brisca_4p = {
-    .sw_version = 1,
-    .sw_status = 0,
-    .num_np = 4,
-    .num_complex = 4,
-    .np_per_complex = 1,
-    .num_cage = 4,
-    .cage_per_complex = 1,
-    .ver_major = 5,
-    .ver_minor = 99,
-    .max_mtu = 9216,
-    .max_fpport_100g = 8,
-    .max_fpport_40g = 16,
-    .max_fpport_10g = 80,
-    .num_subslot = 1,
-    .max_port_cage = 8,
-    .port_subslot_100g = 8,
-    .port_subslot_40g = 16,
-    .port_subslot_10g = 80,
-    .port_cage_100g = 1,
-    .port_cage_40g = 2,
-    .port_cage_40g_alt = 1,
-    .port_cage_10g = 10,
-    .num_info_types = 0,
-};
+constexpr np_info np_info_brisca_4p = cage::info_of({.nps = 4,
+                                                     .cages = 4,
+                                                     .faceplate_cages = 8,
+                                                     .max_port_cage = 8,
+                                                     .per_cage_100g = 1,
+                                                     .per_cage_40g = 2,
+                                                     .per_cage_40g_alt = 1,
+                                                     .per_cage_10g = 10});
 
 constexpr port_info port_info_brisca_4p_10g[2] = {{10, CVN_NP_PORT_TYPE_10GE},
                                                   {0, CVN_NP_PORT_TYPE_END}};
@@ -73,15 +56,24 @@ constexpr port_mapping_entry cvn_np_port_mapping_brisca_4p_100g[5] = {
 
 // The NP-local maps keep brisca's room (80, 16, 16); past the card's
 // entries they hold NULL, which no NP's block reaches.
-CVN_NP_CAGE_MAP(np_local_port_map_brisca_4p_10g, cvn_np_port_mapping_brisca_4p_10g, 40, 8, 0);
-CVN_NP_CAGE_MAP(np_local_port_map_brisca_4p_40g, cvn_np_port_mapping_brisca_4p_40g, 8, 1, 6);
-CVN_NP_CAGE_MAP(np_local_port_map_brisca_4p_100g, cvn_np_port_mapping_brisca_4p_100g, 4, 1, 6);
-CVN_NP_CAGE_MAP(fplate_port_map_brisca_4p_10g, cvn_np_port_mapping_brisca_4p_10g, 40, 4, 0);
-CVN_NP_CAGE_MAP(fplate_port_map_brisca_4p_40g, cvn_np_port_mapping_brisca_4p_40g, 8, 0, 8);
-CVN_NP_CAGE_MAP(fplate_port_map_brisca_4p_100g, cvn_np_port_mapping_brisca_4p_100g, 4, 0, 4);
-CVN_NP_CAGE_MAP(phys_front_port_map_brisca_4p_10g, cvn_np_port_mapping_brisca_4p_10g, 40, 4, 0);
-CVN_NP_CAGE_MAP(phys_front_port_map_brisca_4p_40g, cvn_np_port_mapping_brisca_4p_40g, 8, 0, 8);
-CVN_NP_CAGE_MAP(phys_front_port_map_brisca_4p_100g, cvn_np_port_mapping_brisca_4p_100g, 4, 0, 4);
+constexpr cage::map_row np_local_port_map_brisca_4p_10g[80] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_4p_10g>, 8, 0)};
+constexpr cage::map_row np_local_port_map_brisca_4p_40g[16] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_4p_40g>, 1, 6)};
+constexpr cage::map_row np_local_port_map_brisca_4p_100g[16] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_4p_100g>, 1, 6)};
+constexpr cage::map_row fplate_port_map_brisca_4p_10g[40] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_4p_10g>, 4, 0)};
+constexpr cage::map_row fplate_port_map_brisca_4p_40g[8] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_4p_40g>, 0, 8)};
+constexpr cage::map_row fplate_port_map_brisca_4p_100g[4] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_4p_100g>, 0, 4)};
+constexpr cage::map_row phys_front_port_map_brisca_4p_10g[40] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_4p_10g>, 4, 0)};
+constexpr cage::map_row phys_front_port_map_brisca_4p_40g[8] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_4p_40g>, 0, 8)};
+constexpr cage::map_row phys_front_port_map_brisca_4p_100g[4] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_4p_100g>, 0, 4)};
 
 constexpr int32_t brisca_4p_phys_2_fplate_cage_10GE[64] = {
     CVN_NP_ROWS(cage::fplate_index_of<k_10g>, 6, 4)};
@@ -90,7 +82,17 @@ constexpr int32_t brisca_4p_phys_2_fplate_cage_40GE[64] = {
 constexpr int32_t brisca_4p_phys_2_fplate_cage_100GE[64] = {
     CVN_NP_ROWS(cage::fplate_index_of<k_100g>, 6, 4)};
 
-CVN_NP_CAGE_THREE_SPEED_RECORDS(brisca_4p);
+cage::current_map brisca_4p_card_phys_map_100ge, brisca_4p_card_fplate_map_100ge,
+    brisca_4p_card_np_port_map_100ge;
+cage::current_map brisca_4p_card_phys_map_40ge, brisca_4p_card_fplate_map_40ge,
+    brisca_4p_card_np_port_map_40ge;
+cage::current_map brisca_4p_card_phys_map_10ge, brisca_4p_card_fplate_map_10ge,
+    brisca_4p_card_np_port_map_10ge;
+const np_info *brisca_4p_card_np_info;
+const port_info *const *brisca_4p_card_port_info;
+card_version brisca_4p_card_version;
+subslot_info brisca_4p_card_subslot_info;
+cvn_np_api cvn_np_api_brisca_4p;
 
 } // extern "C"
 
@@ -137,12 +139,24 @@ constexpr cage::family k_brisca_4p = {
     .dummy_port_info = brisca_4p_dummy_port_info,
     .speeds =
         {
-            CVN_NP_CAGE_SPEED(brisca_4p, 100, 64,
-                              CVN_NP_CHECK("index < brisca_4p_card_np_info->port_subslot_100g")),
-            CVN_NP_CAGE_SPEED(brisca_4p, 40, 64,
-                              CVN_NP_CHECK("index < brisca_4p_card_np_info->port_subslot_40g")),
-            CVN_NP_CAGE_SPEED(brisca_4p, 10, 64,
-                              CVN_NP_CHECK("index < brisca_4p_card_np_info->port_subslot_10g")),
+            {phys_front_port_map_brisca_4p_100g, fplate_port_map_brisca_4p_100g,
+             np_local_port_map_brisca_4p_100g, &brisca_4p_card_phys_map_100ge,
+             &brisca_4p_card_fplate_map_100ge, &brisca_4p_card_np_port_map_100ge,
+             &cage::k_inverse<np_local_port_map_brisca_4p_100g>, brisca_4p_phys_2_fplate_cage_100GE,
+             64, &np_info::port_subslot_100g, &np_info::port_cage_100g, CVN_NP_PORT_TYPE_100GE,
+             CVN_NP_CHECK("index < brisca_4p_card_np_info->port_subslot_100g")},
+            {phys_front_port_map_brisca_4p_40g, fplate_port_map_brisca_4p_40g,
+             np_local_port_map_brisca_4p_40g, &brisca_4p_card_phys_map_40ge,
+             &brisca_4p_card_fplate_map_40ge, &brisca_4p_card_np_port_map_40ge,
+             &cage::k_inverse<np_local_port_map_brisca_4p_40g>, brisca_4p_phys_2_fplate_cage_40GE,
+             64, &np_info::port_subslot_40g, &np_info::port_cage_40g, CVN_NP_PORT_TYPE_40GE,
+             CVN_NP_CHECK("index < brisca_4p_card_np_info->port_subslot_40g")},
+            {phys_front_port_map_brisca_4p_10g, fplate_port_map_brisca_4p_10g,
+             np_local_port_map_brisca_4p_10g, &brisca_4p_card_phys_map_10ge,
+             &brisca_4p_card_fplate_map_10ge, &brisca_4p_card_np_port_map_10ge,
+             &cage::k_inverse<np_local_port_map_brisca_4p_10g>, brisca_4p_phys_2_fplate_cage_10GE,
+             64, &np_info::port_subslot_10g, &np_info::port_cage_10g, CVN_NP_PORT_TYPE_10GE,
+             CVN_NP_CHECK("index < brisca_4p_card_np_info->port_subslot_10g")},
         },
     .types = cage::k_module_types,
     .type_count = std::size(cage::k_module_types),

@@ -15,56 +15,22 @@ namespace cage = cvn_np::cage;
 
 extern "C" {
 
-constexpr np_info np_info_dornik = {
-    .sw_version = 1,
-    .sw_status = 0,
-    .num_np = 6,
-    .num_complex = 6,
-    .np_per_complex = 1,
-    .num_cage = 12,
-    .cage_per_complex = 2,
-    .ver_major = 5,
-    .ver_minor = 99,
-    .max_mtu = 9216,
-    .max_fpport_100g = 12,
-    .max_fpport_40g = 0,
-    .max_fpport_10g = 0,
-    .num_subslot = 1,
-    .max_port_cage = 12,
-    .port_subslot_100g = 12,
-    .port_subslot_40g = 0,
-    .port_subslot_10g = 0,
-    .port_cage_100g = 1,
-    .port_cage_40g = 0,
-    .port_cage_40g_alt = 0,
-    .port_cage_10g = 0,
-    .num_info_types = 0,
-};
-constexpr np_info np_info_dornik_lite = {
-    .sw_version = 1,
-    .sw_status = 0,
-    .num_np = 2,
-    .num_complex = 2,
-    .np_per_complex = 1,
-    .num_cage = 4,
-    .cage_per_complex = 2,
-    .ver_major = 5,
-    .ver_minor = 99,
-    .max_mtu = 9216,
-    .max_fpport_100g = 4,
-    .max_fpport_40g = 0,
-    .max_fpport_10g = 0,
-    .num_subslot = 1,
-    .max_port_cage = 4,
-    .port_subslot_100g = 4,
-    .port_subslot_40g = 0,
-    .port_subslot_10g = 0,
-    .port_cage_100g = 1,
-    .port_cage_40g = 0,
-    .port_cage_40g_alt = 0,
-    .port_cage_10g = 0,
-    .num_info_types = 0,
-};
+constexpr np_info np_info_dornik = cage::info_of({.nps = 6,
+                                                  .cages = 12,
+                                                  .faceplate_cages = 12,
+                                                  .max_port_cage = 12,
+                                                  .per_cage_100g = 1,
+                                                  .per_cage_40g = 0,
+                                                  .per_cage_40g_alt = 0,
+                                                  .per_cage_10g = 0});
+constexpr np_info np_info_dornik_lite = cage::info_of({.nps = 2,
+                                                       .cages = 4,
+                                                       .faceplate_cages = 4,
+                                                       .max_port_cage = 4,
+                                                       .per_cage_100g = 1,
+                                                       .per_cage_40g = 0,
+                                                       .per_cage_40g_alt = 0,
+                                                       .per_cage_10g = 0});
 
 constexpr port_info dornik_dummy_port_info[1] = {{0, CVN_NP_PORT_TYPE_END}};
 static constexpr port_info port_info_dornik_combo[2] = {{12, CVN_NP_PORT_TYPE_COMBO},
@@ -93,7 +59,12 @@ constexpr port_mapping_entry cvn_np_port_mapping_dornik_100g[13] = {
     cage::k_end_entry,
 };
 
-CVN_NP_CAGE_IDENTITY_MAPS(dornik, 100g, 12, 1, 2);
+constexpr cage::map_row np_local_port_map_dornik_100g[12] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_dornik_100g>, 1, 2)};
+constexpr cage::map_row fplate_port_map_dornik_100g[12] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_dornik_100g>, 1, 2)};
+constexpr cage::map_row phys_front_port_map_dornik_100g[12] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_dornik_100g>, 1, 2)};
 
 } // extern "C"
 
@@ -109,8 +80,13 @@ extern "C" {
 constexpr int32_t dornik_phys_2_fplate_ifsub_100GE[192] = {
     CVN_NP_ROWS(cage::fplate_index_of<k_100g>, 19, 2)};
 
-CVN_NP_CAGE_SPEED_RECORDS(dornik, 100);
-CVN_NP_CAGE_CARD_RECORDS(dornik);
+cage::current_map dornik_card_phys_map_100ge, dornik_card_fplate_map_100ge,
+    dornik_card_np_port_map_100ge;
+const np_info *dornik_card_np_info;
+const port_info *const *dornik_card_port_info;
+card_version dornik_card_version;
+subslot_info dornik_card_subslot_info;
+cvn_np_api cvn_np_api_dornik;
 
 } // extern "C"
 
