@@ -127,12 +127,37 @@ template <const auto &map> constexpr np_port_index inverse_of()
 }
 template <const auto &map> inline constexpr np_port_index k_inverse = inverse_of<map>();
 
+// Every row of `table` is rule(row): a row count written apart from the
+// array's bound cannot leave rows zero-filled.
+constexpr bool same_row(const port_mapping_entry &a, const port_mapping_entry &b)
+{
+    return same_entry(a, b);
+}
+template <class T> constexpr bool same_row(T a, T b) { return a == b; }
+template <const auto &table, auto rule> constexpr bool rows_follow()
+{
+    for (std::size_t i = 0; i < std::size(table); ++i)
+        if (!same_row(table[i], rule(i)))
+            return false;
+    return true;
+}
+// The tables of a speed wired by w: its mapping table, its faceplate-index
+// table and its index maps, which point at the mapping table in order.
+template <const wiring &w, const auto &table, const auto &index, const auto &...maps>
+constexpr bool speed_follows()
+{
+    return rows_follow<table, entry_of<w>>() && rows_follow<index, fplate_index_of<w>>() &&
+           (rows_follow<maps, pointer_to<table>>() && ...);
+}
 // The types of an exported index map and of a current-record pointer.
 using map_row = const port_mapping_entry *;
 using current_map = const port_mapping_entry *const *;
+inline constexpr port_info k_list_end = {0, CVN_NP_PORT_TYPE_END};
 
 // The np_info of a cage card: one NP per complex, one subslot; the
-// faceplate bounds count `faceplate_cages` cages.
+// faceplate bounds count `faceplate_cages` cages.  Families write it as
+// {NPs, cages, faceplate cages, max_port_cage, ports per cage of 100GE,
+// 40GE, 40GE_ALT and 10GE modules}.
 struct card_shape {
     uint16_t nps, cages, faceplate_cages, max_port_cage;
     uint16_t per_cage_100g, per_cage_40g, per_cage_40g_alt, per_cage_10g;

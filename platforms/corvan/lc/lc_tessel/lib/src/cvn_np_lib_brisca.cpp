@@ -19,26 +19,16 @@ constexpr cage::wiring k_100g = {8, 2, 1, 117, 116, CVN_NP_PORT_TYPE_100GE};
 
 extern "C" {
 
-constexpr np_info np_info_brisca = cage::info_of({.nps = 4,
-                                                  .cages = 8,
-                                                  .faceplate_cages = 8,
-                                                  .max_port_cage = 8,
-                                                  .per_cage_100g = 1,
-                                                  .per_cage_40g = 2,
-                                                  .per_cage_40g_alt = 1,
-                                                  .per_cage_10g = 10});
+constexpr np_info np_info_brisca = cage::info_of({4, 8, 8, 8, 1, 2, 1, 10});
 
-constexpr port_info port_info_brisca_10g[2] = {{10, CVN_NP_PORT_TYPE_10GE},
-                                               {0, CVN_NP_PORT_TYPE_END}};
-constexpr port_info port_info_brisca_40g[2] = {{2, CVN_NP_PORT_TYPE_40GE},
-                                               {0, CVN_NP_PORT_TYPE_END}};
-constexpr port_info port_info_brisca_100g[2] = {{1, CVN_NP_PORT_TYPE_100GE},
-                                                {0, CVN_NP_PORT_TYPE_END}};
-constexpr port_info brisca_dummy_port_info[1] = {{0, CVN_NP_PORT_TYPE_END}};
+constexpr port_info port_info_brisca_10g[2] = {{10, CVN_NP_PORT_TYPE_10GE}, cage::k_list_end};
+constexpr port_info port_info_brisca_40g[2] = {{2, CVN_NP_PORT_TYPE_40GE}, cage::k_list_end};
+constexpr port_info port_info_brisca_100g[2] = {{1, CVN_NP_PORT_TYPE_100GE}, cage::k_list_end};
+constexpr port_info brisca_dummy_port_info[1] = {cage::k_list_end};
 static constexpr port_info port_info_brisca_none[2] = {{0, CVN_NP_PORT_TYPE_NONE},
-                                                       {0, CVN_NP_PORT_TYPE_END}};
+                                                       cage::k_list_end};
 static constexpr port_info port_info_brisca_combo[2] = {{8, CVN_NP_PORT_TYPE_COMBO},
-                                                        {0, CVN_NP_PORT_TYPE_END}};
+                                                        cage::k_list_end};
 constexpr const port_info *port_info_brisca[6] = {
     port_info_brisca_none, port_info_brisca_10g,  port_info_brisca_combo,
     port_info_brisca_40g,  port_info_brisca_100g, nullptr,
@@ -93,24 +83,16 @@ cvn_np_api cvn_np_api_brisca;
 
 } // extern "C"
 
-// Telling rows: (phys_front_port, np, np_port, fplate_port, port_type).
-static_assert(cage::same_entry(cvn_np_port_mapping_brisca_10g[0], {0x00, 0, 204, 0x00, 1}));
-static_assert(cage::same_entry(cvn_np_port_mapping_brisca_10g[10], {0x10, 0, 192, 0x10, 1}));
-static_assert(cage::same_entry(cvn_np_port_mapping_brisca_10g[79], {0x79, 3, 201, 0x79, 1}));
-static_assert(cage::same_entry(cvn_np_port_mapping_brisca_10g[80], cage::k_end_entry));
-static_assert(cage::same_entry(cvn_np_port_mapping_brisca_40g[3], {0x11, 0, 97, 0x11, 3}));
-static_assert(cage::same_entry(cvn_np_port_mapping_brisca_40g[15], {0x71, 3, 97, 0x71, 3}));
-static_assert(cage::same_entry(cvn_np_port_mapping_brisca_40g[16], cage::k_end_entry));
-static_assert(cage::same_entry(cvn_np_port_mapping_brisca_100g[1], {0x10, 0, 116, 0x10, 4}));
-static_assert(cage::same_entry(cvn_np_port_mapping_brisca_100g[6], {0x60, 3, 117, 0x60, 4}));
-static_assert(cage::same_entry(cvn_np_port_mapping_brisca_100g[8], cage::k_end_entry));
-static_assert(brisca_phys_2_fplate_cage_10GE[0x0A] == CVN_NP_NO_PORT);
-static_assert(brisca_phys_2_fplate_cage_10GE[0x79] == 79);
-static_assert(brisca_phys_2_fplate_cage_40GE[0x71] == 15 &&
-              brisca_phys_2_fplate_cage_40GE[0x72] == 255);
-static_assert(brisca_phys_2_fplate_cage_100GE[0x70] == 7 &&
-              brisca_phys_2_fplate_cage_100GE[0x7F] == 255);
-static_assert(np_local_port_map_brisca_10g[79] == &cvn_np_port_mapping_brisca_10g[79]);
+// Every generated table follows its rule, row for row.
+static_assert(cage::speed_follows<k_10g, cvn_np_port_mapping_brisca_10g,
+                                  brisca_phys_2_fplate_cage_10GE, np_local_port_map_brisca_10g,
+                                  fplate_port_map_brisca_10g, phys_front_port_map_brisca_10g>());
+static_assert(cage::speed_follows<k_40g, cvn_np_port_mapping_brisca_40g,
+                                  brisca_phys_2_fplate_cage_40GE, np_local_port_map_brisca_40g,
+                                  fplate_port_map_brisca_40g, phys_front_port_map_brisca_40g>());
+static_assert(cage::speed_follows<k_100g, cvn_np_port_mapping_brisca_100g,
+                                  brisca_phys_2_fplate_cage_100GE, np_local_port_map_brisca_100g,
+                                  fplate_port_map_brisca_100g, phys_front_port_map_brisca_100g>());
 
 namespace {
 

@@ -22,26 +22,15 @@ constexpr cage::wiring k_100g = {4, 1, 1, 117, 117, CVN_NP_PORT_TYPE_100GE};
 
 extern "C" {
 
-constexpr np_info np_info_brisca_4p = cage::info_of({.nps = 4,
-                                                     .cages = 4,
-                                                     .faceplate_cages = 8,
-                                                     .max_port_cage = 8,
-                                                     .per_cage_100g = 1,
-                                                     .per_cage_40g = 2,
-                                                     .per_cage_40g_alt = 1,
-                                                     .per_cage_10g = 10});
+constexpr np_info np_info_brisca_4p = cage::info_of({4, 4, 8, 8, 1, 2, 1, 10});
 
-constexpr port_info port_info_brisca_4p_10g[2] = {{10, CVN_NP_PORT_TYPE_10GE},
-                                                  {0, CVN_NP_PORT_TYPE_END}};
-constexpr port_info port_info_brisca_4p_40g[2] = {{2, CVN_NP_PORT_TYPE_40GE},
-                                                  {0, CVN_NP_PORT_TYPE_END}};
-constexpr port_info port_info_brisca_4p_100g[2] = {{1, CVN_NP_PORT_TYPE_100GE},
-                                                   {0, CVN_NP_PORT_TYPE_END}};
-constexpr port_info port_info_brisca_4p_combo[2] = {{4, CVN_NP_PORT_TYPE_COMBO},
-                                                    {0, CVN_NP_PORT_TYPE_END}};
-constexpr port_info brisca_4p_dummy_port_info[1] = {{0, CVN_NP_PORT_TYPE_END}};
+constexpr port_info port_info_brisca_4p_10g[2] = {{10, CVN_NP_PORT_TYPE_10GE}, cage::k_list_end};
+constexpr port_info port_info_brisca_4p_40g[2] = {{2, CVN_NP_PORT_TYPE_40GE}, cage::k_list_end};
+constexpr port_info port_info_brisca_4p_100g[2] = {{1, CVN_NP_PORT_TYPE_100GE}, cage::k_list_end};
+constexpr port_info port_info_brisca_4p_combo[2] = {{4, CVN_NP_PORT_TYPE_COMBO}, cage::k_list_end};
+constexpr port_info brisca_4p_dummy_port_info[1] = {cage::k_list_end};
 static constexpr port_info port_info_brisca_4p_none[2] = {{0, CVN_NP_PORT_TYPE_NONE},
-                                                          {0, CVN_NP_PORT_TYPE_END}};
+                                                          cage::k_list_end};
 constexpr const port_info *port_info_brisca_4p[6] = {
     port_info_brisca_4p_none, port_info_brisca_4p_10g,  port_info_brisca_4p_combo,
     port_info_brisca_4p_40g,  port_info_brisca_4p_100g, nullptr,
@@ -96,20 +85,19 @@ cvn_np_api cvn_np_api_brisca_4p;
 
 } // extern "C"
 
-// Telling rows: (phys_front_port, np, np_port, fplate_port, port_type).
-static_assert(cage::same_entry(cvn_np_port_mapping_brisca_4p_10g[39], {0x39, 3, 213, 0x39, 1}));
-static_assert(cage::same_entry(cvn_np_port_mapping_brisca_4p_10g[40], cage::k_end_entry));
-static_assert(cage::same_entry(cvn_np_port_mapping_brisca_4p_40g[5], {0x21, 2, 100, 0x21, 3}));
-static_assert(cage::same_entry(cvn_np_port_mapping_brisca_4p_40g[8], cage::k_end_entry));
-static_assert(cage::same_entry(cvn_np_port_mapping_brisca_4p_100g[3], {0x30, 3, 117, 0x30, 4}));
-static_assert(cage::same_entry(cvn_np_port_mapping_brisca_4p_100g[4], cage::k_end_entry));
-static_assert(np_local_port_map_brisca_4p_10g[39] == &cvn_np_port_mapping_brisca_4p_10g[39]);
-static_assert(np_local_port_map_brisca_4p_10g[40] == nullptr &&
-              np_local_port_map_brisca_4p_100g[15] == nullptr);
-static_assert(brisca_4p_phys_2_fplate_cage_100GE[0x30] == 3 &&
-              brisca_4p_phys_2_fplate_cage_100GE[0x31] == 255);
-static_assert(brisca_4p_phys_2_fplate_cage_10GE[0x39] == 39 &&
-              brisca_4p_phys_2_fplate_cage_10GE[0x3A] == 255);
+// Every generated table follows its rule, row for row.
+static_assert(
+    cage::speed_follows<k_10g, cvn_np_port_mapping_brisca_4p_10g, brisca_4p_phys_2_fplate_cage_10GE,
+                        np_local_port_map_brisca_4p_10g, fplate_port_map_brisca_4p_10g,
+                        phys_front_port_map_brisca_4p_10g>());
+static_assert(
+    cage::speed_follows<k_40g, cvn_np_port_mapping_brisca_4p_40g, brisca_4p_phys_2_fplate_cage_40GE,
+                        np_local_port_map_brisca_4p_40g, fplate_port_map_brisca_4p_40g,
+                        phys_front_port_map_brisca_4p_40g>());
+static_assert(
+    cage::speed_follows<k_100g, cvn_np_port_mapping_brisca_4p_100g,
+                        brisca_4p_phys_2_fplate_cage_100GE, np_local_port_map_brisca_4p_100g,
+                        fplate_port_map_brisca_4p_100g, phys_front_port_map_brisca_4p_100g>());
 
 namespace {
 

@@ -13,32 +13,25 @@
 
 namespace cage = cvn_np::cage;
 
+namespace {
+
+// Only the faceplate index of the cages is needed from this rule.
+constexpr cage::wiring k_100g = {12, 2, 1, 0, 0, CVN_NP_PORT_TYPE_100GE};
+
+} // namespace
+
 extern "C" {
 
-constexpr np_info np_info_dornik = cage::info_of({.nps = 6,
-                                                  .cages = 12,
-                                                  .faceplate_cages = 12,
-                                                  .max_port_cage = 12,
-                                                  .per_cage_100g = 1,
-                                                  .per_cage_40g = 0,
-                                                  .per_cage_40g_alt = 0,
-                                                  .per_cage_10g = 0});
-constexpr np_info np_info_dornik_lite = cage::info_of({.nps = 2,
-                                                       .cages = 4,
-                                                       .faceplate_cages = 4,
-                                                       .max_port_cage = 4,
-                                                       .per_cage_100g = 1,
-                                                       .per_cage_40g = 0,
-                                                       .per_cage_40g_alt = 0,
-                                                       .per_cage_10g = 0});
+constexpr np_info np_info_dornik = cage::info_of({6, 12, 12, 12, 1, 0, 0, 0});
+constexpr np_info np_info_dornik_lite = cage::info_of({2, 4, 4, 4, 1, 0, 0, 0});
 
-constexpr port_info dornik_dummy_port_info[1] = {{0, CVN_NP_PORT_TYPE_END}};
+constexpr port_info dornik_dummy_port_info[1] = {cage::k_list_end};
 static constexpr port_info port_info_dornik_combo[2] = {{12, CVN_NP_PORT_TYPE_COMBO},
-                                                        {0, CVN_NP_PORT_TYPE_END}};
+                                                        cage::k_list_end};
 static constexpr port_info port_info_dornik_lite_combo[2] = {{4, CVN_NP_PORT_TYPE_COMBO},
-                                                             {0, CVN_NP_PORT_TYPE_END}};
+                                                             cage::k_list_end};
 static constexpr port_info port_info_dornik_100g[2] = {{1, CVN_NP_PORT_TYPE_100GE},
-                                                       {0, CVN_NP_PORT_TYPE_END}};
+                                                       cage::k_list_end};
 // Only the COMBO and 100GE positions hold lists of their own.
 constexpr const port_info *port_info_dornik[6] = {
     dornik_dummy_port_info, dornik_dummy_port_info, port_info_dornik_combo,
@@ -66,17 +59,6 @@ constexpr cage::map_row fplate_port_map_dornik_100g[12] = {
 constexpr cage::map_row phys_front_port_map_dornik_100g[12] = {
     CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_dornik_100g>, 1, 2)};
 
-} // extern "C"
-
-namespace {
-
-// Only the faceplate index of the cages is needed from this rule.
-constexpr cage::wiring k_100g = {12, 2, 1, 0, 0, CVN_NP_PORT_TYPE_100GE};
-
-} // namespace
-
-extern "C" {
-
 constexpr int32_t dornik_phys_2_fplate_ifsub_100GE[192] = {
     CVN_NP_ROWS(cage::fplate_index_of<k_100g>, 19, 2)};
 
@@ -90,10 +72,15 @@ cvn_np_api cvn_np_api_dornik;
 
 } // extern "C"
 
-static_assert(dornik_phys_2_fplate_ifsub_100GE[0xB0] == 11 &&
-              dornik_phys_2_fplate_ifsub_100GE[0xB1] == 255);
-static_assert(dornik_phys_2_fplate_ifsub_100GE[0x40] == 4 &&
-              dornik_phys_2_fplate_ifsub_100GE[191] == 255);
+// Every generated table follows its rule, row for row.
+static_assert(
+    cage::rows_follow<dornik_phys_2_fplate_ifsub_100GE, cage::fplate_index_of<k_100g>>() &&
+    cage::rows_follow<np_local_port_map_dornik_100g,
+                      cage::pointer_to<cvn_np_port_mapping_dornik_100g>>() &&
+    cage::rows_follow<fplate_port_map_dornik_100g,
+                      cage::pointer_to<cvn_np_port_mapping_dornik_100g>>() &&
+    cage::rows_follow<phys_front_port_map_dornik_100g,
+                      cage::pointer_to<cvn_np_port_mapping_dornik_100g>>());
 
 namespace {
 

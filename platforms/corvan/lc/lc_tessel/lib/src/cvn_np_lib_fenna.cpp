@@ -19,26 +19,15 @@ constexpr cage::wiring k_100g = {6, 2, 1, 117, 116, CVN_NP_PORT_TYPE_100GE};
 
 extern "C" {
 
-constexpr np_info np_info_fenna = cage::info_of({.nps = 3,
-                                                 .cages = 6,
-                                                 .faceplate_cages = 6,
-                                                 .max_port_cage = 8,
-                                                 .per_cage_100g = 1,
-                                                 .per_cage_40g = 2,
-                                                 .per_cage_40g_alt = 0,
-                                                 .per_cage_10g = 10});
+constexpr np_info np_info_fenna = cage::info_of({3, 6, 6, 8, 1, 2, 0, 10});
 
-constexpr port_info port_info_fenna_10g[2] = {{10, CVN_NP_PORT_TYPE_10GE},
-                                              {0, CVN_NP_PORT_TYPE_END}};
-constexpr port_info port_info_fenna_40g[2] = {{2, CVN_NP_PORT_TYPE_40GE},
-                                              {0, CVN_NP_PORT_TYPE_END}};
-constexpr port_info port_info_fenna_100g[2] = {{1, CVN_NP_PORT_TYPE_100GE},
-                                               {0, CVN_NP_PORT_TYPE_END}};
-constexpr port_info fenna_dummy_port_info[1] = {{0, CVN_NP_PORT_TYPE_END}};
-static constexpr port_info port_info_fenna_none[2] = {{0, CVN_NP_PORT_TYPE_NONE},
-                                                      {0, CVN_NP_PORT_TYPE_END}};
+constexpr port_info port_info_fenna_10g[2] = {{10, CVN_NP_PORT_TYPE_10GE}, cage::k_list_end};
+constexpr port_info port_info_fenna_40g[2] = {{2, CVN_NP_PORT_TYPE_40GE}, cage::k_list_end};
+constexpr port_info port_info_fenna_100g[2] = {{1, CVN_NP_PORT_TYPE_100GE}, cage::k_list_end};
+constexpr port_info fenna_dummy_port_info[1] = {cage::k_list_end};
+static constexpr port_info port_info_fenna_none[2] = {{0, CVN_NP_PORT_TYPE_NONE}, cage::k_list_end};
 static constexpr port_info port_info_fenna_combo[2] = {{6, CVN_NP_PORT_TYPE_COMBO},
-                                                       {0, CVN_NP_PORT_TYPE_END}};
+                                                       cage::k_list_end};
 constexpr const port_info *port_info_fenna[6] = {
     port_info_fenna_none, port_info_fenna_10g,  port_info_fenna_combo,
     port_info_fenna_40g,  port_info_fenna_100g, nullptr,
@@ -91,20 +80,16 @@ cvn_np_api cvn_np_api_fenna;
 
 } // extern "C"
 
-// Telling rows: (phys_front_port, np, np_port, fplate_port, port_type).
-static_assert(cage::same_entry(cvn_np_port_mapping_fenna_100g[1], {16, 0, 116, 16, 4}));
-static_assert(cage::same_entry(cvn_np_port_mapping_fenna_100g[6], cage::k_end_entry));
-static_assert(cage::same_entry(cvn_np_port_mapping_fenna_40g[3], {17, 0, 97, 17, 3}));
-static_assert(cage::same_entry(cvn_np_port_mapping_fenna_40g[12], cage::k_end_entry));
-static_assert(cage::same_entry(cvn_np_port_mapping_fenna_10g[10], {16, 0, 192, 16, 1}));
-static_assert(cage::same_entry(cvn_np_port_mapping_fenna_10g[59], {89, 2, 201, 89, 1}));
-static_assert(cage::same_entry(cvn_np_port_mapping_fenna_10g[60], cage::k_end_entry));
-static_assert(fenna_phys_2_fplate_cage_10GE[0x59] == 59 &&
-              fenna_phys_2_fplate_cage_10GE[0x5A] == 255);
-static_assert(fenna_phys_2_fplate_cage_40GE[0x51] == 11 &&
-              fenna_phys_2_fplate_cage_40GE[0x52] == 255);
-static_assert(fenna_phys_2_fplate_cage_100GE[0x50] == 5 &&
-              fenna_phys_2_fplate_cage_100GE[0x51] == 255);
+// Every generated table follows its rule, row for row.
+static_assert(cage::speed_follows<k_10g, cvn_np_port_mapping_fenna_10g,
+                                  fenna_phys_2_fplate_cage_10GE, np_local_port_map_fenna_10g,
+                                  fplate_port_map_fenna_10g, phys_front_port_map_fenna_10g>());
+static_assert(cage::speed_follows<k_40g, cvn_np_port_mapping_fenna_40g,
+                                  fenna_phys_2_fplate_cage_40GE, np_local_port_map_fenna_40g,
+                                  fplate_port_map_fenna_40g, phys_front_port_map_fenna_40g>());
+static_assert(cage::speed_follows<k_100g, cvn_np_port_mapping_fenna_100g,
+                                  fenna_phys_2_fplate_cage_100GE, np_local_port_map_fenna_100g,
+                                  fplate_port_map_fenna_100g, phys_front_port_map_fenna_100g>());
 
 namespace {
 
