@@ -85,18 +85,18 @@ template <const auto &table> constexpr const port_mapping_entry *pointer_to(std:
 // whose entry carries NP-local port p (k_no_row: none).  Slot 41 reads it
 // instead of searching the NP's rows.
 struct np_port_index {
-    static constexpr uint8_t k_no_row = 0xFF;
+    static constexpr uint32_t k_no_row = UINT32_MAX;
     static constexpr std::size_t k_nps = 8;
     static constexpr std::size_t k_span = 128;
     uint32_t block;
     uint32_t nps;
     uint32_t low;
-    uint8_t at[k_nps][k_span];
+    uint8_t at[k_nps][k_span]; // row + 1; 0: none
 
     constexpr uint32_t row(uint32_t np, uint32_t np_port) const
     {
         const uint32_t p = np_port - low;
-        return np_port >= low && p < k_span ? at[np][p] : k_no_row;
+        return np_port >= low && p < k_span ? at[np][p] - 1u : k_no_row;
     }
 };
 
@@ -104,14 +104,9 @@ template <const auto &map> constexpr np_port_index inverse_of()
 {
     np_port_index x{0, 0, 0xFFFF, {}};
     for (const port_mapping_entry *e : map) {
-        if (e != nullptr && e->np == 0)
-            ++x.block;
-        if (e != nullptr && e->np_port < x.low)
-            x.low = e->np_port;
+        x.block += e != nullptr && e->np == 0 ? 1 : 0;
+        x.low = e != nullptr && e->np_port < x.low ? e->np_port : x.low;
     }
-    for (auto &np : x.at)
-        for (uint8_t &r : np)
-            r = np_port_index::k_no_row;
     for (std::size_t i = 0; i < std::size(map); ++i) {
         const port_mapping_entry *e = map[i];
         if (e == nullptr)
@@ -119,8 +114,7 @@ template <const auto &map> constexpr np_port_index inverse_of()
         const std::size_t np = i / x.block;
         // Rows run NP by NP; a row past the bounds makes this a non-constant.
         uint8_t &r = e->np == np ? x.at[np][e->np_port - x.low] : x.at[np_port_index::k_nps][0];
-        if (r == np_port_index::k_no_row)
-            r = static_cast<uint8_t>(i);
+        r = r != 0 ? r : static_cast<uint8_t>(i + 1);
         x.nps = static_cast<uint32_t>(np + 1);
     }
     return x;
@@ -167,29 +161,13 @@ constexpr np_info info_of(card_shape c)
     const auto bound = [&](uint16_t per_cage) {
         return static_cast<uint16_t>(c.faceplate_cages * per_cage);
     };
-    return {1,
-            0,
-            c.nps,
-            c.nps,
-            1,
-            c.cages,
-            static_cast<uint16_t>(c.cages / c.nps),
-            5,
-            99,
-            9216,
-            bound(c.per_cage_100g),
-            bound(c.per_cage_40g),
-            bound(c.per_cage_10g),
-            1,
-            c.max_port_cage,
-            bound(c.per_cage_100g),
-            bound(c.per_cage_40g),
-            bound(c.per_cage_10g),
-            c.per_cage_100g,
-            c.per_cage_40g,
-            c.per_cage_40g_alt,
-            c.per_cage_10g,
-            0};
+    const uint16_t cages_per_np = c.cages / c.nps;
+    // clang-format off
+    return {1, 0, c.nps, c.nps, 1, c.cages, cages_per_np, 5, 99, 9216,
+            bound(c.per_cage_100g), bound(c.per_cage_40g), bound(c.per_cage_10g), 1, c.max_port_cage,
+            bound(c.per_cage_100g), bound(c.per_cage_40g), bound(c.per_cage_10g),
+            c.per_cage_100g, c.per_cage_40g, c.per_cage_40g_alt, c.per_cage_10g, 0};
+    // clang-format on
 }
 
 // ---- Family description ------------------------------------------------
@@ -199,12 +177,8 @@ enum speed : uint8_t { k_100ge, k_40ge, k_10ge, k_speeds };
 // One speed of a family: the tables its init installs, the current-record
 // pointers it installs them in, and what the operations need beside them.
 struct speed_tables {
-    const port_mapping_entry *const *phys_map;
-    const port_mapping_entry *const *fplate_map;
-    const port_mapping_entry *const *np_port_map;
-    const port_mapping_entry *const **card_phys_map;
-    const port_mapping_entry *const **card_fplate_map;
-    const port_mapping_entry *const **card_np_port_map;
+    current_map phys_map, fplate_map, np_port_map;
+    current_map *card_phys_map, *card_fplate_map, *card_np_port_map;
     const np_port_index *np_port_rows; // the inverse of np_port_map
     const int32_t *fplate_index;       // by front port; NULL: the family has no such speed
     uint32_t fplate_index_size;
