@@ -182,10 +182,19 @@ struct speed_tables {
     const np_port_index *np_port_rows; // the inverse of np_port_map
     const int32_t *fplate_index;       // by front port; NULL: the family has no such speed
     uint32_t fplate_index_size;
+    check index_bound; // "index < <family>_card_np_info->port_subslot_<speed>"
+};
+
+// What np_info says of each speed, and the port type of its ports.
+struct speed_facts {
     uint16_t np_info::*port_subslot; // bound of a faceplate index
     uint16_t np_info::*port_cage;    // ports of one cage
-    uint32_t port_type;              // port-type code of the speed's ports
-    check index_bound;               // "index < <family>_card_np_info->port_subslot_<speed>"
+    uint32_t port_type;
+};
+inline constexpr speed_facts k_speed_facts[k_speeds] = {
+    {&np_info::port_subslot_100g, &np_info::port_cage_100g, CVN_NP_PORT_TYPE_100GE},
+    {&np_info::port_subslot_40g, &np_info::port_cage_40g, CVN_NP_PORT_TYPE_40GE},
+    {&np_info::port_subslot_10g, &np_info::port_cage_10g, CVN_NP_PORT_TYPE_10GE},
 };
 
 // An interface-subsystem type the family knows: its speed and the ports one
@@ -240,7 +249,7 @@ struct family {
 
     // Tables the init installs, and the current-record pointers.
     card_tables tables;
-    card_tables (*tables_for_card)(); // when set, chooses `tables` by card type
+    card_tables (*tables_for_card)() = nullptr; // when set, chooses `tables` by card type
     const np_info **card_np_info;
     const port_info *const **card_port_info;
     card_version *card_version_record;
@@ -252,10 +261,10 @@ struct family {
 
     // The family's differences.
     slot4_answer port_info_answer;
-    bool local_ports_per_np;                          // slot 40 counts an NP's cages, not one cage
+    bool local_ports_per_np = false;                  // slot 40 counts an NP's cages, not one cage
     bool query_status_returned;                       // slots 11, 12, 16, 18 return a failed query
-    bool failed_query_skips_mapping;                  // slots 8-10 answer 0 on a failed query
-    uint32_t max_np_port;                             // slot 15 rejects a larger NP-local port
+    bool failed_query_skips_mapping = false;          // slots 8-10 answer 0 on a failed query
+    uint32_t max_np_port = UINT32_MAX;                // slot 15 rejects a larger NP-local port
     uint32_t ifsubinst_cages;                         // slot 45's cage bound; 0: slot left empty
     uint32_t (*np_port_ifsub_type)(uint32_t np_port); // slot 15's type of an NP-local port
 };
@@ -281,11 +290,15 @@ template <const family &F> struct engine {
         require(t != nullptr, F.text.unknown);
         return *t;
     }
+    static constexpr const speed_facts &facts(const speed_tables &s)
+    {
+        return k_speed_facts[&s - F.speeds];
+    }
     // The speed whose ports carry a port-type code, if the family has it.
     static const speed_tables *speed_of_port_type(uint32_t port_type)
     {
         for (const speed_tables &s : F.speeds)
-            if (s.fplate_index != nullptr && s.port_type == port_type)
+            if (s.fplate_index != nullptr && facts(s).port_type == port_type)
                 return &s;
         return nullptr;
     }
@@ -306,19 +319,19 @@ template <const family &F> struct engine {
     }
     static const port_info *speed_list(const speed_tables &s)
     {
-        return (*F.card_port_info)[s.port_type];
+        return (*F.card_port_info)[facts(s).port_type];
     }
     // Entries of one NP at a speed: the stride of the NP-local map.
     static uint32_t np_block(const speed_tables &s)
     {
-        return uint32_t{info().*s.port_cage} * info().cage_per_complex;
+        return uint32_t{info().*facts(s).port_cage} * info().cage_per_complex;
     }
     // The faceplate index of `key` at speed s, checked against the speed's
     // bound; a key past the table counts as CVN_NP_NO_PORT.
     static uint32_t checked_fplate_index(const speed_tables &s, uint32_t key)
     {
         const int32_t index = key < s.fplate_index_size ? s.fplate_index[key] : CVN_NP_NO_PORT;
-        require(index >= 0 && index < int32_t{info().*s.port_subslot}, s.index_bound);
+        require(index >= 0 && index < int32_t{info().*facts(s).port_subslot}, s.index_bound);
         return static_cast<uint32_t>(index);
     }
 
@@ -822,8 +835,8 @@ template <const family &F> struct engine {
         // max_ports_per_subslot: the ports of the widest module, one cage.
         uint16_t widest = 0;
         for (const speed_tables &s : F.speeds)
-            if (s.fplate_index != nullptr && i.*s.port_cage > widest)
-                widest = i.*s.port_cage;
+            if (s.fplate_index != nullptr && i.*facts(s).port_cage > widest)
+                widest = i.*facts(s).port_cage;
         *F.card_subslot_info = {i.num_subslot, widest, i.num_cage, 255};
         fill(table);
     }

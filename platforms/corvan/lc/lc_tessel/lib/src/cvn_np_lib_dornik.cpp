@@ -128,18 +128,14 @@ constexpr cage::family k_dornik = {
              np_local_port_map_dornik_100g, &dornik_card_phys_map_100ge,
              &dornik_card_fplate_map_100ge, &dornik_card_np_port_map_100ge,
              &cage::k_inverse<np_local_port_map_dornik_100g>, dornik_phys_2_fplate_ifsub_100GE, 192,
-             &np_info::port_subslot_100g, &np_info::port_cage_100g, CVN_NP_PORT_TYPE_100GE,
              CVN_NP_CHECK("index < dornik_card_np_info->port_subslot_100g")},
-            {}, // no 40GE cages
-            {}, // no 10GE cages
-        },
+        }, // no 40GE or 10GE cages
     .types = k_types,
     .type_count = std::size(k_types),
     .port_info_answer = cage::slot4_answer::first_type,
     .local_ports_per_np = true,
     .query_status_returned = true,
     .failed_query_skips_mapping = true,
-    .max_np_port = UINT32_MAX,
     .ifsubinst_cages = 12,
     .np_port_ifsub_type = np_port_ifsub_type,
 };
