@@ -244,29 +244,29 @@ struct card_tables {
 };
 
 struct family {
-    const char *path; // the family's source, for the assertion report
-    texts text;
+    const char *path{}; // the family's source, for the assertion report
+    texts text{};
 
     // Tables the init installs, and the current-record pointers.
-    card_tables tables;
+    card_tables tables{};
     card_tables (*tables_for_card)() = nullptr; // when set, chooses `tables` by card type
-    const np_info **card_np_info;
-    const port_info *const **card_port_info;
-    card_version *card_version_record;
-    subslot_info *card_subslot_info;
-    const port_info *dummy_port_info;
-    speed_tables speeds[k_speeds];
-    const ifsub_type *types;
-    std::size_t type_count;
+    const np_info **card_np_info{};
+    const port_info *const **card_port_info{};
+    card_version *card_version_record{};
+    subslot_info *card_subslot_info{};
+    const port_info *dummy_port_info{};
+    speed_tables speeds[k_speeds]{};
+    const ifsub_type *types{};
+    std::size_t type_count{};
 
     // The family's differences.
-    slot4_answer port_info_answer;
-    bool local_ports_per_np = false;                  // slot 40 counts an NP's cages, not one cage
-    bool query_status_returned;                       // slots 11, 12, 16, 18 return a failed query
-    bool failed_query_skips_mapping = false;          // slots 8-10 answer 0 on a failed query
-    uint32_t max_np_port = UINT32_MAX;                // slot 15 rejects a larger NP-local port
-    uint32_t ifsubinst_cages;                         // slot 45's cage bound; 0: slot left empty
-    uint32_t (*np_port_ifsub_type)(uint32_t np_port); // slot 15's type of an NP-local port
+    slot4_answer port_info_answer{};
+    bool local_ports_per_np = false;         // slot 40 counts an NP's cages, not one cage
+    bool query_status_returned{};            // slots 11, 12, 16, 18 return a failed query
+    bool failed_query_skips_mapping = false; // slots 8-10 answer 0 on a failed query
+    uint32_t max_np_port = UINT32_MAX;       // slot 15 rejects a larger NP-local port
+    uint32_t ifsubinst_cages{};              // slot 45's cage bound; 0: slot left empty
+    uint32_t (*np_port_ifsub_type)(uint32_t np_port){}; // slot 15's type of an NP-local port
 };
 
 // ---- The operations ------------------------------------------------------
