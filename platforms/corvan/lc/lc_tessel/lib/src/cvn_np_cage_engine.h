@@ -100,6 +100,10 @@ struct np_port_index {
     }
 };
 
+// Not constexpr: an NP-local map whose rows do not run NP by NP, or whose
+// ports do not fit the index, stops the index from compiling.
+inline void rows_not_np_by_np() {}
+
 template <const auto &map> constexpr np_port_index inverse_of()
 {
     np_port_index x{0, 0, 0xFFFF, {}};
@@ -112,8 +116,10 @@ template <const auto &map> constexpr np_port_index inverse_of()
         if (e == nullptr)
             continue;
         const std::size_t np = i / x.block;
-        // Rows run NP by NP; a row past the bounds makes this a non-constant.
-        uint8_t &r = e->np == np ? x.at[np][e->np_port - x.low] : x.at[np_port_index::k_nps][0];
+        if (e->np != np || np >= np_port_index::k_nps ||
+            e->np_port - x.low >= np_port_index::k_span)
+            rows_not_np_by_np();
+        uint8_t &r = x.at[np][e->np_port - x.low];
         r = r != 0 ? r : static_cast<uint8_t>(i + 1);
         x.nps = static_cast<uint32_t>(np + 1);
     }
