@@ -25,10 +25,8 @@ constexpr port_info port_info_brisca_10g[2] = {{10, CVN_NP_PORT_TYPE_10GE}, cage
 constexpr port_info port_info_brisca_40g[2] = {{2, CVN_NP_PORT_TYPE_40GE}, cage::k_list_end};
 constexpr port_info port_info_brisca_100g[2] = {{1, CVN_NP_PORT_TYPE_100GE}, cage::k_list_end};
 constexpr port_info brisca_dummy_port_info[1] = {cage::k_list_end};
-static constexpr port_info port_info_brisca_none[2] = {{0, CVN_NP_PORT_TYPE_NONE},
-                                                       cage::k_list_end};
-static constexpr port_info port_info_brisca_combo[2] = {{8, CVN_NP_PORT_TYPE_COMBO},
-                                                        cage::k_list_end};
+constexpr port_info port_info_brisca_none[2] = {{0, CVN_NP_PORT_TYPE_NONE}, cage::k_list_end};
+constexpr port_info port_info_brisca_combo[2] = {{8, CVN_NP_PORT_TYPE_COMBO}, cage::k_list_end};
 constexpr const port_info *port_info_brisca[6] = {
     port_info_brisca_none, port_info_brisca_10g,  port_info_brisca_combo,
     port_info_brisca_40g,  port_info_brisca_100g, nullptr,

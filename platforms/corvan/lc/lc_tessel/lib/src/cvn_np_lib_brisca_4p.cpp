@@ -29,8 +29,7 @@ constexpr port_info port_info_brisca_4p_40g[2] = {{2, CVN_NP_PORT_TYPE_40GE}, ca
 constexpr port_info port_info_brisca_4p_100g[2] = {{1, CVN_NP_PORT_TYPE_100GE}, cage::k_list_end};
 constexpr port_info port_info_brisca_4p_combo[2] = {{4, CVN_NP_PORT_TYPE_COMBO}, cage::k_list_end};
 constexpr port_info brisca_4p_dummy_port_info[1] = {cage::k_list_end};
-static constexpr port_info port_info_brisca_4p_none[2] = {{0, CVN_NP_PORT_TYPE_NONE},
-                                                          cage::k_list_end};
+constexpr port_info port_info_brisca_4p_none[2] = {{0, CVN_NP_PORT_TYPE_NONE}, cage::k_list_end};
 constexpr const port_info *port_info_brisca_4p[6] = {
     port_info_brisca_4p_none, port_info_brisca_4p_10g,  port_info_brisca_4p_combo,
     port_info_brisca_4p_40g,  port_info_brisca_4p_100g, nullptr,

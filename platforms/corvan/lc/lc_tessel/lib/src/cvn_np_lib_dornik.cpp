@@ -26,12 +26,10 @@ constexpr np_info np_info_dornik = cage::info_of({6, 12, 12, 12, 1, 0, 0, 0});
 constexpr np_info np_info_dornik_lite = cage::info_of({2, 4, 4, 4, 1, 0, 0, 0});
 
 constexpr port_info dornik_dummy_port_info[1] = {cage::k_list_end};
-static constexpr port_info port_info_dornik_combo[2] = {{12, CVN_NP_PORT_TYPE_COMBO},
-                                                        cage::k_list_end};
-static constexpr port_info port_info_dornik_lite_combo[2] = {{4, CVN_NP_PORT_TYPE_COMBO},
-                                                             cage::k_list_end};
-static constexpr port_info port_info_dornik_100g[2] = {{1, CVN_NP_PORT_TYPE_100GE},
-                                                       cage::k_list_end};
+constexpr port_info port_info_dornik_combo[2] = {{12, CVN_NP_PORT_TYPE_COMBO}, cage::k_list_end};
+constexpr port_info port_info_dornik_lite_combo[2] = {{4, CVN_NP_PORT_TYPE_COMBO},
+                                                      cage::k_list_end};
+constexpr port_info port_info_dornik_100g[2] = {{1, CVN_NP_PORT_TYPE_100GE}, cage::k_list_end};
 // Only the COMBO and 100GE positions hold lists of their own.
 constexpr const port_info *port_info_dornik[6] = {
     dornik_dummy_port_info, dornik_dummy_port_info, port_info_dornik_combo,

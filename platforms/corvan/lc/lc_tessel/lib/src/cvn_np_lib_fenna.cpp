@@ -25,9 +25,8 @@ constexpr port_info port_info_fenna_10g[2] = {{10, CVN_NP_PORT_TYPE_10GE}, cage:
 constexpr port_info port_info_fenna_40g[2] = {{2, CVN_NP_PORT_TYPE_40GE}, cage::k_list_end};
 constexpr port_info port_info_fenna_100g[2] = {{1, CVN_NP_PORT_TYPE_100GE}, cage::k_list_end};
 constexpr port_info fenna_dummy_port_info[1] = {cage::k_list_end};
-static constexpr port_info port_info_fenna_none[2] = {{0, CVN_NP_PORT_TYPE_NONE}, cage::k_list_end};
-static constexpr port_info port_info_fenna_combo[2] = {{6, CVN_NP_PORT_TYPE_COMBO},
-                                                       cage::k_list_end};
+constexpr port_info port_info_fenna_none[2] = {{0, CVN_NP_PORT_TYPE_NONE}, cage::k_list_end};
+constexpr port_info port_info_fenna_combo[2] = {{6, CVN_NP_PORT_TYPE_COMBO}, cage::k_list_end};
 constexpr const port_info *port_info_fenna[6] = {
     port_info_fenna_none, port_info_fenna_10g,  port_info_fenna_combo,
     port_info_fenna_40g,  port_info_fenna_100g, nullptr,
