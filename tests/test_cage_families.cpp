@@ -446,6 +446,21 @@ TEST_F(Brisca, CountsLocalPortsPerCage)
     EXPECT_RUN(aux_cvn_np_first_port_on_np(1, 0, 0x10003, o, o1, o2), 0, 0x20, 0x20, 3);
 }
 
+// An inner step follows the operation table: a replaced slot 43 answers slot 19.
+uint32_t MarkerNp(uint32_t, uint32_t, uint32_t, uint32_t *np, uint32_t *, uint32_t *)
+{
+    *np = 77;
+    return 0;
+}
+TEST_F(Brisca, InnerStepFollowsTheTable)
+{
+    const auto own = cvn_np_api_brisca.aux_cvn_faceplate_to_mapping_info;
+    cvn_np_api_brisca.aux_cvn_faceplate_to_mapping_info = MarkerNp;
+    EXPECT_EQ(cvn_faceplate_porttype_to_np(CVN_NP_PORT_TYPE_10GE, 0x79), 77u);
+    cvn_np_api_brisca.aux_cvn_faceplate_to_mapping_info = own;
+    EXPECT_EQ(cvn_faceplate_porttype_to_np(CVN_NP_PORT_TYPE_10GE, 0x79), 3u);
+}
+
 TEST_F(Fenna, KnowsThreeTypes)
 {
     EXPECT_EQ(cvn_np_api_fenna.aux_cvn_np_front_port_to_ifsubinst, nullptr);

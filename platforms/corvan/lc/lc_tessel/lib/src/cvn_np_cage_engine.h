@@ -8,15 +8,17 @@
 // its tables, its texts and its few differences in one `cage::family`
 // record, and engine<family> provides the slot functions.
 //
-// The operations reach other operations only through the public functions,
-// so every inner step goes through the selected operation table again; the
-// two direct calls are slot 13's per-cage count and slot 45's cage decode.
+// Every inner step follows the selected operation table: it calls the
+// family's own operation directly while the table still holds it, else the
+// public function, so a caller who replaced a slot is obeyed.  The two
+// direct calls are slot 13's per-cage count and slot 45's cage decode.
 #ifndef CVN_NP_CAGE_ENGINE_H
 #define CVN_NP_CAGE_ENGINE_H
 
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
+#include <type_traits>
 
 #include "cvn_np_common_slots.h"
 #include "cvn_np_lib.h"
@@ -72,53 +74,107 @@ template <const wiring &w> constexpr int32_t fplate_index_of(std::size_t f)
     return static_cast<int32_t>(cage * w.ports_per_cage + port);
 }
 
-// Element i of an index map: entry i of `table`, NULL past its `count`
-// entries.
-template <const auto &table, std::size_t count>
-constexpr const port_mapping_entry *pointer_to(std::size_t i)
+// Element i of an index map: entry i of `table`, NULL from its end entry on.
+template <const auto &table> constexpr const port_mapping_entry *pointer_to(std::size_t i)
 {
-    return i < count ? &table[i] : nullptr;
+    return i + 1 < std::size(table) ? &table[i] : nullptr;
 }
 
-// Defines index map `name` of `rows` pointers (rows = tens * 10 + ones, given
-// as digits for CVN_NP_ROWS): pointer i to entry i of `table` for the first
-// `ports` rows, NULL after them.
-#define CVN_NP_CAGE_MAP(name, table, ports, tens, ones)                                            \
-    constexpr const port_mapping_entry *name[] = {                                                 \
-        CVN_NP_ROWS((cvn_np::cage::pointer_to<table, ports>), tens, ones)}
+// The inverse of an NP-local map, (NP, NP-local port) -> row: NP n's rows are
+// the `block` rows from n * block, and at[n][p - low] is the first of them
+// whose entry carries NP-local port p (k_no_row: none).  Slot 41 reads it
+// instead of searching the NP's rows.
+struct np_port_index {
+    static constexpr uint32_t k_no_row = UINT32_MAX;
+    static constexpr std::size_t k_nps = 8;
+    static constexpr std::size_t k_span = 128;
+    uint32_t block;
+    uint32_t nps;
+    uint32_t low;
+    uint8_t at[k_nps][k_span]; // row + 1; 0: none
 
-// Defines the three index maps of family F at speed S (10g, 40g, 100g) for
-// tables whose entries already run NP by NP: pointer i to entry i of
-// cvn_np_port_mapping_F_S, `ports` pointers each.
-#define CVN_NP_CAGE_IDENTITY_MAPS(F, S, ports, tens, ones)                                         \
-    CVN_NP_CAGE_MAP(np_local_port_map_##F##_##S, cvn_np_port_mapping_##F##_##S, ports, tens,       \
-                    ones);                                                                         \
-    CVN_NP_CAGE_MAP(fplate_port_map_##F##_##S, cvn_np_port_mapping_##F##_##S, ports, tens, ones);  \
-    CVN_NP_CAGE_MAP(phys_front_port_map_##F##_##S, cvn_np_port_mapping_##F##_##S, ports, tens, ones)
+    constexpr uint32_t row(uint32_t np, uint32_t np_port) const
+    {
+        const uint32_t p = np_port - low;
+        return np_port >= low && p < k_span ? at[np][p] - 1u : k_no_row;
+    }
+};
 
-// Defines family F's current-record pointers of speed S (100, 40 or 10),
-// written by its init.
-#define CVN_NP_CAGE_SPEED_RECORDS(F, S)                                                            \
-    const port_mapping_entry *const *F##_card_phys_map_##S##ge;                                    \
-    const port_mapping_entry *const *F##_card_fplate_map_##S##ge;                                  \
-    const port_mapping_entry *const *F##_card_np_port_map_##S##ge
+// Not constexpr: an NP-local map whose rows do not run NP by NP, or whose
+// ports do not fit the index, stops the index from compiling.
+inline void rows_not_np_by_np() {}
 
-// Defines family F's remaining current-record pointers, its two run-time
-// records and its operation table, under the names every cage family uses.
-#define CVN_NP_CAGE_CARD_RECORDS(F)                                                                \
-    const np_info *F##_card_np_info;                                                               \
-    const port_info *const *F##_card_port_info;                                                    \
-    card_version F##_card_version;                                                                 \
-    subslot_info F##_card_subslot_info;                                                            \
-    cvn_np_api cvn_np_api_##F
+template <const auto &map> constexpr np_port_index inverse_of()
+{
+    np_port_index x{0, 0, 0xFFFF, {}};
+    for (const port_mapping_entry *e : map) {
+        x.block += e != nullptr && e->np == 0 ? 1 : 0;
+        x.low = e != nullptr && e->np_port < x.low ? e->np_port : x.low;
+    }
+    for (std::size_t i = 0; i < std::size(map); ++i) {
+        const port_mapping_entry *e = map[i];
+        if (e == nullptr)
+            continue;
+        const std::size_t np = i / x.block;
+        if (e->np != np || np >= np_port_index::k_nps ||
+            e->np_port - x.low >= np_port_index::k_span)
+            rows_not_np_by_np();
+        uint8_t &r = x.at[np][e->np_port - x.low];
+        r = r != 0 ? r : static_cast<uint8_t>(i + 1);
+        x.nps = static_cast<uint32_t>(np + 1);
+    }
+    return x;
+}
+template <const auto &map> inline constexpr np_port_index k_inverse = inverse_of<map>();
 
-// Everything CVN_NP_CAGE_CARD_RECORDS defines, with the pointers of all
-// three speeds.
-#define CVN_NP_CAGE_THREE_SPEED_RECORDS(F)                                                         \
-    CVN_NP_CAGE_SPEED_RECORDS(F, 100);                                                             \
-    CVN_NP_CAGE_SPEED_RECORDS(F, 40);                                                              \
-    CVN_NP_CAGE_SPEED_RECORDS(F, 10);                                                              \
-    CVN_NP_CAGE_CARD_RECORDS(F)
+// Every row of `table` is rule(row): a row count written apart from the
+// array's bound cannot leave rows zero-filled.
+constexpr bool same_row(const port_mapping_entry &a, const port_mapping_entry &b)
+{
+    return same_entry(a, b);
+}
+template <class T> constexpr bool same_row(T a, T b) { return a == b; }
+template <const auto &table, auto rule> constexpr bool rows_follow()
+{
+    for (std::size_t i = 0; i < std::size(table); ++i)
+        if (!same_row(table[i], rule(i)))
+            return false;
+    return true;
+}
+// The tables of a speed wired by w: its mapping table, its faceplate-index
+// table and its index maps, which point at the mapping table in order.
+template <const wiring &w, const auto &table, const auto &index, const auto &...maps>
+constexpr bool speed_follows()
+{
+    return rows_follow<table, entry_of<w>>() && rows_follow<index, fplate_index_of<w>>() &&
+           (rows_follow<maps, pointer_to<table>>() && ...);
+}
+// The types of an exported index map and of a current-record pointer.
+using map_row = const port_mapping_entry *;
+using current_map = const port_mapping_entry *const *;
+inline constexpr port_info k_list_end = {0, CVN_NP_PORT_TYPE_END};
+
+// The np_info of a cage card: one NP per complex, one subslot; the
+// faceplate bounds count `faceplate_cages` cages.  Families write it as
+// {NPs, cages, faceplate cages, max_port_cage, ports per cage of 100GE,
+// 40GE, 40GE_ALT and 10GE modules}.
+struct card_shape {
+    uint16_t nps, cages, faceplate_cages, max_port_cage;
+    uint16_t per_cage_100g, per_cage_40g, per_cage_40g_alt, per_cage_10g;
+};
+constexpr np_info info_of(card_shape c)
+{
+    const auto bound = [&](uint16_t per_cage) {
+        return static_cast<uint16_t>(c.faceplate_cages * per_cage);
+    };
+    const uint16_t cages_per_np = c.cages / c.nps;
+    // clang-format off
+    return {1, 0, c.nps, c.nps, 1, c.cages, cages_per_np, 5, 99, 9216,
+            bound(c.per_cage_100g), bound(c.per_cage_40g), bound(c.per_cage_10g), 1, c.max_port_cage,
+            bound(c.per_cage_100g), bound(c.per_cage_40g), bound(c.per_cage_10g),
+            c.per_cage_100g, c.per_cage_40g, c.per_cage_40g_alt, c.per_cage_10g, 0};
+    // clang-format on
+}
 
 // ---- Family description ------------------------------------------------
 
@@ -127,30 +183,25 @@ enum speed : uint8_t { k_100ge, k_40ge, k_10ge, k_speeds };
 // One speed of a family: the tables its init installs, the current-record
 // pointers it installs them in, and what the operations need beside them.
 struct speed_tables {
-    const port_mapping_entry *const *phys_map;
-    const port_mapping_entry *const *fplate_map;
-    const port_mapping_entry *const *np_port_map;
-    const port_mapping_entry *const **card_phys_map;
-    const port_mapping_entry *const **card_fplate_map;
-    const port_mapping_entry *const **card_np_port_map;
-    const int32_t *fplate_index; // by front port; NULL: the family has no such speed
+    current_map phys_map, fplate_map, np_port_map;
+    current_map *card_phys_map, *card_fplate_map, *card_np_port_map;
+    const np_port_index *np_port_rows; // the inverse of np_port_map
+    const int32_t *fplate_index;       // by front port; NULL: the family has no such speed
     uint32_t fplate_index_size;
-    uint16_t np_info::*port_subslot; // bound of a faceplate index
-    uint16_t np_info::*port_cage;    // ports of one cage
-    uint32_t port_type;              // port-type code of the speed's ports
-    check index_bound;               // "index < <family>_card_np_info->port_subslot_<speed>"
+    check index_bound; // "index < <family>_card_np_info->port_subslot_<speed>"
 };
 
-// The speed_tables of family F at speed S (100, 40 or 10) under the names
-// every cage family uses; `index_check` is its faceplate-index condition.
-#define CVN_NP_CAGE_SPEED(F, S, index_size, index_check)                                           \
-    {                                                                                              \
-        phys_front_port_map_##F##_##S##g, fplate_port_map_##F##_##S##g,                            \
-            np_local_port_map_##F##_##S##g, &F##_card_phys_map_##S##ge,                            \
-            &F##_card_fplate_map_##S##ge, &F##_card_np_port_map_##S##ge,                           \
-            F##_phys_2_fplate_cage_##S##GE, index_size, &np_info::port_subslot_##S##g,             \
-            &np_info::port_cage_##S##g, CVN_NP_PORT_TYPE_##S##GE, index_check                      \
-    }
+// What np_info says of each speed, and the port type of its ports.
+struct speed_facts {
+    uint16_t np_info::*port_subslot; // bound of a faceplate index
+    uint16_t np_info::*port_cage;    // ports of one cage
+    uint32_t port_type;
+};
+inline constexpr speed_facts k_speed_facts[k_speeds] = {
+    {&np_info::port_subslot_100g, &np_info::port_cage_100g, CVN_NP_PORT_TYPE_100GE},
+    {&np_info::port_subslot_40g, &np_info::port_cage_40g, CVN_NP_PORT_TYPE_40GE},
+    {&np_info::port_subslot_10g, &np_info::port_cage_10g, CVN_NP_PORT_TYPE_10GE},
+};
 
 // An interface-subsystem type the family knows: its speed and the ports one
 // cage of it carries.
@@ -199,29 +250,29 @@ struct card_tables {
 };
 
 struct family {
-    const char *path; // the family's source, for the assertion report
-    texts text;
+    const char *path{}; // the family's source, for the assertion report
+    texts text{};
 
     // Tables the init installs, and the current-record pointers.
-    card_tables tables;
-    card_tables (*tables_for_card)(); // when set, chooses `tables` by card type
-    const np_info **card_np_info;
-    const port_info *const **card_port_info;
-    card_version *card_version_record;
-    subslot_info *card_subslot_info;
-    const port_info *dummy_port_info;
-    speed_tables speeds[k_speeds];
-    const ifsub_type *types;
-    std::size_t type_count;
+    card_tables tables{};
+    card_tables (*tables_for_card)() = nullptr; // when set, chooses `tables` by card type
+    const np_info **card_np_info{};
+    const port_info *const **card_port_info{};
+    card_version *card_version_record{};
+    subslot_info *card_subslot_info{};
+    const port_info *dummy_port_info{};
+    speed_tables speeds[k_speeds]{};
+    const ifsub_type *types{};
+    std::size_t type_count{};
 
     // The family's differences.
-    slot4_answer port_info_answer;
-    bool local_ports_per_np;                          // slot 40 counts an NP's cages, not one cage
-    bool query_status_returned;                       // slots 11, 12, 16, 18 return a failed query
-    bool failed_query_skips_mapping;                  // slots 8-10 answer 0 on a failed query
-    uint32_t max_np_port;                             // slot 15 rejects a larger NP-local port
-    uint32_t ifsubinst_cages;                         // slot 45's cage bound; 0: slot left empty
-    uint32_t (*np_port_ifsub_type)(uint32_t np_port); // slot 15's type of an NP-local port
+    slot4_answer port_info_answer{};
+    bool local_ports_per_np = false;         // slot 40 counts an NP's cages, not one cage
+    bool query_status_returned{};            // slots 11, 12, 16, 18 return a failed query
+    bool failed_query_skips_mapping = false; // slots 8-10 answer 0 on a failed query
+    uint32_t max_np_port = UINT32_MAX;       // slot 15 rejects a larger NP-local port
+    uint32_t ifsubinst_cages{};              // slot 45's cage bound; 0: slot left empty
+    uint32_t (*np_port_ifsub_type)(uint32_t np_port){}; // slot 15's type of an NP-local port
 };
 
 // ---- The operations ------------------------------------------------------
@@ -245,41 +296,110 @@ template <const family &F> struct engine {
         require(t != nullptr, F.text.unknown);
         return *t;
     }
+    static constexpr const speed_facts &facts(const speed_tables &s)
+    {
+        return k_speed_facts[&s - F.speeds];
+    }
     // The speed whose ports carry a port-type code, if the family has it.
     static const speed_tables *speed_of_port_type(uint32_t port_type)
     {
         for (const speed_tables &s : F.speeds)
-            if (s.fplate_index != nullptr && s.port_type == port_type)
+            if (s.fplate_index != nullptr && facts(s).port_type == port_type)
                 return &s;
         return nullptr;
     }
+    // fn(k) with speed k as a compile-time constant, so that the tables of
+    // F.speeds[k] fold into the code; a speed the family lacks is skipped.
+    template <class Fn> static void at_speed(speed k, Fn fn)
+    {
+        const auto run = [&](auto c) {
+            if constexpr (F.speeds[c].fplate_index != nullptr)
+                fn(c);
+        };
+        if (k == k_100ge)
+            run(std::integral_constant<speed, k_100ge>{});
+        else if (k == k_40ge)
+            run(std::integral_constant<speed, k_40ge>{});
+        else
+            run(std::integral_constant<speed, k_10ge>{});
+    }
     static const port_info *speed_list(const speed_tables &s)
     {
-        return (*F.card_port_info)[s.port_type];
+        return (*F.card_port_info)[facts(s).port_type];
     }
     // Entries of one NP at a speed: the stride of the NP-local map.
     static uint32_t np_block(const speed_tables &s)
     {
-        return uint32_t{info().*s.port_cage} * info().cage_per_complex;
+        return uint32_t{info().*facts(s).port_cage} * info().cage_per_complex;
     }
     // The faceplate index of `key` at speed s, checked against the speed's
     // bound; a key past the table counts as CVN_NP_NO_PORT.
     static uint32_t checked_fplate_index(const speed_tables &s, uint32_t key)
     {
         const int32_t index = key < s.fplate_index_size ? s.fplate_index[key] : CVN_NP_NO_PORT;
-        require(index >= 0 && index < int32_t{info().*s.port_subslot}, s.index_bound);
+        require(index >= 0 && index < int32_t{info().*facts(s).port_subslot}, s.index_bound);
         return static_cast<uint32_t>(index);
     }
 
     static constexpr auto put = common::put<uint32_t>;
 
-    // What the platform reports in the cage of a front port.  The type
-    // stays NONE (and subslot and cage 0) when the query fails.
+    // Slot `slot` of the selected table on `args`: `own` directly while the
+    // table holds it, else the public function `pub`.
+    template <auto slot, auto own, auto pub, class... A> static auto step(A... args)
+    {
+        if (initialized != 0 && card_np_api->*slot == own) [[likely]]
+            return own(args...);
+        return pub(args...);
+    }
+    static uint32_t np_count()
+    {
+        return step<&cvn_np_api::cvn_np_how_many, how_many, cvn_np_how_many>();
+    }
+
+    // What the platform reports in the cage of a front port (slot 37).  The
+    // type stays NONE (and subslot and cage 0) when the query fails.
     using cage_answer = common::place_answer;
-    static cage_answer query(uint32_t front) { return common::query_front_port(front); }
+    static cage_answer query(uint32_t front)
+    {
+        cage_answer a{0, 0, 0, CVN_NP_IFSUB_TYPE_NONE};
+        a.status = step<&cvn_np_api::aux_cvn_np_front_port_to_ifsubsys, front_port_to_ifsubsys,
+                        aux_cvn_np_front_port_to_ifsubsys>(front, &a.subslot, &a.ifsubsys, &a.type);
+        return a;
+    }
+    // Slot 37 on port 0 of cage `cage` of a subslot (encoded by slot 30).
     static cage_answer query_cage(uint32_t subslot, uint32_t cage)
     {
-        return common::query_place(subslot, cage);
+        return query(step<&cvn_np_api::cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port,
+                          set_subslot_ifsubinst_ifsubinst_port,
+                          cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port>(
+            static_cast<uint16_t>(subslot), cage, uint32_t{0}));
+    }
+    // Slots 33, 35, 38, 39 and 43 as inner steps.
+    static uint32_t port_of(uint32_t front)
+    {
+        return step<&cvn_np_api::cvn_np_lib_get_port, get_port, cvn_np_lib_get_port>(front);
+    }
+    static const port_info *list_of(uint32_t subslot, uint32_t cage, uint32_t type)
+    {
+        return step<&cvn_np_api::aux_cvn_np_port_info_get, port_info_of_type,
+                    aux_cvn_np_port_info_get>(subslot, cage, type);
+    }
+    static void front_mapping(uint32_t cage, uint32_t front, uint32_t type, uint32_t *np,
+                              uint32_t *np_port, uint32_t *fplate_port, uint32_t *port_type)
+    {
+        step<&cvn_np_api::aux_cvn_np_front_port_to_mapping_info, front_port_to_mapping_info,
+             aux_cvn_np_front_port_to_mapping_info>(cage, port_of(front), type, np, np_port,
+                                                    fplate_port, port_type);
+    }
+    static void fplate_mapping(uint32_t fplate, uint32_t port_type, uint32_t *np, uint32_t *np_port,
+                               uint32_t *front)
+    {
+        const uint32_t cage =
+            step<&cvn_np_api::cvn_np_lib_get_ifsubinst, get_ifsubinst, cvn_np_lib_get_ifsubinst>(
+                fplate);
+        step<&cvn_np_api::aux_cvn_faceplate_to_mapping_info, faceplate_to_mapping_info,
+             aux_cvn_faceplate_to_mapping_info>(cage, port_of(fplate), port_type, np, np_port,
+                                                front);
     }
 
     // The cages of NP n: `cage_per_complex` of them from its first cage.
@@ -309,7 +429,7 @@ template <const family &F> struct engine {
         if (F.port_info_answer == slot4_answer::cage_list)
             return (*F.card_port_info)[CVN_NP_PORT_TYPE_COMBO];
         if (F.port_info_answer == slot4_answer::first_type)
-            return aux_cvn_np_port_info_get(0, 0, F.types[0].code);
+            return list_of(0, 0, F.types[0].code);
         cage_answer last{0, 0, 0, CVN_NP_IFSUB_TYPE_NONE};
         const np_info &i = info();
         const uint32_t cages_per_subslot = i.num_cage / i.num_subslot;
@@ -320,7 +440,7 @@ template <const family &F> struct engine {
                     break;
             }
         }
-        return aux_cvn_np_port_info_get(last.subslot, last.ifsubsys, last.type);
+        return list_of(last.subslot, last.ifsubsys, last.type);
     }
 
     static const port_info *port_info_subslot(uint16_t subslot)
@@ -334,7 +454,7 @@ template <const family &F> struct engine {
         require(subslot < info().num_subslot, F.text.subslot);
         require(ifsubinst < info().num_cage, F.text.ifsubinst);
         const cage_answer a = query_cage(subslot, ifsubinst);
-        return aux_cvn_np_port_info_get(subslot, ifsubinst, a.type);
+        return list_of(subslot, ifsubinst, a.type);
     }
 
     // ---- slots 8-12: front port to NP ----
@@ -347,10 +467,9 @@ template <const family &F> struct engine {
         uint32_t value = 0;
         if (a.status != 0 && F.failed_query_skips_mapping)
             return value;
-        aux_cvn_np_front_port_to_mapping_info(a.ifsubsys, cvn_np_lib_get_port(front), a.type,
-                                              field == out_np ? &value : nullptr,
-                                              field == out_np_port ? &value : nullptr, nullptr,
-                                              field == out_port_type ? &value : nullptr);
+        front_mapping(a.ifsubsys, front, a.type, field == out_np ? &value : nullptr,
+                      field == out_np_port ? &value : nullptr, nullptr,
+                      field == out_port_type ? &value : nullptr);
         return value;
     }
 
@@ -364,8 +483,7 @@ template <const family &F> struct engine {
             return a.status;
         uint32_t fplate = 0;
         uint32_t type = 0;
-        aux_cvn_np_front_port_to_mapping_info(a.ifsubsys, cvn_np_lib_get_port(front), a.type,
-                                              nullptr, nullptr, &fplate, &type);
+        front_mapping(a.ifsubsys, front, a.type, nullptr, nullptr, &fplate, &type);
         *fplate_port = fplate;
         *port_type = type;
         return 0;
@@ -377,8 +495,7 @@ template <const family &F> struct engine {
         const cage_answer a = query(front);
         if (a.status != 0 && F.query_status_returned)
             return a.status;
-        aux_cvn_np_front_port_to_mapping_info(a.ifsubsys, cvn_np_lib_get_port(front), a.type, np,
-                                              np_port, fplate_port, port_type);
+        front_mapping(a.ifsubsys, front, a.type, np, np_port, fplate_port, port_type);
         return 0;
     }
 
@@ -386,7 +503,7 @@ template <const family &F> struct engine {
 
     static uint32_t info_num_local_ports(uint32_t np_id)
     {
-        require(np_id < cvn_np_how_many(), F.text.np_id);
+        require(np_id < np_count(), F.text.np_id);
         const np_cages cages = cages_of(np_id);
         uint32_t ports = 0;
         for (uint32_t cage = cages.first; cage < cages.first + cages.count; ++cage) {
@@ -400,16 +517,18 @@ template <const family &F> struct engine {
     static uint32_t info_to_front_port(uint32_t np_id, uint32_t np_port, uint32_t *front)
     {
         uint32_t discarded_type = 0;
-        return cvn_np_info_to_fplate_porttype(np_id, np_port, front, &discarded_type);
+        return step<&cvn_np_api::cvn_np_info_to_fplate_porttype, info_to_fplate_porttype,
+                    cvn_np_info_to_fplate_porttype>(np_id, np_port, front, &discarded_type);
     }
 
     static uint32_t info_to_fplate_porttype(uint32_t np_id, uint32_t np_port, uint32_t *fplate_port,
                                             uint32_t *port_type)
     {
-        if (np_id >= cvn_np_how_many() || np_port > F.max_np_port)
+        if (np_id >= np_count() || np_port > F.max_np_port)
             return CVN_NP_ERR_INVALID;
-        aux_cvn_np_info_to_mapping_info(np_id, np_port, F.np_port_ifsub_type(np_port), fplate_port,
-                                        nullptr, port_type);
+        step<&cvn_np_api::aux_cvn_np_info_to_mapping_info, info_to_mapping_info,
+             aux_cvn_np_info_to_mapping_info>(np_id, np_port, F.np_port_ifsub_type(np_port),
+                                              fplate_port, nullptr, port_type);
         return 0;
     }
 
@@ -427,15 +546,16 @@ template <const family &F> struct engine {
             if (found.type != CVN_NP_IFSUB_TYPE_NONE)
                 break;
         }
-        const uint32_t status = aux_cvn_np_first_port_on_np(np_id, found.ifsubsys, found.type,
-                                                            front, fplate_port, port_type);
+        const uint32_t status = step<&cvn_np_api::aux_cvn_np_first_port_on_np, first_port_on_np,
+                                     aux_cvn_np_first_port_on_np>(np_id, found.ifsubsys, found.type,
+                                                                  front, fplate_port, port_type);
         return F.query_status_returned ? status : 0;
     }
 
     static uint32_t first_front_port_on_np(uint32_t np_id, uint32_t *phys_front_port)
     {
         require(phys_front_port != nullptr, F.text.front_needed);
-        require(np_id < cvn_np_how_many(), F.text.np_id);
+        require(np_id < np_count(), F.text.np_id);
         return first_port_of_np(np_id, phys_front_port, nullptr, nullptr);
     }
 
@@ -446,7 +566,7 @@ template <const family &F> struct engine {
     {
         require(port_type != nullptr, F.text.port_type_needed);
         require(fplate_port != nullptr, F.text.fplate_needed);
-        require(np_id < cvn_np_how_many(), F.text.np_id);
+        require(np_id < np_count(), F.text.np_id);
         return first_port_of_np(np_id, nullptr, fplate_port, port_type);
     }
 
@@ -455,10 +575,9 @@ template <const family &F> struct engine {
     template <output field> static uint32_t faceplate_field(uint32_t port_type, uint32_t fplate)
     {
         uint32_t value = 0;
-        aux_cvn_faceplate_to_mapping_info(
-            cvn_np_lib_get_ifsubinst(fplate), cvn_np_lib_get_port(fplate), port_type,
-            field == out_np ? &value : nullptr, field == out_np_port ? &value : nullptr,
-            field == out_front ? &value : nullptr);
+        fplate_mapping(fplate, port_type, field == out_np ? &value : nullptr,
+                       field == out_np_port ? &value : nullptr,
+                       field == out_front ? &value : nullptr);
         return value;
     }
 
@@ -466,9 +585,7 @@ template <const family &F> struct engine {
                                                     uint32_t *np, uint32_t *np_port,
                                                     uint32_t *front)
     {
-        aux_cvn_faceplate_to_mapping_info(cvn_np_lib_get_ifsubinst(fplate),
-                                          cvn_np_lib_get_port(fplate), port_type, np, np_port,
-                                          front);
+        fplate_mapping(fplate, port_type, np, np_port, front);
         return 0;
     }
 
@@ -476,14 +593,14 @@ template <const family &F> struct engine {
 
     static uint32_t complex_to_subslot(uint8_t np_complex)
     {
-        require(np_complex < cvn_np_how_many(), F.text.np_complex);
+        require(np_complex < np_count(), F.text.np_complex);
         return 0;
     }
 
     static uint32_t complex_to_subslot_list(uint8_t np_complex, uint32_t *count,
                                             uint32_t *first_subslot)
     {
-        require(np_complex < cvn_np_how_many(), F.text.np_complex);
+        require(np_complex < np_count(), F.text.np_complex);
         return common::one_subslot_of_complex(np_complex, count, first_subslot);
     }
 
@@ -542,14 +659,15 @@ template <const family &F> struct engine {
                                            uint32_t *port_type)
     {
         require(ifsubsys_num < info().num_cage, F.text.ifsubsys_num);
-        const ifsub_type &t = known_type(type);
-        const speed_tables &s = F.speeds[t.tables];
-        const uint32_t key = t.tables == k_100ge ? port : port & 0xFF;
-        const port_mapping_entry &e = *(*s.card_phys_map)[checked_fplate_index(s, key)];
-        put(np, e.np);
-        put(np_port, e.np_port);
-        put(fplate_port, e.fplate_port);
-        put(port_type, e.port_type);
+        at_speed(known_type(type).tables, [&](auto k) {
+            constexpr const speed_tables &s = F.speeds[k];
+            const uint32_t key = k == k_100ge ? port : port & 0xFF;
+            const port_mapping_entry &e = *(*s.card_phys_map)[checked_fplate_index(s, key)];
+            put(np, e.np);
+            put(np_port, e.np_port);
+            put(fplate_port, e.fplate_port);
+            put(port_type, e.port_type);
+        });
     }
 
     // The ports one cage of `type` carries (slot 40's checks and count).
@@ -570,10 +688,26 @@ template <const family &F> struct engine {
                                      uint32_t *front, uint32_t *fplate_port, uint32_t *port_type)
     {
         require(np_num < info().num_complex, F.text.np_num);
-        const speed_tables &s = F.speeds[known_type(type).tables];
-        const uint32_t block = np_block(s);
-        aux_np_port_to_mapping_info(*s.card_np_port_map + std::size_t{np_num} * block, np_port,
-                                    block, front, fplate_port, port_type);
+        at_speed(known_type(type).tables, [&](auto k) {
+            constexpr const speed_tables &s = F.speeds[k];
+            constexpr const np_port_index &x = *s.np_port_rows;
+            const uint32_t block = np_block(s);
+            const port_mapping_entry *const *map = *s.card_np_port_map;
+            if (initialized != 0 &&
+                card_np_api->aux_np_port_to_mapping_info == np_port_to_mapping_info &&
+                map == s.np_port_map && block == x.block && np_num < x.nps) [[likely]] {
+                const uint32_t row = x.row(np_num, np_port);
+                if (row != np_port_index::k_no_row) {
+                    put(front, map[row]->phys_front_port);
+                    put(fplate_port, map[row]->fplate_port);
+                    put(port_type, map[row]->port_type);
+                }
+                return;
+            }
+            step<&cvn_np_api::aux_np_port_to_mapping_info, np_port_to_mapping_info,
+                 aux_np_port_to_mapping_info>(map + std::size_t{np_num} * block, np_port, block,
+                                              front, fplate_port, port_type);
+        });
     }
 
     static uint32_t first_port_on_np(uint32_t np_num, uint32_t, uint32_t type, uint32_t *front,
@@ -595,12 +729,16 @@ template <const family &F> struct engine {
                                               uint32_t *front)
     {
         require(ifsubsys_num < info().num_cage, F.text.ifsubsys_num);
-        const speed_tables *s = speed_of_port_type(port_type);
-        require(s != nullptr, F.text.unknown);
-        const port_mapping_entry &e = *(*s->card_fplate_map)[checked_fplate_index(*s, port & 0xFF)];
-        put(np, e.np);
-        put(np_port, e.np_port);
-        put(front, e.phys_front_port);
+        const speed_tables *found = speed_of_port_type(port_type);
+        require(found != nullptr, F.text.unknown);
+        at_speed(static_cast<speed>(found - F.speeds), [&](auto k) {
+            constexpr const speed_tables &s = F.speeds[k];
+            const port_mapping_entry &e =
+                *(*s.card_fplate_map)[checked_fplate_index(s, port & 0xFF)];
+            put(np, e.np);
+            put(np_port, e.np_port);
+            put(front, e.phys_front_port);
+        });
         return 0;
     }
 
@@ -688,8 +826,8 @@ template <const family &F> struct engine {
         // max_ports_per_subslot: the ports of the widest module, one cage.
         uint16_t widest = 0;
         for (const speed_tables &s : F.speeds)
-            if (s.fplate_index != nullptr && i.*s.port_cage > widest)
-                widest = i.*s.port_cage;
+            if (s.fplate_index != nullptr && i.*facts(s).port_cage > widest)
+                widest = i.*facts(s).port_cage;
         *F.card_subslot_info = {i.num_subslot, widest, i.num_cage, 255};
         fill(table);
     }

@@ -19,43 +19,14 @@ constexpr cage::wiring k_100g = {8, 2, 1, 117, 116, CVN_NP_PORT_TYPE_100GE};
 
 extern "C" {
 
-constexpr np_info np_info_brisca = {
-    .sw_version = 1,
-    .sw_status = 0,
-    .num_np = 4,
-    .num_complex = 4,
-    .np_per_complex = 1,
-    .num_cage = 8,
-    .cage_per_complex = 2,
-    .ver_major = 5,
-    .ver_minor = 99,
-    .max_mtu = 9216,
-    .max_fpport_100g = 8,
-    .max_fpport_40g = 16,
-    .max_fpport_10g = 80,
-    .num_subslot = 1,
-    .max_port_cage = 8,
-    .port_subslot_100g = 8,
-    .port_subslot_40g = 16,
-    .port_subslot_10g = 80,
-    .port_cage_100g = 1,
-    .port_cage_40g = 2,
-    .port_cage_40g_alt = 1,
-    .port_cage_10g = 10,
-    .num_info_types = 0,
-};
+constexpr np_info np_info_brisca = cage::info_of({4, 8, 8, 8, 1, 2, 1, 10});
 
-constexpr port_info port_info_brisca_10g[2] = {{10, CVN_NP_PORT_TYPE_10GE},
-                                               {0, CVN_NP_PORT_TYPE_END}};
-constexpr port_info port_info_brisca_40g[2] = {{2, CVN_NP_PORT_TYPE_40GE},
-                                               {0, CVN_NP_PORT_TYPE_END}};
-constexpr port_info port_info_brisca_100g[2] = {{1, CVN_NP_PORT_TYPE_100GE},
-                                                {0, CVN_NP_PORT_TYPE_END}};
-constexpr port_info brisca_dummy_port_info[1] = {{0, CVN_NP_PORT_TYPE_END}};
-static constexpr port_info port_info_brisca_none[2] = {{0, CVN_NP_PORT_TYPE_NONE},
-                                                       {0, CVN_NP_PORT_TYPE_END}};
-static constexpr port_info port_info_brisca_combo[2] = {{8, CVN_NP_PORT_TYPE_COMBO},
-                                                        {0, CVN_NP_PORT_TYPE_END}};
+constexpr port_info port_info_brisca_10g[2] = {{10, CVN_NP_PORT_TYPE_10GE}, cage::k_list_end};
+constexpr port_info port_info_brisca_40g[2] = {{2, CVN_NP_PORT_TYPE_40GE}, cage::k_list_end};
+constexpr port_info port_info_brisca_100g[2] = {{1, CVN_NP_PORT_TYPE_100GE}, cage::k_list_end};
+constexpr port_info brisca_dummy_port_info[1] = {cage::k_list_end};
+constexpr port_info port_info_brisca_none[2] = {{0, CVN_NP_PORT_TYPE_NONE}, cage::k_list_end};
+constexpr port_info port_info_brisca_combo[2] = {{8, CVN_NP_PORT_TYPE_COMBO}, cage::k_list_end};
 constexpr const port_info *port_info_brisca[6] = {
     port_info_brisca_none, port_info_brisca_10g,  port_info_brisca_combo,
     port_info_brisca_40g,  port_info_brisca_100g, nullptr,
@@ -70,9 +41,24 @@ constexpr port_mapping_entry cvn_np_port_mapping_brisca_100g[9] = {
 
 // The entries already run NP by NP, so all three maps of a speed are the
 // table in order.
-CVN_NP_CAGE_IDENTITY_MAPS(brisca, 10g, 80, 8, 0);
-CVN_NP_CAGE_IDENTITY_MAPS(brisca, 40g, 16, 1, 6);
-CVN_NP_CAGE_IDENTITY_MAPS(brisca, 100g, 8, 0, 8);
+constexpr cage::map_row np_local_port_map_brisca_10g[80] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_10g>, 8, 0)};
+constexpr cage::map_row np_local_port_map_brisca_40g[16] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_40g>, 1, 6)};
+constexpr cage::map_row np_local_port_map_brisca_100g[8] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_100g>, 0, 8)};
+constexpr cage::map_row fplate_port_map_brisca_10g[80] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_10g>, 8, 0)};
+constexpr cage::map_row fplate_port_map_brisca_40g[16] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_40g>, 1, 6)};
+constexpr cage::map_row fplate_port_map_brisca_100g[8] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_100g>, 0, 8)};
+constexpr cage::map_row phys_front_port_map_brisca_10g[80] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_10g>, 8, 0)};
+constexpr cage::map_row phys_front_port_map_brisca_40g[16] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_40g>, 1, 6)};
+constexpr cage::map_row phys_front_port_map_brisca_100g[8] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_100g>, 0, 8)};
 
 constexpr int32_t brisca_phys_2_fplate_cage_10GE[128] = {
     CVN_NP_ROWS(cage::fplate_index_of<k_10g>, 12, 8)};
@@ -81,28 +67,30 @@ constexpr int32_t brisca_phys_2_fplate_cage_40GE[128] = {
 constexpr int32_t brisca_phys_2_fplate_cage_100GE[128] = {
     CVN_NP_ROWS(cage::fplate_index_of<k_100g>, 12, 8)};
 
-CVN_NP_CAGE_THREE_SPEED_RECORDS(brisca);
+cage::current_map brisca_card_phys_map_100ge, brisca_card_fplate_map_100ge,
+    brisca_card_np_port_map_100ge;
+cage::current_map brisca_card_phys_map_40ge, brisca_card_fplate_map_40ge,
+    brisca_card_np_port_map_40ge;
+cage::current_map brisca_card_phys_map_10ge, brisca_card_fplate_map_10ge,
+    brisca_card_np_port_map_10ge;
+const np_info *brisca_card_np_info;
+const port_info *const *brisca_card_port_info;
+card_version brisca_card_version;
+subslot_info brisca_card_subslot_info;
+cvn_np_api cvn_np_api_brisca;
 
 } // extern "C"
 
-// Telling rows: (phys_front_port, np, np_port, fplate_port, port_type).
-static_assert(cage::same_entry(cvn_np_port_mapping_brisca_10g[0], {0x00, 0, 204, 0x00, 1}));
-static_assert(cage::same_entry(cvn_np_port_mapping_brisca_10g[10], {0x10, 0, 192, 0x10, 1}));
-static_assert(cage::same_entry(cvn_np_port_mapping_brisca_10g[79], {0x79, 3, 201, 0x79, 1}));
-static_assert(cage::same_entry(cvn_np_port_mapping_brisca_10g[80], cage::k_end_entry));
-static_assert(cage::same_entry(cvn_np_port_mapping_brisca_40g[3], {0x11, 0, 97, 0x11, 3}));
-static_assert(cage::same_entry(cvn_np_port_mapping_brisca_40g[15], {0x71, 3, 97, 0x71, 3}));
-static_assert(cage::same_entry(cvn_np_port_mapping_brisca_40g[16], cage::k_end_entry));
-static_assert(cage::same_entry(cvn_np_port_mapping_brisca_100g[1], {0x10, 0, 116, 0x10, 4}));
-static_assert(cage::same_entry(cvn_np_port_mapping_brisca_100g[6], {0x60, 3, 117, 0x60, 4}));
-static_assert(cage::same_entry(cvn_np_port_mapping_brisca_100g[8], cage::k_end_entry));
-static_assert(brisca_phys_2_fplate_cage_10GE[0x0A] == CVN_NP_NO_PORT);
-static_assert(brisca_phys_2_fplate_cage_10GE[0x79] == 79);
-static_assert(brisca_phys_2_fplate_cage_40GE[0x71] == 15 &&
-              brisca_phys_2_fplate_cage_40GE[0x72] == 255);
-static_assert(brisca_phys_2_fplate_cage_100GE[0x70] == 7 &&
-              brisca_phys_2_fplate_cage_100GE[0x7F] == 255);
-static_assert(np_local_port_map_brisca_10g[79] == &cvn_np_port_mapping_brisca_10g[79]);
+// Every generated table follows its rule, row for row.
+static_assert(cage::speed_follows<k_10g, cvn_np_port_mapping_brisca_10g,
+                                  brisca_phys_2_fplate_cage_10GE, np_local_port_map_brisca_10g,
+                                  fplate_port_map_brisca_10g, phys_front_port_map_brisca_10g>());
+static_assert(cage::speed_follows<k_40g, cvn_np_port_mapping_brisca_40g,
+                                  brisca_phys_2_fplate_cage_40GE, np_local_port_map_brisca_40g,
+                                  fplate_port_map_brisca_40g, phys_front_port_map_brisca_40g>());
+static_assert(cage::speed_follows<k_100g, cvn_np_port_mapping_brisca_100g,
+                                  brisca_phys_2_fplate_cage_100GE, np_local_port_map_brisca_100g,
+                                  fplate_port_map_brisca_100g, phys_front_port_map_brisca_100g>());
 
 namespace {
 
@@ -124,7 +112,6 @@ constexpr cage::family k_brisca = {
             .unknown = CVN_NP_CHECK("0"),
         },
     .tables = {&np_info_brisca, port_info_brisca},
-    .tables_for_card = nullptr,
     .card_np_info = &brisca_card_np_info,
     .card_port_info = &brisca_card_port_info,
     .card_version_record = &brisca_card_version,
@@ -132,20 +119,27 @@ constexpr cage::family k_brisca = {
     .dummy_port_info = brisca_dummy_port_info,
     .speeds =
         {
-            CVN_NP_CAGE_SPEED(brisca, 100, 128,
-                              CVN_NP_CHECK("index < brisca_card_np_info->port_subslot_100g")),
-            CVN_NP_CAGE_SPEED(brisca, 40, 128,
-                              CVN_NP_CHECK("index < brisca_card_np_info->port_subslot_40g")),
-            CVN_NP_CAGE_SPEED(brisca, 10, 128,
-                              CVN_NP_CHECK("index < brisca_card_np_info->port_subslot_10g")),
+            {phys_front_port_map_brisca_100g, fplate_port_map_brisca_100g,
+             np_local_port_map_brisca_100g, &brisca_card_phys_map_100ge,
+             &brisca_card_fplate_map_100ge, &brisca_card_np_port_map_100ge,
+             &cage::k_inverse<np_local_port_map_brisca_100g>, brisca_phys_2_fplate_cage_100GE, 128,
+             CVN_NP_CHECK("index < brisca_card_np_info->port_subslot_100g")},
+            {phys_front_port_map_brisca_40g, fplate_port_map_brisca_40g,
+             np_local_port_map_brisca_40g, &brisca_card_phys_map_40ge, &brisca_card_fplate_map_40ge,
+             &brisca_card_np_port_map_40ge, &cage::k_inverse<np_local_port_map_brisca_40g>,
+             brisca_phys_2_fplate_cage_40GE, 128,
+             CVN_NP_CHECK("index < brisca_card_np_info->port_subslot_40g")},
+            {phys_front_port_map_brisca_10g, fplate_port_map_brisca_10g,
+             np_local_port_map_brisca_10g, &brisca_card_phys_map_10ge, &brisca_card_fplate_map_10ge,
+             &brisca_card_np_port_map_10ge, &cage::k_inverse<np_local_port_map_brisca_10g>,
+             brisca_phys_2_fplate_cage_10GE, 128,
+             CVN_NP_CHECK("index < brisca_card_np_info->port_subslot_10g")},
         },
     .types = cage::k_module_types,
     .type_count = std::size(cage::k_module_types),
     .port_info_answer = cage::slot4_answer::first_populated_cage,
     .local_ports_per_np = false, // brisca counts slot 40 per cage
     .query_status_returned = true,
-    .failed_query_skips_mapping = false,
-    .max_np_port = UINT32_MAX,
     .ifsubinst_cages = 8,
     .np_port_ifsub_type = cage::np_port_ifsub_type_by_range,
 };

@@ -22,43 +22,14 @@ constexpr cage::wiring k_100g = {4, 1, 1, 117, 117, CVN_NP_PORT_TYPE_100GE};
 
 extern "C" {
 
-constexpr np_info np_info_brisca_4p = {
-    .sw_version = 1,
-    .sw_status = 0,
-    .num_np = 4,
-    .num_complex = 4,
-    .np_per_complex = 1,
-    .num_cage = 4,
-    .cage_per_complex = 1,
-    .ver_major = 5,
-    .ver_minor = 99,
-    .max_mtu = 9216,
-    .max_fpport_100g = 8,
-    .max_fpport_40g = 16,
-    .max_fpport_10g = 80,
-    .num_subslot = 1,
-    .max_port_cage = 8,
-    .port_subslot_100g = 8,
-    .port_subslot_40g = 16,
-    .port_subslot_10g = 80,
-    .port_cage_100g = 1,
-    .port_cage_40g = 2,
-    .port_cage_40g_alt = 1,
-    .port_cage_10g = 10,
-    .num_info_types = 0,
-};
+constexpr np_info np_info_brisca_4p = cage::info_of({4, 4, 8, 8, 1, 2, 1, 10});
 
-constexpr port_info port_info_brisca_4p_10g[2] = {{10, CVN_NP_PORT_TYPE_10GE},
-                                                  {0, CVN_NP_PORT_TYPE_END}};
-constexpr port_info port_info_brisca_4p_40g[2] = {{2, CVN_NP_PORT_TYPE_40GE},
-                                                  {0, CVN_NP_PORT_TYPE_END}};
-constexpr port_info port_info_brisca_4p_100g[2] = {{1, CVN_NP_PORT_TYPE_100GE},
-                                                   {0, CVN_NP_PORT_TYPE_END}};
-constexpr port_info port_info_brisca_4p_combo[2] = {{4, CVN_NP_PORT_TYPE_COMBO},
-                                                    {0, CVN_NP_PORT_TYPE_END}};
-constexpr port_info brisca_4p_dummy_port_info[1] = {{0, CVN_NP_PORT_TYPE_END}};
-static constexpr port_info port_info_brisca_4p_none[2] = {{0, CVN_NP_PORT_TYPE_NONE},
-                                                          {0, CVN_NP_PORT_TYPE_END}};
+constexpr port_info port_info_brisca_4p_10g[2] = {{10, CVN_NP_PORT_TYPE_10GE}, cage::k_list_end};
+constexpr port_info port_info_brisca_4p_40g[2] = {{2, CVN_NP_PORT_TYPE_40GE}, cage::k_list_end};
+constexpr port_info port_info_brisca_4p_100g[2] = {{1, CVN_NP_PORT_TYPE_100GE}, cage::k_list_end};
+constexpr port_info port_info_brisca_4p_combo[2] = {{4, CVN_NP_PORT_TYPE_COMBO}, cage::k_list_end};
+constexpr port_info brisca_4p_dummy_port_info[1] = {cage::k_list_end};
+constexpr port_info port_info_brisca_4p_none[2] = {{0, CVN_NP_PORT_TYPE_NONE}, cage::k_list_end};
 constexpr const port_info *port_info_brisca_4p[6] = {
     port_info_brisca_4p_none, port_info_brisca_4p_10g,  port_info_brisca_4p_combo,
     port_info_brisca_4p_40g,  port_info_brisca_4p_100g, nullptr,
@@ -73,15 +44,24 @@ constexpr port_mapping_entry cvn_np_port_mapping_brisca_4p_100g[5] = {
 
 // The NP-local maps keep brisca's room (80, 16, 16); past the card's
 // entries they hold NULL, which no NP's block reaches.
-CVN_NP_CAGE_MAP(np_local_port_map_brisca_4p_10g, cvn_np_port_mapping_brisca_4p_10g, 40, 8, 0);
-CVN_NP_CAGE_MAP(np_local_port_map_brisca_4p_40g, cvn_np_port_mapping_brisca_4p_40g, 8, 1, 6);
-CVN_NP_CAGE_MAP(np_local_port_map_brisca_4p_100g, cvn_np_port_mapping_brisca_4p_100g, 4, 1, 6);
-CVN_NP_CAGE_MAP(fplate_port_map_brisca_4p_10g, cvn_np_port_mapping_brisca_4p_10g, 40, 4, 0);
-CVN_NP_CAGE_MAP(fplate_port_map_brisca_4p_40g, cvn_np_port_mapping_brisca_4p_40g, 8, 0, 8);
-CVN_NP_CAGE_MAP(fplate_port_map_brisca_4p_100g, cvn_np_port_mapping_brisca_4p_100g, 4, 0, 4);
-CVN_NP_CAGE_MAP(phys_front_port_map_brisca_4p_10g, cvn_np_port_mapping_brisca_4p_10g, 40, 4, 0);
-CVN_NP_CAGE_MAP(phys_front_port_map_brisca_4p_40g, cvn_np_port_mapping_brisca_4p_40g, 8, 0, 8);
-CVN_NP_CAGE_MAP(phys_front_port_map_brisca_4p_100g, cvn_np_port_mapping_brisca_4p_100g, 4, 0, 4);
+constexpr cage::map_row np_local_port_map_brisca_4p_10g[80] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_4p_10g>, 8, 0)};
+constexpr cage::map_row np_local_port_map_brisca_4p_40g[16] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_4p_40g>, 1, 6)};
+constexpr cage::map_row np_local_port_map_brisca_4p_100g[16] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_4p_100g>, 1, 6)};
+constexpr cage::map_row fplate_port_map_brisca_4p_10g[40] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_4p_10g>, 4, 0)};
+constexpr cage::map_row fplate_port_map_brisca_4p_40g[8] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_4p_40g>, 0, 8)};
+constexpr cage::map_row fplate_port_map_brisca_4p_100g[4] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_4p_100g>, 0, 4)};
+constexpr cage::map_row phys_front_port_map_brisca_4p_10g[40] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_4p_10g>, 4, 0)};
+constexpr cage::map_row phys_front_port_map_brisca_4p_40g[8] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_4p_40g>, 0, 8)};
+constexpr cage::map_row phys_front_port_map_brisca_4p_100g[4] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_4p_100g>, 0, 4)};
 
 constexpr int32_t brisca_4p_phys_2_fplate_cage_10GE[64] = {
     CVN_NP_ROWS(cage::fplate_index_of<k_10g>, 6, 4)};
@@ -90,24 +70,33 @@ constexpr int32_t brisca_4p_phys_2_fplate_cage_40GE[64] = {
 constexpr int32_t brisca_4p_phys_2_fplate_cage_100GE[64] = {
     CVN_NP_ROWS(cage::fplate_index_of<k_100g>, 6, 4)};
 
-CVN_NP_CAGE_THREE_SPEED_RECORDS(brisca_4p);
+cage::current_map brisca_4p_card_phys_map_100ge, brisca_4p_card_fplate_map_100ge,
+    brisca_4p_card_np_port_map_100ge;
+cage::current_map brisca_4p_card_phys_map_40ge, brisca_4p_card_fplate_map_40ge,
+    brisca_4p_card_np_port_map_40ge;
+cage::current_map brisca_4p_card_phys_map_10ge, brisca_4p_card_fplate_map_10ge,
+    brisca_4p_card_np_port_map_10ge;
+const np_info *brisca_4p_card_np_info;
+const port_info *const *brisca_4p_card_port_info;
+card_version brisca_4p_card_version;
+subslot_info brisca_4p_card_subslot_info;
+cvn_np_api cvn_np_api_brisca_4p;
 
 } // extern "C"
 
-// Telling rows: (phys_front_port, np, np_port, fplate_port, port_type).
-static_assert(cage::same_entry(cvn_np_port_mapping_brisca_4p_10g[39], {0x39, 3, 213, 0x39, 1}));
-static_assert(cage::same_entry(cvn_np_port_mapping_brisca_4p_10g[40], cage::k_end_entry));
-static_assert(cage::same_entry(cvn_np_port_mapping_brisca_4p_40g[5], {0x21, 2, 100, 0x21, 3}));
-static_assert(cage::same_entry(cvn_np_port_mapping_brisca_4p_40g[8], cage::k_end_entry));
-static_assert(cage::same_entry(cvn_np_port_mapping_brisca_4p_100g[3], {0x30, 3, 117, 0x30, 4}));
-static_assert(cage::same_entry(cvn_np_port_mapping_brisca_4p_100g[4], cage::k_end_entry));
-static_assert(np_local_port_map_brisca_4p_10g[39] == &cvn_np_port_mapping_brisca_4p_10g[39]);
-static_assert(np_local_port_map_brisca_4p_10g[40] == nullptr &&
-              np_local_port_map_brisca_4p_100g[15] == nullptr);
-static_assert(brisca_4p_phys_2_fplate_cage_100GE[0x30] == 3 &&
-              brisca_4p_phys_2_fplate_cage_100GE[0x31] == 255);
-static_assert(brisca_4p_phys_2_fplate_cage_10GE[0x39] == 39 &&
-              brisca_4p_phys_2_fplate_cage_10GE[0x3A] == 255);
+// Every generated table follows its rule, row for row.
+static_assert(
+    cage::speed_follows<k_10g, cvn_np_port_mapping_brisca_4p_10g, brisca_4p_phys_2_fplate_cage_10GE,
+                        np_local_port_map_brisca_4p_10g, fplate_port_map_brisca_4p_10g,
+                        phys_front_port_map_brisca_4p_10g>());
+static_assert(
+    cage::speed_follows<k_40g, cvn_np_port_mapping_brisca_4p_40g, brisca_4p_phys_2_fplate_cage_40GE,
+                        np_local_port_map_brisca_4p_40g, fplate_port_map_brisca_4p_40g,
+                        phys_front_port_map_brisca_4p_40g>());
+static_assert(
+    cage::speed_follows<k_100g, cvn_np_port_mapping_brisca_4p_100g,
+                        brisca_4p_phys_2_fplate_cage_100GE, np_local_port_map_brisca_4p_100g,
+                        fplate_port_map_brisca_4p_100g, phys_front_port_map_brisca_4p_100g>());
 
 namespace {
 
@@ -129,7 +118,6 @@ constexpr cage::family k_brisca_4p = {
             .unknown = CVN_NP_CHECK("0"),
         },
     .tables = {&np_info_brisca_4p, port_info_brisca_4p},
-    .tables_for_card = nullptr,
     .card_np_info = &brisca_4p_card_np_info,
     .card_port_info = &brisca_4p_card_port_info,
     .card_version_record = &brisca_4p_card_version,
@@ -137,20 +125,26 @@ constexpr cage::family k_brisca_4p = {
     .dummy_port_info = brisca_4p_dummy_port_info,
     .speeds =
         {
-            CVN_NP_CAGE_SPEED(brisca_4p, 100, 64,
-                              CVN_NP_CHECK("index < brisca_4p_card_np_info->port_subslot_100g")),
-            CVN_NP_CAGE_SPEED(brisca_4p, 40, 64,
-                              CVN_NP_CHECK("index < brisca_4p_card_np_info->port_subslot_40g")),
-            CVN_NP_CAGE_SPEED(brisca_4p, 10, 64,
-                              CVN_NP_CHECK("index < brisca_4p_card_np_info->port_subslot_10g")),
+            {phys_front_port_map_brisca_4p_100g, fplate_port_map_brisca_4p_100g,
+             np_local_port_map_brisca_4p_100g, &brisca_4p_card_phys_map_100ge,
+             &brisca_4p_card_fplate_map_100ge, &brisca_4p_card_np_port_map_100ge,
+             &cage::k_inverse<np_local_port_map_brisca_4p_100g>, brisca_4p_phys_2_fplate_cage_100GE,
+             64, CVN_NP_CHECK("index < brisca_4p_card_np_info->port_subslot_100g")},
+            {phys_front_port_map_brisca_4p_40g, fplate_port_map_brisca_4p_40g,
+             np_local_port_map_brisca_4p_40g, &brisca_4p_card_phys_map_40ge,
+             &brisca_4p_card_fplate_map_40ge, &brisca_4p_card_np_port_map_40ge,
+             &cage::k_inverse<np_local_port_map_brisca_4p_40g>, brisca_4p_phys_2_fplate_cage_40GE,
+             64, CVN_NP_CHECK("index < brisca_4p_card_np_info->port_subslot_40g")},
+            {phys_front_port_map_brisca_4p_10g, fplate_port_map_brisca_4p_10g,
+             np_local_port_map_brisca_4p_10g, &brisca_4p_card_phys_map_10ge,
+             &brisca_4p_card_fplate_map_10ge, &brisca_4p_card_np_port_map_10ge,
+             &cage::k_inverse<np_local_port_map_brisca_4p_10g>, brisca_4p_phys_2_fplate_cage_10GE,
+             64, CVN_NP_CHECK("index < brisca_4p_card_np_info->port_subslot_10g")},
         },
     .types = cage::k_module_types,
     .type_count = std::size(cage::k_module_types),
     .port_info_answer = cage::slot4_answer::cage_list,
-    .local_ports_per_np = false,
     .query_status_returned = false, // a failed query counts as an empty cage
-    .failed_query_skips_mapping = false,
-    .max_np_port = UINT32_MAX,
     .ifsubinst_cages = 4,
     .np_port_ifsub_type = cage::np_port_ifsub_type_by_range,
 };

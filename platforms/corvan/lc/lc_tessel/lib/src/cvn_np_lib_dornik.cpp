@@ -13,66 +13,23 @@
 
 namespace cage = cvn_np::cage;
 
+namespace {
+
+// Only the faceplate index of the cages is needed from this rule.
+constexpr cage::wiring k_100g = {12, 2, 1, 0, 0, CVN_NP_PORT_TYPE_100GE};
+
+} // namespace
+
 extern "C" {
 
-constexpr np_info np_info_dornik = {
-    .sw_version = 1,
-    .sw_status = 0,
-    .num_np = 6,
-    .num_complex = 6,
-    .np_per_complex = 1,
-    .num_cage = 12,
-    .cage_per_complex = 2,
-    .ver_major = 5,
-    .ver_minor = 99,
-    .max_mtu = 9216,
-    .max_fpport_100g = 12,
-    .max_fpport_40g = 0,
-    .max_fpport_10g = 0,
-    .num_subslot = 1,
-    .max_port_cage = 12,
-    .port_subslot_100g = 12,
-    .port_subslot_40g = 0,
-    .port_subslot_10g = 0,
-    .port_cage_100g = 1,
-    .port_cage_40g = 0,
-    .port_cage_40g_alt = 0,
-    .port_cage_10g = 0,
-    .num_info_types = 0,
-};
-constexpr np_info np_info_dornik_lite = {
-    .sw_version = 1,
-    .sw_status = 0,
-    .num_np = 2,
-    .num_complex = 2,
-    .np_per_complex = 1,
-    .num_cage = 4,
-    .cage_per_complex = 2,
-    .ver_major = 5,
-    .ver_minor = 99,
-    .max_mtu = 9216,
-    .max_fpport_100g = 4,
-    .max_fpport_40g = 0,
-    .max_fpport_10g = 0,
-    .num_subslot = 1,
-    .max_port_cage = 4,
-    .port_subslot_100g = 4,
-    .port_subslot_40g = 0,
-    .port_subslot_10g = 0,
-    .port_cage_100g = 1,
-    .port_cage_40g = 0,
-    .port_cage_40g_alt = 0,
-    .port_cage_10g = 0,
-    .num_info_types = 0,
-};
+constexpr np_info np_info_dornik = cage::info_of({6, 12, 12, 12, 1, 0, 0, 0});
+constexpr np_info np_info_dornik_lite = cage::info_of({2, 4, 4, 4, 1, 0, 0, 0});
 
-constexpr port_info dornik_dummy_port_info[1] = {{0, CVN_NP_PORT_TYPE_END}};
-static constexpr port_info port_info_dornik_combo[2] = {{12, CVN_NP_PORT_TYPE_COMBO},
-                                                        {0, CVN_NP_PORT_TYPE_END}};
-static constexpr port_info port_info_dornik_lite_combo[2] = {{4, CVN_NP_PORT_TYPE_COMBO},
-                                                             {0, CVN_NP_PORT_TYPE_END}};
-static constexpr port_info port_info_dornik_100g[2] = {{1, CVN_NP_PORT_TYPE_100GE},
-                                                       {0, CVN_NP_PORT_TYPE_END}};
+constexpr port_info dornik_dummy_port_info[1] = {cage::k_list_end};
+constexpr port_info port_info_dornik_combo[2] = {{12, CVN_NP_PORT_TYPE_COMBO}, cage::k_list_end};
+constexpr port_info port_info_dornik_lite_combo[2] = {{4, CVN_NP_PORT_TYPE_COMBO},
+                                                      cage::k_list_end};
+constexpr port_info port_info_dornik_100g[2] = {{1, CVN_NP_PORT_TYPE_100GE}, cage::k_list_end};
 // Only the COMBO and 100GE positions hold lists of their own.
 constexpr const port_info *port_info_dornik[6] = {
     dornik_dummy_port_info, dornik_dummy_port_info, port_info_dornik_combo,
@@ -93,31 +50,35 @@ constexpr port_mapping_entry cvn_np_port_mapping_dornik_100g[13] = {
     cage::k_end_entry,
 };
 
-CVN_NP_CAGE_IDENTITY_MAPS(dornik, 100g, 12, 1, 2);
-
-} // extern "C"
-
-namespace {
-
-// Only the faceplate index of the cages is needed from this rule.
-constexpr cage::wiring k_100g = {12, 2, 1, 0, 0, CVN_NP_PORT_TYPE_100GE};
-
-} // namespace
-
-extern "C" {
+constexpr cage::map_row np_local_port_map_dornik_100g[12] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_dornik_100g>, 1, 2)};
+constexpr cage::map_row fplate_port_map_dornik_100g[12] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_dornik_100g>, 1, 2)};
+constexpr cage::map_row phys_front_port_map_dornik_100g[12] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_dornik_100g>, 1, 2)};
 
 constexpr int32_t dornik_phys_2_fplate_ifsub_100GE[192] = {
     CVN_NP_ROWS(cage::fplate_index_of<k_100g>, 19, 2)};
 
-CVN_NP_CAGE_SPEED_RECORDS(dornik, 100);
-CVN_NP_CAGE_CARD_RECORDS(dornik);
+cage::current_map dornik_card_phys_map_100ge, dornik_card_fplate_map_100ge,
+    dornik_card_np_port_map_100ge;
+const np_info *dornik_card_np_info;
+const port_info *const *dornik_card_port_info;
+card_version dornik_card_version;
+subslot_info dornik_card_subslot_info;
+cvn_np_api cvn_np_api_dornik;
 
 } // extern "C"
 
-static_assert(dornik_phys_2_fplate_ifsub_100GE[0xB0] == 11 &&
-              dornik_phys_2_fplate_ifsub_100GE[0xB1] == 255);
-static_assert(dornik_phys_2_fplate_ifsub_100GE[0x40] == 4 &&
-              dornik_phys_2_fplate_ifsub_100GE[191] == 255);
+// Every generated table follows its rule, row for row.
+static_assert(
+    cage::rows_follow<dornik_phys_2_fplate_ifsub_100GE, cage::fplate_index_of<k_100g>>() &&
+    cage::rows_follow<np_local_port_map_dornik_100g,
+                      cage::pointer_to<cvn_np_port_mapping_dornik_100g>>() &&
+    cage::rows_follow<fplate_port_map_dornik_100g,
+                      cage::pointer_to<cvn_np_port_mapping_dornik_100g>>() &&
+    cage::rows_follow<phys_front_port_map_dornik_100g,
+                      cage::pointer_to<cvn_np_port_mapping_dornik_100g>>());
 
 namespace {
 
@@ -164,19 +125,15 @@ constexpr cage::family k_dornik = {
             {phys_front_port_map_dornik_100g, fplate_port_map_dornik_100g,
              np_local_port_map_dornik_100g, &dornik_card_phys_map_100ge,
              &dornik_card_fplate_map_100ge, &dornik_card_np_port_map_100ge,
-             dornik_phys_2_fplate_ifsub_100GE, 192, &np_info::port_subslot_100g,
-             &np_info::port_cage_100g, CVN_NP_PORT_TYPE_100GE,
+             &cage::k_inverse<np_local_port_map_dornik_100g>, dornik_phys_2_fplate_ifsub_100GE, 192,
              CVN_NP_CHECK("index < dornik_card_np_info->port_subslot_100g")},
-            {}, // no 40GE cages
-            {}, // no 10GE cages
-        },
+        }, // no 40GE or 10GE cages
     .types = k_types,
     .type_count = std::size(k_types),
     .port_info_answer = cage::slot4_answer::first_type,
     .local_ports_per_np = true,
     .query_status_returned = true,
     .failed_query_skips_mapping = true,
-    .max_np_port = UINT32_MAX,
     .ifsubinst_cages = 12,
     .np_port_ifsub_type = np_port_ifsub_type,
 };

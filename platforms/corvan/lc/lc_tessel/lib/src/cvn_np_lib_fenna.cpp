@@ -19,43 +19,14 @@ constexpr cage::wiring k_100g = {6, 2, 1, 117, 116, CVN_NP_PORT_TYPE_100GE};
 
 extern "C" {
 
-constexpr np_info np_info_fenna = {
-    .sw_version = 1,
-    .sw_status = 0,
-    .num_np = 3,
-    .num_complex = 3,
-    .np_per_complex = 1,
-    .num_cage = 6,
-    .cage_per_complex = 2,
-    .ver_major = 5,
-    .ver_minor = 99,
-    .max_mtu = 9216,
-    .max_fpport_100g = 6,
-    .max_fpport_40g = 12,
-    .max_fpport_10g = 60,
-    .num_subslot = 1,
-    .max_port_cage = 8,
-    .port_subslot_100g = 6,
-    .port_subslot_40g = 12,
-    .port_subslot_10g = 60,
-    .port_cage_100g = 1,
-    .port_cage_40g = 2,
-    .port_cage_40g_alt = 0,
-    .port_cage_10g = 10,
-    .num_info_types = 0,
-};
+constexpr np_info np_info_fenna = cage::info_of({3, 6, 6, 8, 1, 2, 0, 10});
 
-constexpr port_info port_info_fenna_10g[2] = {{10, CVN_NP_PORT_TYPE_10GE},
-                                              {0, CVN_NP_PORT_TYPE_END}};
-constexpr port_info port_info_fenna_40g[2] = {{2, CVN_NP_PORT_TYPE_40GE},
-                                              {0, CVN_NP_PORT_TYPE_END}};
-constexpr port_info port_info_fenna_100g[2] = {{1, CVN_NP_PORT_TYPE_100GE},
-                                               {0, CVN_NP_PORT_TYPE_END}};
-constexpr port_info fenna_dummy_port_info[1] = {{0, CVN_NP_PORT_TYPE_END}};
-static constexpr port_info port_info_fenna_none[2] = {{0, CVN_NP_PORT_TYPE_NONE},
-                                                      {0, CVN_NP_PORT_TYPE_END}};
-static constexpr port_info port_info_fenna_combo[2] = {{6, CVN_NP_PORT_TYPE_COMBO},
-                                                       {0, CVN_NP_PORT_TYPE_END}};
+constexpr port_info port_info_fenna_10g[2] = {{10, CVN_NP_PORT_TYPE_10GE}, cage::k_list_end};
+constexpr port_info port_info_fenna_40g[2] = {{2, CVN_NP_PORT_TYPE_40GE}, cage::k_list_end};
+constexpr port_info port_info_fenna_100g[2] = {{1, CVN_NP_PORT_TYPE_100GE}, cage::k_list_end};
+constexpr port_info fenna_dummy_port_info[1] = {cage::k_list_end};
+constexpr port_info port_info_fenna_none[2] = {{0, CVN_NP_PORT_TYPE_NONE}, cage::k_list_end};
+constexpr port_info port_info_fenna_combo[2] = {{6, CVN_NP_PORT_TYPE_COMBO}, cage::k_list_end};
 constexpr const port_info *port_info_fenna[6] = {
     port_info_fenna_none, port_info_fenna_10g,  port_info_fenna_combo,
     port_info_fenna_40g,  port_info_fenna_100g, nullptr,
@@ -70,9 +41,24 @@ constexpr port_mapping_entry cvn_np_port_mapping_fenna_100g[7] = {
 
 // As on brisca, the entries run NP by NP: every map of a speed is its
 // table in order.
-CVN_NP_CAGE_IDENTITY_MAPS(fenna, 10g, 60, 6, 0);
-CVN_NP_CAGE_IDENTITY_MAPS(fenna, 40g, 12, 1, 2);
-CVN_NP_CAGE_IDENTITY_MAPS(fenna, 100g, 6, 0, 6);
+constexpr cage::map_row np_local_port_map_fenna_10g[60] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_fenna_10g>, 6, 0)};
+constexpr cage::map_row np_local_port_map_fenna_40g[12] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_fenna_40g>, 1, 2)};
+constexpr cage::map_row np_local_port_map_fenna_100g[6] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_fenna_100g>, 0, 6)};
+constexpr cage::map_row fplate_port_map_fenna_10g[60] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_fenna_10g>, 6, 0)};
+constexpr cage::map_row fplate_port_map_fenna_40g[12] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_fenna_40g>, 1, 2)};
+constexpr cage::map_row fplate_port_map_fenna_100g[6] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_fenna_100g>, 0, 6)};
+constexpr cage::map_row phys_front_port_map_fenna_10g[60] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_fenna_10g>, 6, 0)};
+constexpr cage::map_row phys_front_port_map_fenna_40g[12] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_fenna_40g>, 1, 2)};
+constexpr cage::map_row phys_front_port_map_fenna_100g[6] = {
+    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_fenna_100g>, 0, 6)};
 
 constexpr int32_t fenna_phys_2_fplate_cage_10GE[96] = {
     CVN_NP_ROWS(cage::fplate_index_of<k_10g>, 9, 6)};
@@ -81,24 +67,28 @@ constexpr int32_t fenna_phys_2_fplate_cage_40GE[96] = {
 constexpr int32_t fenna_phys_2_fplate_cage_100GE[96] = {
     CVN_NP_ROWS(cage::fplate_index_of<k_100g>, 9, 6)};
 
-CVN_NP_CAGE_THREE_SPEED_RECORDS(fenna);
+cage::current_map fenna_card_phys_map_100ge, fenna_card_fplate_map_100ge,
+    fenna_card_np_port_map_100ge;
+cage::current_map fenna_card_phys_map_40ge, fenna_card_fplate_map_40ge, fenna_card_np_port_map_40ge;
+cage::current_map fenna_card_phys_map_10ge, fenna_card_fplate_map_10ge, fenna_card_np_port_map_10ge;
+const np_info *fenna_card_np_info;
+const port_info *const *fenna_card_port_info;
+card_version fenna_card_version;
+subslot_info fenna_card_subslot_info;
+cvn_np_api cvn_np_api_fenna;
 
 } // extern "C"
 
-// Telling rows: (phys_front_port, np, np_port, fplate_port, port_type).
-static_assert(cage::same_entry(cvn_np_port_mapping_fenna_100g[1], {16, 0, 116, 16, 4}));
-static_assert(cage::same_entry(cvn_np_port_mapping_fenna_100g[6], cage::k_end_entry));
-static_assert(cage::same_entry(cvn_np_port_mapping_fenna_40g[3], {17, 0, 97, 17, 3}));
-static_assert(cage::same_entry(cvn_np_port_mapping_fenna_40g[12], cage::k_end_entry));
-static_assert(cage::same_entry(cvn_np_port_mapping_fenna_10g[10], {16, 0, 192, 16, 1}));
-static_assert(cage::same_entry(cvn_np_port_mapping_fenna_10g[59], {89, 2, 201, 89, 1}));
-static_assert(cage::same_entry(cvn_np_port_mapping_fenna_10g[60], cage::k_end_entry));
-static_assert(fenna_phys_2_fplate_cage_10GE[0x59] == 59 &&
-              fenna_phys_2_fplate_cage_10GE[0x5A] == 255);
-static_assert(fenna_phys_2_fplate_cage_40GE[0x51] == 11 &&
-              fenna_phys_2_fplate_cage_40GE[0x52] == 255);
-static_assert(fenna_phys_2_fplate_cage_100GE[0x50] == 5 &&
-              fenna_phys_2_fplate_cage_100GE[0x51] == 255);
+// Every generated table follows its rule, row for row.
+static_assert(cage::speed_follows<k_10g, cvn_np_port_mapping_fenna_10g,
+                                  fenna_phys_2_fplate_cage_10GE, np_local_port_map_fenna_10g,
+                                  fplate_port_map_fenna_10g, phys_front_port_map_fenna_10g>());
+static_assert(cage::speed_follows<k_40g, cvn_np_port_mapping_fenna_40g,
+                                  fenna_phys_2_fplate_cage_40GE, np_local_port_map_fenna_40g,
+                                  fplate_port_map_fenna_40g, phys_front_port_map_fenna_40g>());
+static_assert(cage::speed_follows<k_100g, cvn_np_port_mapping_fenna_100g,
+                                  fenna_phys_2_fplate_cage_100GE, np_local_port_map_fenna_100g,
+                                  fplate_port_map_fenna_100g, phys_front_port_map_fenna_100g>());
 
 namespace {
 
@@ -120,7 +110,6 @@ constexpr cage::family k_fenna = {
             .unknown = CVN_NP_CHECK("0"),
         },
     .tables = {&np_info_fenna, port_info_fenna},
-    .tables_for_card = nullptr,
     .card_np_info = &fenna_card_np_info,
     .card_port_info = &fenna_card_port_info,
     .card_version_record = &fenna_card_version,
@@ -128,19 +117,25 @@ constexpr cage::family k_fenna = {
     .dummy_port_info = fenna_dummy_port_info,
     .speeds =
         {
-            CVN_NP_CAGE_SPEED(fenna, 100, 96,
-                              CVN_NP_CHECK("index < fenna_card_np_info->port_subslot_100g")),
-            CVN_NP_CAGE_SPEED(fenna, 40, 96,
-                              CVN_NP_CHECK("index < fenna_card_np_info->port_subslot_40g")),
-            CVN_NP_CAGE_SPEED(fenna, 10, 96,
-                              CVN_NP_CHECK("index < fenna_card_np_info->port_subslot_10g")),
+            {phys_front_port_map_fenna_100g, fplate_port_map_fenna_100g,
+             np_local_port_map_fenna_100g, &fenna_card_phys_map_100ge, &fenna_card_fplate_map_100ge,
+             &fenna_card_np_port_map_100ge, &cage::k_inverse<np_local_port_map_fenna_100g>,
+             fenna_phys_2_fplate_cage_100GE, 96,
+             CVN_NP_CHECK("index < fenna_card_np_info->port_subslot_100g")},
+            {phys_front_port_map_fenna_40g, fplate_port_map_fenna_40g, np_local_port_map_fenna_40g,
+             &fenna_card_phys_map_40ge, &fenna_card_fplate_map_40ge, &fenna_card_np_port_map_40ge,
+             &cage::k_inverse<np_local_port_map_fenna_40g>, fenna_phys_2_fplate_cage_40GE, 96,
+             CVN_NP_CHECK("index < fenna_card_np_info->port_subslot_40g")},
+            {phys_front_port_map_fenna_10g, fplate_port_map_fenna_10g, np_local_port_map_fenna_10g,
+             &fenna_card_phys_map_10ge, &fenna_card_fplate_map_10ge, &fenna_card_np_port_map_10ge,
+             &cage::k_inverse<np_local_port_map_fenna_10g>, fenna_phys_2_fplate_cage_10GE, 96,
+             CVN_NP_CHECK("index < fenna_card_np_info->port_subslot_10g")},
         },
     .types = cage::k_module_types,
     .type_count = 3, // no 40GE_ALT modules
     .port_info_answer = cage::slot4_answer::first_populated_cage,
     .local_ports_per_np = true,
     .query_status_returned = true,
-    .failed_query_skips_mapping = false,
     .max_np_port = 254,
     .ifsubinst_cages = 0, // slot 45 left empty
     .np_port_ifsub_type = cage::np_port_ifsub_type_by_range,
