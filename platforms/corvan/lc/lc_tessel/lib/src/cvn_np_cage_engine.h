@@ -344,17 +344,12 @@ template <const family &F> struct engine {
     static constexpr auto put = common::put<uint32_t>;
 
     // Slot `slot` of the selected table on `args`: `own` directly while the
-    // table holds it, else the public function `pub`.
-    template <auto slot, auto own, auto pub, class... A> static auto step(A... args)
+    // table holds it, else the public function.
+    template <auto slot, auto own, class... A> static auto step(A... args)
     {
-        if (initialized != 0 && card_np_api->*slot == own) [[likely]]
-            return own(args...);
-        return pub(args...);
+        return common::through_table<slot, own>(args...);
     }
-    static uint32_t np_count()
-    {
-        return step<&cvn_np_api::cvn_np_how_many, how_many, cvn_np_how_many>();
-    }
+    static uint32_t np_count() { return step<&cvn_np_api::cvn_np_how_many, how_many>(); }
 
     // What the platform reports in the cage of a front port (slot 37).  The
     // type stays NONE (and subslot and cage 0) when the query fails.
@@ -362,44 +357,38 @@ template <const family &F> struct engine {
     static cage_answer query(uint32_t front)
     {
         cage_answer a{0, 0, 0, CVN_NP_IFSUB_TYPE_NONE};
-        a.status = step<&cvn_np_api::aux_cvn_np_front_port_to_ifsubsys, front_port_to_ifsubsys,
-                        aux_cvn_np_front_port_to_ifsubsys>(front, &a.subslot, &a.ifsubsys, &a.type);
+        a.status = step<&cvn_np_api::aux_cvn_np_front_port_to_ifsubsys, front_port_to_ifsubsys>(
+            front, &a.subslot, &a.ifsubsys, &a.type);
         return a;
     }
     // Slot 37 on port 0 of cage `cage` of a subslot (encoded by slot 30).
     static cage_answer query_cage(uint32_t subslot, uint32_t cage)
     {
         return query(step<&cvn_np_api::cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port,
-                          set_subslot_ifsubinst_ifsubinst_port,
-                          cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port>(
-            static_cast<uint16_t>(subslot), cage, uint32_t{0}));
+                          set_subslot_ifsubinst_ifsubinst_port>(static_cast<uint16_t>(subslot),
+                                                                cage, uint32_t{0}));
     }
     // Slots 33, 35, 38, 39 and 43 as inner steps.
     static uint32_t port_of(uint32_t front)
     {
-        return step<&cvn_np_api::cvn_np_lib_get_port, get_port, cvn_np_lib_get_port>(front);
+        return step<&cvn_np_api::cvn_np_lib_get_port, get_port>(front);
     }
     static const port_info *list_of(uint32_t subslot, uint32_t cage, uint32_t type)
     {
-        return step<&cvn_np_api::aux_cvn_np_port_info_get, port_info_of_type,
-                    aux_cvn_np_port_info_get>(subslot, cage, type);
+        return step<&cvn_np_api::aux_cvn_np_port_info_get, port_info_of_type>(subslot, cage, type);
     }
     static void front_mapping(uint32_t cage, uint32_t front, uint32_t type, uint32_t *np,
                               uint32_t *np_port, uint32_t *fplate_port, uint32_t *port_type)
     {
-        step<&cvn_np_api::aux_cvn_np_front_port_to_mapping_info, front_port_to_mapping_info,
-             aux_cvn_np_front_port_to_mapping_info>(cage, port_of(front), type, np, np_port,
-                                                    fplate_port, port_type);
+        step<&cvn_np_api::aux_cvn_np_front_port_to_mapping_info, front_port_to_mapping_info>(
+            cage, port_of(front), type, np, np_port, fplate_port, port_type);
     }
     static void fplate_mapping(uint32_t fplate, uint32_t port_type, uint32_t *np, uint32_t *np_port,
                                uint32_t *front)
     {
-        const uint32_t cage =
-            step<&cvn_np_api::cvn_np_lib_get_ifsubinst, get_ifsubinst, cvn_np_lib_get_ifsubinst>(
-                fplate);
-        step<&cvn_np_api::aux_cvn_faceplate_to_mapping_info, faceplate_to_mapping_info,
-             aux_cvn_faceplate_to_mapping_info>(cage, port_of(fplate), port_type, np, np_port,
-                                                front);
+        const uint32_t cage = step<&cvn_np_api::cvn_np_lib_get_ifsubinst, get_ifsubinst>(fplate);
+        step<&cvn_np_api::aux_cvn_faceplate_to_mapping_info, faceplate_to_mapping_info>(
+            cage, port_of(fplate), port_type, np, np_port, front);
     }
 
     // The cages of NP n: `cage_per_complex` of them from its first cage.
@@ -517,8 +506,8 @@ template <const family &F> struct engine {
     static uint32_t info_to_front_port(uint32_t np_id, uint32_t np_port, uint32_t *front)
     {
         uint32_t discarded_type = 0;
-        return step<&cvn_np_api::cvn_np_info_to_fplate_porttype, info_to_fplate_porttype,
-                    cvn_np_info_to_fplate_porttype>(np_id, np_port, front, &discarded_type);
+        return step<&cvn_np_api::cvn_np_info_to_fplate_porttype, info_to_fplate_porttype>(
+            np_id, np_port, front, &discarded_type);
     }
 
     static uint32_t info_to_fplate_porttype(uint32_t np_id, uint32_t np_port, uint32_t *fplate_port,
@@ -526,9 +515,8 @@ template <const family &F> struct engine {
     {
         if (np_id >= np_count() || np_port > F.max_np_port)
             return CVN_NP_ERR_INVALID;
-        step<&cvn_np_api::aux_cvn_np_info_to_mapping_info, info_to_mapping_info,
-             aux_cvn_np_info_to_mapping_info>(np_id, np_port, F.np_port_ifsub_type(np_port),
-                                              fplate_port, nullptr, port_type);
+        step<&cvn_np_api::aux_cvn_np_info_to_mapping_info, info_to_mapping_info>(
+            np_id, np_port, F.np_port_ifsub_type(np_port), fplate_port, nullptr, port_type);
         return 0;
     }
 
@@ -546,9 +534,8 @@ template <const family &F> struct engine {
             if (found.type != CVN_NP_IFSUB_TYPE_NONE)
                 break;
         }
-        const uint32_t status = step<&cvn_np_api::aux_cvn_np_first_port_on_np, first_port_on_np,
-                                     aux_cvn_np_first_port_on_np>(np_id, found.ifsubsys, found.type,
-                                                                  front, fplate_port, port_type);
+        const uint32_t status = step<&cvn_np_api::aux_cvn_np_first_port_on_np, first_port_on_np>(
+            np_id, found.ifsubsys, found.type, front, fplate_port, port_type);
         return F.query_status_returned ? status : 0;
     }
 
@@ -704,9 +691,8 @@ template <const family &F> struct engine {
                 }
                 return;
             }
-            step<&cvn_np_api::aux_np_port_to_mapping_info, np_port_to_mapping_info,
-                 aux_np_port_to_mapping_info>(map + std::size_t{np_num} * block, np_port, block,
-                                              front, fplate_port, port_type);
+            step<&cvn_np_api::aux_np_port_to_mapping_info, np_port_to_mapping_info>(
+                map + std::size_t{np_num} * block, np_port, block, front, fplate_port, port_type);
         });
     }
 
