@@ -446,11 +446,17 @@ TEST_F(Brisca, CountsLocalPortsPerCage)
     EXPECT_RUN(aux_cvn_np_first_port_on_np(1, 0, 0x10003, o, o1, o2), 0, 0x20, 0x20, 3);
 }
 
-// An inner step follows the operation table: a replaced slot 43 answers slot 19.
+// An inner step follows the operation table: a replaced slot 43 answers slot
+// 19, a replaced slot 44 answers slot 14.
 uint32_t MarkerNp(uint32_t, uint32_t, uint32_t, uint32_t *np, uint32_t *, uint32_t *)
 {
     *np = 77;
     return 0;
+}
+void MarkerFront(const port_mapping_entry *const *, uint32_t, uint32_t, uint32_t *front, uint32_t *,
+                 uint32_t *)
+{
+    *front = 0x77;
 }
 TEST_F(Brisca, InnerStepFollowsTheTable)
 {
@@ -459,6 +465,11 @@ TEST_F(Brisca, InnerStepFollowsTheTable)
     EXPECT_EQ(cvn_faceplate_porttype_to_np(CVN_NP_PORT_TYPE_10GE, 0x79), 77u);
     cvn_np_api_brisca.aux_cvn_faceplate_to_mapping_info = own;
     EXPECT_EQ(cvn_faceplate_porttype_to_np(CVN_NP_PORT_TYPE_10GE, 0x79), 3u);
+    const auto search = cvn_np_api_brisca.aux_np_port_to_mapping_info;
+    cvn_np_api_brisca.aux_np_port_to_mapping_info = MarkerFront;
+    EXPECT_RUN(cvn_np_info_to_front_port(0, 204, o), 0, 0x77);
+    cvn_np_api_brisca.aux_np_port_to_mapping_info = search;
+    EXPECT_RUN(cvn_np_info_to_front_port(0, 204, o), 0, 0);
 }
 
 TEST_F(Fenna, KnowsThreeTypes)
