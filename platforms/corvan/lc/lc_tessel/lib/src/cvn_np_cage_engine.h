@@ -11,7 +11,8 @@
 // Every inner step follows the selected operation table: it calls the
 // family's own operation directly while the table still holds it, else the
 // public function, so a caller who replaced a slot is obeyed.  The two
-// direct calls are slot 13's per-cage count and slot 45's cage decode.
+// calls that never look at the table are slot 13's per-cage count and slot
+// 45's cage decode.
 #ifndef CVN_NP_CAGE_ENGINE_H
 #define CVN_NP_CAGE_ENGINE_H
 
