@@ -266,6 +266,58 @@ template <const char *path, const check &np_complex> struct one_np_per_complex {
     }
 };
 
+// An engine's operation table, slot = operation: every slot gets the
+// engine's operation of the same meaning (the cage and tolvar engines).
+template <class E> constexpr void fill_slots(cvn_np_api *t)
+{
+    t->cvn_np_version_get = E::version_get;
+    t->cvn_max_mtu = E::max_mtu;
+    t->cvn_np_how_many = E::how_many;
+    t->cvn_np_chip_how_many = E::chip_how_many;
+    t->cvn_np_port_info_get = E::port_info_get;
+    t->cvn_np_subslot_info_get = E::subslot_info_get;
+    t->cvn_np_port_info_subslot = E::port_info_subslot;
+    t->cvn_np_port_info_from_subslot_ifsubinst = E::port_info_from_subslot_ifsubinst;
+    t->cvn_np_front_port_to_np = E::template front_port_field<E::out_np>;
+    t->cvn_np_front_port_to_np_port = E::template front_port_field<E::out_np_port>;
+    t->cvn_np_front_port_to_port_type = E::template front_port_field<E::out_port_type>;
+    t->cvn_np_front_port_to_face_plate_port = E::front_port_to_face_plate_port;
+    t->cvn_np_front_port_mapping_info = E::front_port_mapping_info;
+    t->cvn_np_info_num_local_ports = E::info_num_local_ports;
+    t->cvn_np_info_to_front_port = E::info_to_front_port;
+    t->cvn_np_info_to_fplate_porttype = E::info_to_fplate_porttype;
+    t->cvn_np_first_front_port_on_np = E::first_front_port_on_np;
+    t->cvn_np_first_phys_port_on_np = E::first_phys_port_on_np;
+    t->cvn_np_first_fplate_porttype_on_np = E::first_fplate_porttype_on_np;
+    t->cvn_faceplate_porttype_to_np = E::template faceplate_field<E::out_np>;
+    t->cvn_faceplate_porttype_to_np_port = E::template faceplate_field<E::out_np_port>;
+    t->cvn_faceplate_porttype_to_phys_port = E::template faceplate_field<E::out_front>;
+    t->cvn_faceplate_porttype_mapping_info = E::faceplate_porttype_mapping_info;
+    t->cvn_np_complex_to_subslot = E::complex_to_subslot;
+    t->cvn_np_complex_to_subslot_list = E::complex_to_subslot_list;
+    t->cvn_np_complex_to_np = E::complex_to_np;
+    t->cvn_np_set_if_subsys_type = common::set_if_subsys_type;
+    t->cvn_np_subslot_to_np_list = E::subslot_to_np_list;
+    t->cvn_np_to_cpu_port_map = common::to_cpu_port_map;
+    t->cvn_np_lib_set_subslot_phy_port = E::set_subslot_phy_port;
+    t->cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port = E::set_subslot_ifsubinst_ifsubinst_port;
+    t->cvn_np_lib_get_subslot = E::get_subslot;
+    t->cvn_np_lib_get_subslot_port = E::get_subslot_port;
+    t->cvn_np_lib_get_port = E::get_port;
+    t->cvn_np_lib_get_ifsubinst = E::get_ifsubinst;
+    t->cvn_np_lib_get_ifsubinst_port = E::get_ifsubinst_port;
+    t->cvn_np_lib_get_phys_port_tuple45 = E::get_phys_port_tuple45;
+    t->aux_cvn_np_front_port_to_ifsubsys = E::front_port_to_ifsubsys;
+    t->aux_cvn_np_port_info_get = E::port_info_of_type;
+    t->aux_cvn_np_front_port_to_mapping_info = E::front_port_to_mapping_info;
+    t->aux_cvn_np_info_num_local_ports = E::aux_num_local_ports;
+    t->aux_cvn_np_info_to_mapping_info = E::info_to_mapping_info;
+    t->aux_cvn_np_first_port_on_np = E::first_port_on_np;
+    t->aux_cvn_faceplate_to_mapping_info = E::faceplate_to_mapping_info;
+    t->aux_np_port_to_mapping_info = E::np_port_to_mapping_info;
+    t->aux_cvn_np_front_port_to_ifsubinst = E::front_port_to_ifsubinst;
+}
+
 } // namespace common
 } // namespace cvn_np
 

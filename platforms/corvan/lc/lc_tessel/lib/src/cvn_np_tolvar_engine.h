@@ -889,55 +889,7 @@ template <const family &F> struct engine {
     // ---- init ----
 
     // The family's operations into the 46 slots.
-    static constexpr void fill(cvn_np_api *t)
-    {
-        t->cvn_np_version_get = version_get;
-        t->cvn_max_mtu = max_mtu;
-        t->cvn_np_how_many = how_many;
-        t->cvn_np_chip_how_many = chip_how_many;
-        t->cvn_np_port_info_get = port_info_get;
-        t->cvn_np_subslot_info_get = subslot_info_get;
-        t->cvn_np_port_info_subslot = port_info_subslot;
-        t->cvn_np_port_info_from_subslot_ifsubinst = port_info_from_subslot_ifsubinst;
-        t->cvn_np_front_port_to_np = front_port_field<out_np>;
-        t->cvn_np_front_port_to_np_port = front_port_field<out_np_port>;
-        t->cvn_np_front_port_to_port_type = front_port_field<out_port_type>;
-        t->cvn_np_front_port_to_face_plate_port = front_port_to_face_plate_port;
-        t->cvn_np_front_port_mapping_info = front_port_mapping_info;
-        t->cvn_np_info_num_local_ports = info_num_local_ports;
-        t->cvn_np_info_to_front_port = info_to_front_port;
-        t->cvn_np_info_to_fplate_porttype = info_to_fplate_porttype;
-        t->cvn_np_first_front_port_on_np = first_front_port_on_np;
-        t->cvn_np_first_phys_port_on_np = first_phys_port_on_np;
-        t->cvn_np_first_fplate_porttype_on_np = first_fplate_porttype_on_np;
-        t->cvn_faceplate_porttype_to_np = faceplate_field<out_np>;
-        t->cvn_faceplate_porttype_to_np_port = faceplate_field<out_np_port>;
-        t->cvn_faceplate_porttype_to_phys_port = faceplate_field<out_front>;
-        t->cvn_faceplate_porttype_mapping_info = faceplate_porttype_mapping_info;
-        t->cvn_np_complex_to_subslot = complex_to_subslot;
-        t->cvn_np_complex_to_subslot_list = complex_to_subslot_list;
-        t->cvn_np_complex_to_np = complex_to_np;
-        t->cvn_np_set_if_subsys_type = common::set_if_subsys_type;
-        t->cvn_np_subslot_to_np_list = subslot_to_np_list;
-        t->cvn_np_to_cpu_port_map = common::to_cpu_port_map;
-        t->cvn_np_lib_set_subslot_phy_port = set_subslot_phy_port;
-        t->cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port = set_subslot_ifsubinst_ifsubinst_port;
-        t->cvn_np_lib_get_subslot = get_subslot;
-        t->cvn_np_lib_get_subslot_port = get_subslot_port;
-        t->cvn_np_lib_get_port = get_port;
-        t->cvn_np_lib_get_ifsubinst = get_ifsubinst;
-        t->cvn_np_lib_get_ifsubinst_port = get_ifsubinst_port;
-        t->cvn_np_lib_get_phys_port_tuple45 = get_phys_port_tuple45;
-        t->aux_cvn_np_front_port_to_ifsubsys = front_port_to_ifsubsys;
-        t->aux_cvn_np_port_info_get = port_info_of_type;
-        t->aux_cvn_np_front_port_to_mapping_info = front_port_to_mapping_info;
-        t->aux_cvn_np_info_num_local_ports = aux_num_local_ports;
-        t->aux_cvn_np_info_to_mapping_info = info_to_mapping_info;
-        t->aux_cvn_np_first_port_on_np = first_port_on_np;
-        t->aux_cvn_faceplate_to_mapping_info = faceplate_to_mapping_info;
-        t->aux_np_port_to_mapping_info = np_port_to_mapping_info;
-        t->aux_cvn_np_front_port_to_ifsubinst = front_port_to_ifsubinst;
-    }
+    static constexpr void fill(cvn_np_api *t) { common::fill_slots<engine>(t); }
 
     static constexpr cvn_np_api own_ops()
     {
