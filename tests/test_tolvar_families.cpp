@@ -108,7 +108,7 @@ const std::array<uint32_t, 5> kSearch[] = {{201, 3, 5, 6, 3}, {200, 1, 3, 4, 1},
 // 2-slice, subslot 1 split: its type, NP port, then slot 14's result and front, slot 15's type.
 const std::array<uint32_t, 5> kInstanceByNpPort[] = {{574, 204, 0, 0x50, 1}, {577, 116, 0, 0x40, 4},
     {574, 117, 0, C(1, S), S}, {575, 204, 0, C(1, S), S}, {575, 116, 0, 0x40, 4},
-    {574, 202, iv, S, S}, {574, 203, iv, S, S}, {577, 98, iv, S, S}, {574, 0x100CC, iv, S, S}};
+    {574, 202, iv, S, S}, {574, 256, iv, S, S}, {574, 203, iv, S, S}, {577, 98, iv, S, S}, {574, 0x100CC, iv, S, S}};
 // 1-slice, bay 1 holding 566: bay 0's type and instance 0's, the front port of NP port 204.
 const std::array<uint32_t, 3> kNpPort204[] = {{574, k100, 0x10}, {577, k100, 0x10},
     {576, 576, 0x0A}, {578, 578, 0x0A}, {575, k100, 0x40}, {566, 566, 0x40}, {573, 573, 0x40}};
