@@ -2,6 +2,7 @@
 // a row of facts per card written from the wiring rules, the behaviour they
 // share run over every row, then each family's own differences.
 #include <algorithm>
+#include <functional>
 #include <array>
 #include <cstring>
 #include <iterator>
@@ -470,6 +471,45 @@ TEST_F(Brisca, InnerStepFollowsTheTable)
     EXPECT_RUN(cvn_np_info_to_front_port(0, 204, o), 0, 0x77);
     cvn_np_api_brisca.aux_np_port_to_mapping_info = search;
     EXPECT_RUN(cvn_np_info_to_front_port(0, 204, o), 0, 0);
+}
+
+// Slots 14, 15, 19 and 21 answer from compile-time tables only while every
+// step and current record is the family's own: each replaced one is obeyed.
+template <class T> void Swap(T &slot, T with, const std::function<void()> &check)
+{
+    const T own = slot;
+    slot = with;
+    check();
+    slot = own;
+}
+TEST_F(Brisca, ReplacedStepsAndRecordsAreObeyed)
+{
+    cvn_np_api &t = cvn_np_api_brisca;
+    Swap(
+        t.cvn_np_how_many, +[] { return 0u; },
+        [&] { EXPECT_RUN(cvn_np_info_to_front_port(0, 204, o), kInvalid); });
+    Swap(
+        t.aux_cvn_np_info_to_mapping_info,
+        +[](uint32_t, uint32_t, uint32_t, uint32_t *f, uint32_t *, uint32_t *) { *f = 0x66; },
+        [&] { EXPECT_RUN(cvn_np_info_to_front_port(0, 204, o), 0, 0x66); });
+    Swap(
+        t.cvn_np_info_to_fplate_porttype,
+        +[](uint32_t, uint32_t, uint32_t *, uint32_t *) { return 9u; },
+        [&] { EXPECT_RUN(cvn_np_info_to_front_port(0, 204, o), 9); });
+    Swap(brisca_card_np_port_map_10ge, np_local_port_map_brisca_10g + 10,
+         [&] { EXPECT_RUN(cvn_np_info_to_fplate_porttype(0, 204, o, o1), 0, 0x20, 1); });
+    Swap(brisca_card_np_info, &np_info_brisca_4p, // NP 1's block: NP 0's second cage
+         [&] { EXPECT_RUN(cvn_np_info_to_front_port(1, 204, o), 0); });
+    Swap(
+        t.cvn_np_lib_get_port, +[](uint32_t) { return 0u; },
+        [&] { EXPECT_EQ(cvn_faceplate_porttype_to_phys_port(CVN_NP_PORT_TYPE_10GE, 0x79), 0u); });
+    Swap(
+        t.cvn_np_lib_get_ifsubinst, +[](uint32_t) { return 9u; },
+        [&] {
+            EXPECT_DEATH(cvn_faceplate_porttype_to_np(CVN_NP_PORT_TYPE_10GE, 0x79), "num_cage");
+        });
+    Swap(brisca_card_fplate_map_10ge, fplate_port_map_brisca_10g + 1,
+         [&] { EXPECT_EQ(cvn_faceplate_porttype_to_phys_port(CVN_NP_PORT_TYPE_10GE, 0), 1u); });
 }
 
 TEST_F(Fenna, KnowsThreeTypes)

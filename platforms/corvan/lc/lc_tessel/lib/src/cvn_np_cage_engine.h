@@ -387,6 +387,26 @@ template <const family &F> struct engine {
     static void fplate_mapping(uint32_t fplate, uint32_t port_type, uint32_t *np, uint32_t *np_port,
                                uint32_t *front)
     {
+        if (installed_info() && holds<&cvn_np_api::cvn_np_lib_get_ifsubinst, get_ifsubinst>() &&
+            holds<&cvn_np_api::cvn_np_lib_get_port, get_port>() &&
+            holds<&cvn_np_api::aux_cvn_faceplate_to_mapping_info, faceplate_to_mapping_info>() &&
+            port_type <= CVN_NP_PORT_TYPE_100GE && fplate < 256) [[likely]] {
+            const uint16_t cell = k_fplate_answers.at[port_type][fplate];
+            const uint32_t k = cell >> 8;
+            if (k < k_speeds && *k_card_fplate_maps[k] == k_fplate_maps[k]) [[likely]] {
+                const port_mapping_entry &e = *k_fplate_maps[k][cell & k_no_entry];
+                put(np, e.np);
+                put(np_port, e.np_port);
+                put(front, e.phys_front_port);
+                return;
+            }
+        }
+        fplate_mapping_by_steps(fplate, port_type, np, np_port, front);
+    }
+    [[gnu::noinline]] static void fplate_mapping_by_steps(uint32_t fplate, uint32_t port_type,
+                                                          uint32_t *np, uint32_t *np_port,
+                                                          uint32_t *front)
+    {
         const uint32_t cage = step<&cvn_np_api::cvn_np_lib_get_ifsubinst, get_ifsubinst>(fplate);
         step<&cvn_np_api::aux_cvn_faceplate_to_mapping_info, faceplate_to_mapping_info>(
             cage, port_of(fplate), port_type, np, np_port, front);
@@ -404,6 +424,104 @@ template <const family &F> struct engine {
         return {np_id / (i.num_complex / i.num_subslot), (i.num_cage / i.num_complex) * np_id,
                 i.cage_per_complex};
     }
+
+    // ---- Answers known at compile time ----
+    //
+    // While the selected table holds the family's own operation for every
+    // step of a lookup and the current records still point at the tables
+    // init installs, slots 14, 15, 19 and 22 read what those steps would
+    // find from a table built at compile time; a replaced slot or record,
+    // or a value one of the steps would reject, takes the steps themselves.
+    // A cell holds speed << 8 | row (row k_no_entry: the steps find none).
+
+    static constexpr uint16_t k_by_steps = 0xFFFF; // only the steps can answer
+    static constexpr uint16_t k_no_speed = 0xFFFE; // the family lacks the speed: nothing written
+    static constexpr uint16_t k_invalid = 0xFFFD;  // slot 15 answers CVN_NP_ERR_INVALID
+    static constexpr uint16_t k_no_entry = 0xFF;
+    static constexpr const np_info &k_info = *F.tables.np_info_table;
+    template <std::size_t keys> struct answers {
+        uint16_t at[keys][256];
+    };
+
+    static constexpr uint16_t cell_of(speed k, uint32_t row)
+    {
+        return row < k_no_entry || row == UINT32_MAX
+                   ? static_cast<uint16_t>(k << 8 | (row & k_no_entry))
+                   : k_by_steps;
+    }
+    static constexpr const speed_tables *constexpr_speed_of_type(uint32_t code)
+    {
+        for (std::size_t t = 0; t < F.type_count; ++t)
+            if (F.types[t].code == code)
+                return &F.speeds[F.types[t].tables];
+        return nullptr;
+    }
+    static constexpr const speed_tables *constexpr_speed_of_port_type(uint32_t port_type)
+    {
+        for (const speed_tables &s : F.speeds)
+            if (s.fplate_index != nullptr && facts(s).port_type == port_type)
+                return &s;
+        return nullptr;
+    }
+
+    // Slot 15: (NP, NP-local port) -> the row slot 41 finds in the NP-local
+    // map of the speed of the port's type.
+    static constexpr answers<np_port_index::k_nps> np_port_answers()
+    {
+        answers<np_port_index::k_nps> a{};
+        for (uint32_t np = 0; np < np_port_index::k_nps; ++np) {
+            for (uint32_t p = 0; p < 256; ++p) {
+                const speed_tables *s = constexpr_speed_of_type(F.np_port_ifsub_type(p));
+                const auto k = static_cast<speed>(s - F.speeds);
+                const np_port_index *x = s != nullptr ? s->np_port_rows : nullptr;
+                const uint32_t block =
+                    uint32_t{k_info.*k_speed_facts[k].port_cage} * k_info.cage_per_complex;
+                a.at[np][p] = np >= k_info.num_complex || p > F.max_np_port ? k_invalid
+                              : s == nullptr                                ? k_by_steps
+                              : s->fplate_index == nullptr                  ? k_no_speed
+                              : block == x->block && np < x->nps ? cell_of(k, x->row(np, p))
+                                                                 : k_by_steps;
+            }
+        }
+        return a;
+    }
+    static constexpr answers<np_port_index::k_nps> k_np_port_answers = np_port_answers();
+
+    // Slot 43: (port type, faceplate port) -> the row in the faceplate map of
+    // the port type's speed.
+    static constexpr answers<CVN_NP_PORT_TYPE_100GE + 1> fplate_answers()
+    {
+        answers<CVN_NP_PORT_TYPE_100GE + 1> a{};
+        for (uint32_t type = 0; type <= CVN_NP_PORT_TYPE_100GE; ++type) {
+            for (uint32_t f = 0; f < 256; ++f) {
+                const speed_tables *s = constexpr_speed_of_port_type(type);
+                const int32_t index =
+                    s != nullptr && f < s->fplate_index_size ? s->fplate_index[f] : CVN_NP_NO_PORT;
+                const bool asserts = common::get_ifsubinst(f) >= k_info.num_cage || s == nullptr ||
+                                     index < 0 || index >= int32_t{k_info.*facts(*s).port_subslot};
+                a.at[type][f] = asserts ? k_by_steps
+                                        : cell_of(static_cast<speed>(s - F.speeds),
+                                                  static_cast<uint32_t>(index));
+            }
+        }
+        return a;
+    }
+    static constexpr answers<CVN_NP_PORT_TYPE_100GE + 1> k_fplate_answers = fplate_answers();
+
+    static constexpr current_map *k_card_np_port_maps[k_speeds] = {
+        F.speeds[0].card_np_port_map, F.speeds[1].card_np_port_map, F.speeds[2].card_np_port_map};
+    static constexpr current_map k_np_port_maps[k_speeds] = {
+        F.speeds[0].np_port_map, F.speeds[1].np_port_map, F.speeds[2].np_port_map};
+    static constexpr current_map *k_card_fplate_maps[k_speeds] = {
+        F.speeds[0].card_fplate_map, F.speeds[1].card_fplate_map, F.speeds[2].card_fplate_map};
+    static constexpr current_map k_fplate_maps[k_speeds] = {
+        F.speeds[0].fplate_map, F.speeds[1].fplate_map, F.speeds[2].fplate_map};
+
+    // The selected table holds `own` in `slot`.
+    template <auto slot, auto own> static bool holds() { return card_np_api->*slot == own; }
+    // Init sets card_np_api before it installs the family's records, so
+    // the records being installed means the table can be read.
+    static bool installed_info() { return *F.card_np_info == &k_info; }
 
     // ---- slots 0-7: card summary ----
 
@@ -506,13 +624,54 @@ template <const family &F> struct engine {
 
     static uint32_t info_to_front_port(uint32_t np_id, uint32_t np_port, uint32_t *front)
     {
+        uint32_t status = 0;
+        if (holds<&cvn_np_api::cvn_np_info_to_fplate_porttype, info_to_fplate_porttype>() &&
+            np_port_answer(np_id, np_port, front, nullptr, status)) [[likely]]
+            return status;
         uint32_t discarded_type = 0;
         return step<&cvn_np_api::cvn_np_info_to_fplate_porttype, info_to_fplate_porttype>(
             np_id, np_port, front, &discarded_type);
     }
 
+    // Slot 15's answer from the compile-time table, when it may be read
+    // (false: take the steps).
+    static bool np_port_answer(uint32_t np_id, uint32_t np_port, uint32_t *fplate_port,
+                               uint32_t *port_type, uint32_t &status)
+    {
+        if (!installed_info() || !holds<&cvn_np_api::cvn_np_how_many, how_many>() ||
+            !holds<&cvn_np_api::aux_cvn_np_info_to_mapping_info, info_to_mapping_info>() ||
+            !holds<&cvn_np_api::aux_np_port_to_mapping_info, np_port_to_mapping_info>() ||
+            np_id >= np_port_index::k_nps || np_port >= 256)
+            return false;
+        const uint16_t cell = k_np_port_answers.at[np_id][np_port];
+        const uint32_t k = cell >> 8;
+        if (k >= k_speeds) [[unlikely]] {
+            status = cell == k_invalid ? CVN_NP_ERR_INVALID : 0;
+            return cell != k_by_steps;
+        }
+        status = 0;
+        if (*k_card_np_port_maps[k] != k_np_port_maps[k])
+            return false;
+        if ((cell & k_no_entry) != k_no_entry) {
+            const port_mapping_entry &e = *k_np_port_maps[k][cell & k_no_entry];
+            put(fplate_port, e.phys_front_port);
+            put(port_type, e.port_type);
+        }
+        return true;
+    }
+
     static uint32_t info_to_fplate_porttype(uint32_t np_id, uint32_t np_port, uint32_t *fplate_port,
                                             uint32_t *port_type)
+    {
+        uint32_t status = 0;
+        if (np_port_answer(np_id, np_port, fplate_port, port_type, status)) [[likely]]
+            return status;
+        return info_to_fplate_porttype_by_steps(np_id, np_port, fplate_port, port_type);
+    }
+    [[gnu::noinline]] static uint32_t info_to_fplate_porttype_by_steps(uint32_t np_id,
+                                                                       uint32_t np_port,
+                                                                       uint32_t *fplate_port,
+                                                                       uint32_t *port_type)
     {
         if (np_id >= np_count() || np_port > F.max_np_port)
             return CVN_NP_ERR_INVALID;

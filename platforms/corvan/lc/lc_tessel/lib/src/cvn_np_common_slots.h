@@ -103,10 +103,10 @@ inline uint32_t set_subslot_ifsubinst_ifsubinst_port(uint16_t, uint32_t ifsubins
 {
     return ((ifsubinst << 4) & 0xFF) | (ifsubinst_port & 0x0F);
 }
-inline uint32_t get_subslot(uint32_t) { return 0; }
-inline uint32_t get_port(uint32_t front) { return front & 0xFF; }
-inline uint32_t get_ifsubinst(uint32_t front) { return (front & 0xF0) >> 4; }
-inline uint32_t get_ifsubinst_port(uint32_t front) { return front & 0x0F; }
+constexpr uint32_t get_subslot(uint32_t) { return 0; }
+constexpr uint32_t get_port(uint32_t front) { return front & 0xFF; }
+constexpr uint32_t get_ifsubinst(uint32_t front) { return (front & 0xF0) >> 4; }
+constexpr uint32_t get_ifsubinst_port(uint32_t front) { return front & 0x0F; }
 
 // Slot 44: the first of `count` entries that carries NP-local port
 // `np_port` gives its front port, faceplate port and port type; nothing is
