@@ -2,7 +2,6 @@
 // a row of facts per card written from the wiring rules, the behaviour they
 // share run over every row, then each family's own differences.
 #include <algorithm>
-#include <functional>
 #include <array>
 #include <cstring>
 #include <iterator>
@@ -15,6 +14,7 @@ namespace {
 using cvn_test::kFailStatus;
 using cvn_test::kInvalid;
 using cvn_test::kSentinel;
+using cvn_test::Swap;
 using Entry = port_mapping_entry;
 using Map = const Entry *const *;
 using V = std::vector<uint32_t>; // answers and outputs compared as one list
@@ -475,13 +475,6 @@ TEST_F(Brisca, InnerStepFollowsTheTable)
 
 // Slots 14, 15, 19 and 21 answer from compile-time tables only while every
 // step and current record is the family's own: each replaced one is obeyed.
-template <class T> void Swap(T &slot, T with, const std::function<void()> &check)
-{
-    const T own = slot;
-    slot = with;
-    check();
-    slot = own;
-}
 TEST_F(Brisca, ReplacedStepsAndRecordsAreObeyed)
 {
     cvn_np_api &t = cvn_np_api_brisca;

@@ -298,3 +298,42 @@ TEST_F(Quellon, EveryPortAndNpLocalPortMapsByItsIndexAndAsksItsInstanceForTheTyp
     EXPECT_EQ(cvn_np_sim_ifsubsys_queries(), 0u);
 }
 } // namespace
+
+// Slots 14, 15 and 16 follow every replaced step of the selected table.
+TEST_F(Maruta, ReplacedStepsAreObeyed)
+{
+    cvn_np_api &t = cvn_np_api_maruta;
+    uint32_t f = kS, type = kS;
+    Swap(
+        t.cvn_np_how_many, +[] { return 0u; },
+        [&] { EXPECT_EQ(cvn_np_info_to_front_port(0, 116, &f), kInvalid); });
+    Swap(
+        t.aux_cvn_np_info_to_mapping_info,
+        +[](uint32_t, uint32_t, uint32_t, uint32_t *front, uint32_t *, uint32_t *) { *front = 66; },
+        [&] {
+            EXPECT_EQ(After(cvn_np_info_to_fplate_porttype(0, 116, &f, &type), f, type),
+                      tuple(0u, 66u, kS));
+        });
+    Swap(
+        t.cvn_np_info_to_fplate_porttype,
+        +[](uint32_t, uint32_t, uint32_t *, uint32_t *) { return 9u; },
+        [&] { EXPECT_EQ(cvn_np_info_to_front_port(0, 116, &f), 9u); });
+}
+TEST_F(Quellon, ReplacedStepsAreObeyed)
+{
+    Init(0x3D02C7);
+    cvn_np_api &t = cvn_np_api_quellon;
+    uint32_t f = kS;
+    Swap(
+        t.cvn_np_info_to_front_port, +[](uint32_t, uint32_t, uint32_t *) { return 9u; },
+        [&] { EXPECT_EQ(cvn_np_first_front_port_on_np(0, &f), 9u); });
+    // Two NPs to slot 16's own count, none to slot 14's.
+    Swap(
+        t.cvn_np_how_many,
+        +[] {
+            static uint32_t calls = 0;
+            return ++calls % 2 != 0 ? 2u : 0u;
+        },
+        [&] { EXPECT_EQ(After(cvn_np_first_front_port_on_np(0, &f), f), tuple(kInvalid, kS)); });
+    EXPECT_EQ(After(cvn_np_first_front_port_on_np(0, &f), f), tuple(0u, 1u));
+}

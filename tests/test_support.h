@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <functional>
 #include <string>
 
 #include "cvn_np_lib.h"
@@ -64,6 +65,16 @@ class LibTest : public ::testing::Test {
   private:
     uint32_t card_type_;
 };
+
+// Runs `check` with `slot` (a slot of an operation table or a current
+// record) replaced by `with`, then puts the family's own back.
+template <class T> void Swap(T &slot, T with, const std::function<void()> &check)
+{
+    const T own = slot;
+    slot = with;
+    check();
+    slot = own;
+}
 
 } // namespace cvn_test
 

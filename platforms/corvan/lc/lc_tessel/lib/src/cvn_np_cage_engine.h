@@ -384,28 +384,23 @@ template <const family &F> struct engine {
         step<&cvn_np_api::aux_cvn_np_front_port_to_mapping_info, front_port_to_mapping_info>(
             cage, port_of(front), type, np, np_port, fplate_port, port_type);
     }
-    static void fplate_mapping(uint32_t fplate, uint32_t port_type, uint32_t *np, uint32_t *np_port,
-                               uint32_t *front)
+    // The entry slot 43 would read for a faceplate port, from the
+    // compile-time table; NULL: take the steps.
+    static const port_mapping_entry *fplate_entry(uint32_t fplate, uint32_t port_type)
     {
-        if (installed_info() && holds<&cvn_np_api::cvn_np_lib_get_ifsubinst, get_ifsubinst>() &&
-            holds<&cvn_np_api::cvn_np_lib_get_port, get_port>() &&
-            holds<&cvn_np_api::aux_cvn_faceplate_to_mapping_info, faceplate_to_mapping_info>() &&
-            port_type <= CVN_NP_PORT_TYPE_100GE && fplate < 256) [[likely]] {
-            const uint16_t cell = k_fplate_answers.at[port_type][fplate];
-            const uint32_t k = cell >> 8;
-            if (k < k_speeds && *k_card_fplate_maps[k] == k_fplate_maps[k]) [[likely]] {
-                const port_mapping_entry &e = *k_fplate_maps[k][cell & k_no_entry];
-                put(np, e.np);
-                put(np_port, e.np_port);
-                put(front, e.phys_front_port);
-                return;
-            }
-        }
-        fplate_mapping_by_steps(fplate, port_type, np, np_port, front);
+        if (!installed_info() || !holds<&cvn_np_api::cvn_np_lib_get_ifsubinst, get_ifsubinst>() ||
+            !holds<&cvn_np_api::cvn_np_lib_get_port, get_port>() ||
+            !holds<&cvn_np_api::aux_cvn_faceplate_to_mapping_info, faceplate_to_mapping_info>() ||
+            port_type > CVN_NP_PORT_TYPE_100GE || fplate >= 256)
+            return nullptr;
+        const uint16_t cell = k_fplate_answers.at[port_type][fplate];
+        const uint32_t k = cell >> 8;
+        if (k >= k_speeds || *k_card_fplate_maps[k] != k_fplate_maps[k])
+            return nullptr;
+        return k_fplate_maps[k][cell & k_no_entry];
     }
-    [[gnu::noinline]] static void fplate_mapping_by_steps(uint32_t fplate, uint32_t port_type,
-                                                          uint32_t *np, uint32_t *np_port,
-                                                          uint32_t *front)
+    [[gnu::noinline]] static void fplate_mapping(uint32_t fplate, uint32_t port_type, uint32_t *np,
+                                                 uint32_t *np_port, uint32_t *front)
     {
         const uint32_t cage = step<&cvn_np_api::cvn_np_lib_get_ifsubinst, get_ifsubinst>(fplate);
         step<&cvn_np_api::aux_cvn_faceplate_to_mapping_info, faceplate_to_mapping_info>(
@@ -721,6 +716,8 @@ template <const family &F> struct engine {
 
     template <output field> static uint32_t faceplate_field(uint32_t port_type, uint32_t fplate)
     {
+        if (const port_mapping_entry *e = fplate_entry(fplate, port_type)) [[likely]]
+            return field == out_np ? e->np : field == out_np_port ? e->np_port : e->phys_front_port;
         uint32_t value = 0;
         fplate_mapping(fplate, port_type, field == out_np ? &value : nullptr,
                        field == out_np_port ? &value : nullptr,
@@ -732,6 +729,12 @@ template <const family &F> struct engine {
                                                     uint32_t *np, uint32_t *np_port,
                                                     uint32_t *front)
     {
+        if (const port_mapping_entry *e = fplate_entry(fplate, port_type)) [[likely]] {
+            put(np, e->np);
+            put(np_port, e->np_port);
+            put(front, e->phys_front_port);
+            return 0;
+        }
         fplate_mapping(fplate, port_type, np, np_port, front);
         return 0;
     }

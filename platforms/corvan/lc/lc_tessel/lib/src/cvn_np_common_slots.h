@@ -60,11 +60,15 @@ template <auto slot, class... Args> auto forward(Args... args)
 // The public function of `slot`, but a direct call of the family's own
 // `own` while the selected table holds it: an inner step costs one pointer
 // comparison, and a slot that a caller has replaced is still obeyed.
+template <auto slot, class... Args> [[gnu::cold, gnu::noinline]] auto step_by_table(Args... args)
+{
+    return forward<slot>(args...);
+}
 template <auto slot, auto own, class... Args> auto through_table(Args... args)
 {
     if (initialized != 0 && card_np_api->*slot == own) [[likely]]
         return own(args...);
-    return forward<slot>(args...);
+    return step_by_table<slot>(args...);
 }
 
 // The entry that closes a mapping table: every field 0xFF.

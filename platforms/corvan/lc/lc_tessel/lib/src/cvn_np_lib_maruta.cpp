@@ -198,8 +198,19 @@ uint32_t front_port_mapping_info(uint32_t front, uint32_t *np, uint32_t *np_port
 
 // ---- slots 13-18: NP to front port ----
 
+bool np_port_answer(uint32_t, uint32_t, uint32_t *, uint32_t *, uint32_t &);
+[[gnu::noinline]] uint32_t info_to_fplate_porttype_by_steps(uint32_t, uint32_t, uint32_t *,
+                                                            uint32_t *);
 uint32_t info_to_fplate_porttype(uint32_t np_id, uint32_t np_port, uint32_t *front,
                                  uint32_t *port_type)
+{
+    uint32_t status = 0;
+    if (np_port_answer(np_id, np_port, front, port_type, status)) [[likely]]
+        return status;
+    return info_to_fplate_porttype_by_steps(np_id, np_port, front, port_type);
+}
+uint32_t info_to_fplate_porttype_by_steps(uint32_t np_id, uint32_t np_port, uint32_t *front,
+                                          uint32_t *port_type)
 {
     if (np_id >= through_table<&api::cvn_np_how_many, how_many>())
         return CVN_NP_ERR_INVALID;
@@ -208,8 +219,27 @@ uint32_t info_to_fplate_porttype(uint32_t np_id, uint32_t np_port, uint32_t *fro
     return 0;
 }
 
+// Slots 14 and 15 while slots 2 and 41 are maruta's own: slot 41 reads its
+// index, with no call and no stack frame (false: take the steps).
+bool np_port_answer(uint32_t np_id, uint32_t np_port, uint32_t *front, uint32_t *port_type,
+                    uint32_t &status)
+{
+    if (initialized == 0 || card_np_api->cvn_np_how_many != how_many ||
+        card_np_api->aux_cvn_np_info_to_mapping_info != info_to_mapping_info || np_port >= 256)
+        return false;
+    status = np_id < k_nps ? 0 : CVN_NP_ERR_INVALID;
+    if (np_id < k_nps)
+        info_to_mapping_info(np_id, np_port, 0, front, nullptr, port_type);
+    return true;
+}
+
 uint32_t info_to_front_port(uint32_t np_id, uint32_t np_port, uint32_t *front)
 {
+    uint32_t status = 0;
+    if (initialized != 0 &&
+        card_np_api->cvn_np_info_to_fplate_porttype == info_to_fplate_porttype &&
+        np_port_answer(np_id, np_port, front, nullptr, status)) [[likely]]
+        return status;
     uint32_t discarded_type = 0;
     return through_table<&api::cvn_np_info_to_fplate_porttype, info_to_fplate_porttype>(
         np_id, np_port, front, &discarded_type);

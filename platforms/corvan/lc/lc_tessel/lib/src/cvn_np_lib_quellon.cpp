@@ -201,15 +201,19 @@ static_assert([] {
 
 // The port in use with that NP and NP-local port writes its index; nothing
 // is written when there is none, nor through a NULL output.
-uint32_t info_to_front_port(uint32_t np_id, uint32_t np_port, uint32_t *front)
+uint32_t front_port_of_np(uint32_t nps, uint32_t np_id, uint32_t np_port, uint32_t *front)
 {
-    if (np_id >= np_count())
+    if (np_id >= nps)
         return CVN_NP_ERR_INVALID;
     const uint32_t k = np_port - k_first_np_port;
     if (np_id < k_table_ports / k_ports_per_np && k < k_ports_per_np &&
         port_of(np_id, k) < ports_in_use())
         common::put(front, port_of(np_id, k));
     return 0;
+}
+uint32_t info_to_front_port(uint32_t np_id, uint32_t np_port, uint32_t *front)
+{
+    return front_port_of_np(np_count(), np_id, np_port, front);
 }
 
 // Slot 14 as the other slots ask it; they read its answer from a local
@@ -239,8 +243,14 @@ uint32_t info_to_fplate_porttype(uint32_t np_id, uint32_t np_port, uint32_t *fpl
 // The NP's port whose NP-local port is 192 (slots 16 and 17).
 uint32_t first_front_port_on_np(uint32_t np_id, uint32_t *front)
 {
-    if (np_id >= np_count())
+    const uint32_t nps = np_count();
+    if (np_id >= nps)
         return CVN_NP_ERR_INVALID;
+    // Slot 14 counts the NPs again with slot 2; while both are quellon's
+    // own that count is the one just made.
+    if (card_np_api->cvn_np_how_many == how_many &&
+        card_np_api->cvn_np_info_to_front_port == info_to_front_port) [[likely]]
+        return front_port_of_np(nps, np_id, k_first_np_port, front);
     return front_port_of(np_id, k_first_np_port, front);
 }
 
