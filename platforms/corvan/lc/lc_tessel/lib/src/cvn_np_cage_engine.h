@@ -16,6 +16,7 @@
 #ifndef CVN_NP_CAGE_ENGINE_H
 #define CVN_NP_CAGE_ENGINE_H
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
@@ -792,13 +793,31 @@ template <const family &F> struct engine {
         return common::ask_platform(cage_id, cage_id.subslot, subslot, ifsubsys, type);
     }
 
+    // The port type whose list slot 38 answers for each type code the
+    // family knows, by code - k_first_code (0xFF: unknown).
+    static constexpr uint32_t k_first_code = [] {
+        uint32_t first = UINT32_MAX;
+        for (std::size_t t = 0; t < F.type_count; ++t)
+            first = F.types[t].code < first ? F.types[t].code : first;
+        return first;
+    }();
+    static constexpr auto k_list_of_code = [] {
+        std::array<uint8_t, 8> list{};
+        list.fill(0xFF);
+        for (std::size_t t = 0; t < F.type_count; ++t)
+            list.at(F.types[t].code - k_first_code) =
+                static_cast<uint8_t>(k_speed_facts[F.types[t].tables].port_type);
+        return list;
+    }();
+
     static const port_info *port_info_of_type(uint32_t subslot_num, uint32_t ifsubsys_num,
                                               uint32_t type)
     {
         require(subslot_num < info().num_subslot, F.text.subslot_num);
         require(ifsubsys_num < info().num_cage, F.text.ifsubsys_num);
-        const ifsub_type *t = find_type(type);
-        return t != nullptr ? speed_list(F.speeds[t->tables]) : F.dummy_port_info;
+        const uint32_t code = type - k_first_code;
+        const uint8_t list = code < k_list_of_code.size() ? k_list_of_code[code] : 0xFF;
+        return list != 0xFF ? (*F.card_port_info)[list] : F.dummy_port_info;
     }
 
     // 100GE modules index the faceplate-index table with the port value
