@@ -353,18 +353,17 @@ void check_configuration(const card &c, check_totals &totals)
 std::vector<std::vector<plug>> configurations(const card &c)
 {
     std::vector<std::vector<plug>> out;
-    const auto &types = c.fam->types;
+    std::vector<uint32_t> choice;
+    for (const module_type &t : c.fam->types)
+        choice.push_back(t.code);
+    choice.push_back(k_none);
     if (c.fam->kind != layout::subslot_eps) {
-        std::vector<uint32_t> choice;
-        for (const module_type &t : types)
-            choice.push_back(t.code);
-        choice.push_back(k_none);
         for (uint32_t shift = 0; shift <= 2 * choice.size(); ++shift) {
             std::vector<plug> plugs;
             for (uint32_t u = 0; u < c.units; ++u) {
                 // First all-equal (shift < n), then rotating mixes.
                 const size_t pick = shift < choice.size() ? shift : (u + shift) % choice.size();
-                const module_type *t = find_type(types, choice[pick]);
+                const module_type *t = find_type(c.fam->types, choice[pick]);
                 if (t != nullptr && t->units != 0 && ((t->units >> u) & 1) == 0)
                     continue;
                 plugs.push_back({0, u, choice[pick]});
@@ -373,10 +372,6 @@ std::vector<std::vector<plug>> configurations(const card &c)
         }
         return out;
     }
-    std::vector<uint32_t> instance_choice;
-    for (const module_type &t : types)
-        instance_choice.push_back(t.code);
-    instance_choice.push_back(k_none);
     for (const module_type &ep : c.fam->ep_types) {
         if (ep.ports != 0) {
             for (const module_type &other : c.fam->ep_types)
@@ -385,8 +380,8 @@ std::vector<std::vector<plug>> configurations(const card &c)
             out.push_back({{0, k_any, ep.code}});
             continue;
         }
-        for (uint32_t a : instance_choice)
-            for (uint32_t b : instance_choice) {
+        for (uint32_t a : choice)
+            for (uint32_t b : choice) {
                 std::vector<plug> plugs;
                 for (uint32_t s = 0; s < c.subslots; ++s) {
                     plugs.push_back({s, k_any, ep.code});
@@ -423,17 +418,19 @@ void check_every_card(check_totals &totals)
     }
 }
 
-void print_check_summary(const check_totals &totals)
+int print_check_summary(const check_totals &totals)
 {
+    const auto counted = [](size_t n, const std::string &what) {
+        return std::to_string(n) + " " + what + (n == 1 ? "" : "s");
+    };
     for (const auto &[k, count] : g_known_seen)
         std::cout << "known difference: " << k->families << " (" << k->checks << "): " << k->why
-                  << " (" << count << " case" << (count == 1 ? "" : "s") << ")\n";
-    std::cout << "checked " << totals.cards << " card type" << (totals.cards == 1 ? "" : "s")
-              << ", " << totals.configurations << " configuration"
-              << (totals.configurations == 1 ? "" : "s") << ", " << totals.ports
-              << " ports: " << totals.disagreements << " disagreement"
-              << (totals.disagreements == 1 ? "" : "s") << ", " << g_known_seen.size()
-              << " known difference" << (g_known_seen.size() == 1 ? "" : "s") << '\n';
+                  << " (" << counted(count, "case") << ")\n";
+    std::cout << "checked " << counted(totals.cards, "card type") << ", "
+              << counted(totals.configurations, "configuration") << ", " << totals.ports
+              << " ports: " << counted(totals.disagreements, "disagreement") << ", "
+              << counted(g_known_seen.size(), "known difference") << '\n';
+    return totals.disagreements == 0 ? 0 : 1;
 }
 
 } // namespace cvn_np_map
