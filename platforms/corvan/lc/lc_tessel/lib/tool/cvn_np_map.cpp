@@ -89,13 +89,8 @@ options parse(int argc, char **argv)
             o.modules.push_back(next());
         } else if (arg == "--format") {
             const std::string f = next();
-            if (f == "table")
-                o.fmt = format::table;
-            else if (f == "csv")
-                o.fmt = format::csv;
-            else if (f == "json")
-                o.fmt = format::json;
-            else
+            o.fmt = f == "csv" ? format::csv : f == "json" ? format::json : format::table;
+            if (o.fmt == format::table && f != "table")
                 throw usage_error{"unknown format '" + f + "' (table, csv or json)"};
         } else if (arg == "--svg") {
             o.svg = next();

@@ -32,6 +32,11 @@ struct module_type {
     const char *name;   // accepted on the command line besides the code
     uint32_t ports;     // per cage, instance or plain EP; 0 for a split EP
     uint32_t units = 0; // bit mask of the cages/instances that take it; 0: any
+
+    constexpr bool takes(uint32_t unit) const
+    {
+        return units == 0 || (unit < 32 && ((units >> unit) & 1) != 0);
+    }
 };
 
 struct family {

@@ -67,11 +67,6 @@ const family *family_named(const char *name)
     return nullptr;
 }
 
-bool takes(const module_type &t, uint32_t unit)
-{
-    return t.units == 0 || (unit < 32 && ((t.units >> unit) & 1) != 0);
-}
-
 std::string type_list(std::span<const module_type> types)
 {
     std::string out;
@@ -224,7 +219,7 @@ plug parse_module(const card &c, const std::string &text)
     if (p.type == k_unwritten)
         throw usage_error{where + "the " + c.fam->name + " family knows " + type_list(types)};
     const module_type *t = find_type(types, p.type);
-    if (t != nullptr && !ep_level && !takes(*t, p.unit))
+    if (t != nullptr && !ep_level && !t->takes(p.unit))
         throw usage_error{where + t->name + " does not fit instance " + std::to_string(p.unit)};
     return p;
 }
@@ -292,7 +287,7 @@ void list_ports(const card &c, port_map &m)
             const module_type *t = c.module_at(s, u);
             if (c.fam->kind == layout::instances)
                 t = &*std::find_if(c.fam->types.begin(), c.fam->types.end(),
-                                   [u](const module_type &x) { return takes(x, u); });
+                                   [u](const module_type &x) { return x.takes(u); });
             if (t != nullptr)
                 add_unit_ports(m, s, u, t->ports);
         }

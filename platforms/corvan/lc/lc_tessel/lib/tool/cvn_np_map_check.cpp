@@ -346,7 +346,7 @@ std::vector<std::vector<plug>> configurations(const card &c)
                 // First all-equal (shift < n), then rotating mixes.
                 const size_t pick = shift < choice.size() ? shift : (u + shift) % choice.size();
                 const module_type *t = find_type(c.fam->types, choice[pick]);
-                if (t != nullptr && t->units != 0 && ((t->units >> u) & 1) == 0)
+                if (t != nullptr && !t->takes(u))
                     continue;
                 plugs.push_back({0, u, choice[pick]});
             }
