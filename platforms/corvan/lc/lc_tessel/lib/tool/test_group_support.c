@@ -37,8 +37,9 @@ test_speed test_speed_get(int i)
 
 /* NP n owns the cages n * cage_per_complex .. (n + 1) * cage_per_complex - 1,
  * and the cards the self-test knows have num_cage = num_complex *
- * cage_per_complex: the walk over the cages is the walk over each NP's cages,
- * and NP n's first port sits at index port_cage * cage_per_complex * n. */
+ * cage_per_complex and a port in every cage at every speed: the walk over
+ * the cages is the walk over each NP's cages, and NP n's first port sits at
+ * index port_cage * cage_per_complex * n. */
 uint32_t test_port_group(const char *name, test_port_case_fn fn, int nps_only)
 {
     const uint32_t per_np = test_np_info->cage_per_complex;
