@@ -1,6 +1,5 @@
 // cvn_np_map - the port-map explorer.  See usage() and the README.
 #include <cstdlib>
-#include <cstring>
 #include <iostream>
 
 #include "cvn_np_lib.h"
@@ -90,13 +89,8 @@ options parse(int argc, char **argv)
             o.modules.push_back(next());
         } else if (arg == "--format") {
             const std::string f = next();
-            if (f == "table")
-                o.fmt = format::table;
-            else if (f == "csv")
-                o.fmt = format::csv;
-            else if (f == "json")
-                o.fmt = format::json;
-            else
+            o.fmt = f == "csv" ? format::csv : f == "json" ? format::json : format::table;
+            if (o.fmt == format::table && f != "table")
                 throw usage_error{"unknown format '" + f + "' (table, csv or json)"};
         } else if (arg == "--svg") {
             o.svg = next();
@@ -129,31 +123,23 @@ options parse(int argc, char **argv)
     return o;
 }
 
-uint32_t card_type_of(const char *text)
-{
-    char *end = nullptr;
-    const unsigned long long v = std::strtoull(text, &end, 0);
-    if (*text < '0' || *text > '9' || *end != '\0' || v > 0xFFFFFFFFull)
-        throw usage_error{std::string("card type '") + text + "' is not a number"};
-    return static_cast<uint32_t>(v);
-}
-
 int run(const options &o)
 {
     check_totals totals;
     if (o.all) {
         check_every_card(totals);
-        print_check_summary(totals);
-        return totals.disagreements == 0 ? 0 : 1;
+        return print_check_summary(totals);
     }
-    card c = open_card(card_type_of(o.card));
+    uint32_t type = 0;
+    if (!parse_number(o.card, type))
+        throw usage_error{std::string("card type '") + o.card + "' is not a number"};
+    card c = open_card(type);
     for (const std::string &m : o.modules)
         c.plugs.push_back(parse_module(c, m));
     validate_plugs(c);
     if (o.check) {
         check_card(c, totals);
-        print_check_summary(totals);
-        return totals.disagreements == 0 ? 0 : 1;
+        return print_check_summary(totals);
     }
     const port_map m = read_port_map(c);
     if (!o.question_kind.empty()) {

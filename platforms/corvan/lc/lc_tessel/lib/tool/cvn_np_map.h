@@ -32,6 +32,11 @@ struct module_type {
     const char *name;   // accepted on the command line besides the code
     uint32_t ports;     // per cage, instance or plain EP; 0 for a split EP
     uint32_t units = 0; // bit mask of the cages/instances that take it; 0: any
+
+    constexpr bool takes(uint32_t unit) const
+    {
+        return units == 0 || (unit < 32 && ((units >> unit) & 1) != 0);
+    }
 };
 
 struct family {
@@ -89,8 +94,6 @@ struct usage_error {
     std::string message;
 };
 
-const family *family_named(const char *name);
-std::span<const family> families();
 const module_type *find_type(std::span<const module_type> types, uint32_t code);
 
 // Selects the card in the library and the platform substitute (nothing
@@ -101,9 +104,8 @@ card open_card(uint32_t card_type);
 plug parse_module(const card &c, const std::string &text);
 // Checks the whole set (instance types need a split EP); throws usage_error.
 void validate_plugs(const card &c);
-// Tells the platform substitute what is plugged.
-void apply_plugs(const card &c);
-// The ports that exist for what is plugged, with the library's answers.
+// Tells the platform substitute what is plugged, and reads the ports that
+// exist for it with the library's answers.
 port_map read_port_map(const card &c);
 
 // A C integer literal, the whole text, within 32 bits.
@@ -126,13 +128,15 @@ void print_map(const card &c, const port_map &m, format f);
 void print_port(const port_row &r, format f);
 void write_svg(const card &c, const port_map &m, const std::string &path);
 
-// --check (cvn_np_map_check.cpp): returns the number of disagreements.
+// --check (cvn_np_map_check.cpp).
 struct check_totals {
     unsigned cards = 0, configurations = 0, ports = 0, disagreements = 0;
 };
 void check_card(const card &c, check_totals &totals);
 void check_every_card(check_totals &totals);
-void print_check_summary(const check_totals &totals);
+// Prints the known differences seen and the totals; returns the exit
+// status, 1 when there is a disagreement.
+int print_check_summary(const check_totals &totals);
 
 } // namespace cvn_np_map
 

@@ -16,17 +16,14 @@ namespace {
 
 // ---- What each family's cages, instances and subslots can hold ----------
 
-constexpr module_type k_three_speeds[] = {
-    {CVN_NP_IFSUB_TYPE_100GE, "100ge", 1},
-    {CVN_NP_IFSUB_TYPE_40GE, "40ge", 2},
-    {CVN_NP_IFSUB_TYPE_10GE, "10ge", 10},
-};
+// The three speeds, and 40ge_alt behind them on the cards that know it.
 constexpr module_type k_four_speeds[] = {
     {CVN_NP_IFSUB_TYPE_100GE, "100ge", 1},
     {CVN_NP_IFSUB_TYPE_40GE, "40ge", 2},
     {CVN_NP_IFSUB_TYPE_10GE, "10ge", 10},
     {CVN_NP_IFSUB_TYPE_40GE_ALT, "40ge_alt", 2},
 };
+constexpr std::span<const module_type> k_three_speeds = std::span(k_four_speeds).first(3);
 constexpr module_type k_dornik[] = {{CVN_NP_IFSUB_TYPE_DORNIK_100GE, "100ge", 1}};
 // Instances 0 and 2 are an NP's 100GE port, 1 and 3 its ten 10GE ports.
 constexpr module_type k_maruta[] = {
@@ -62,9 +59,12 @@ constexpr family k_families[] = {
     {"tolvar_1slice", layout::subslot_eps, k_three_speeds, k_tolvar_eps, false},
 };
 
-bool takes(const module_type &t, uint32_t unit)
+const family *family_named(const char *name)
 {
-    return t.units == 0 || (unit < 32 && ((t.units >> unit) & 1) != 0);
+    for (const family &f : k_families)
+        if (name != nullptr && std::string(name) == f.name)
+            return &f;
+    return nullptr;
 }
 
 std::string type_list(std::span<const module_type> types)
@@ -102,16 +102,6 @@ bool parse_number(const std::string &text, uint32_t &value)
         return false;
     value = static_cast<uint32_t>(v);
     return true;
-}
-
-std::span<const family> families() { return k_families; }
-
-const family *family_named(const char *name)
-{
-    for (const family &f : k_families)
-        if (name != nullptr && std::string(name) == f.name)
-            return &f;
-    return nullptr;
 }
 
 const module_type *find_type(std::span<const module_type> types, uint32_t code)
@@ -229,7 +219,7 @@ plug parse_module(const card &c, const std::string &text)
     if (p.type == k_unwritten)
         throw usage_error{where + "the " + c.fam->name + " family knows " + type_list(types)};
     const module_type *t = find_type(types, p.type);
-    if (t != nullptr && !ep_level && !takes(*t, p.unit))
+    if (t != nullptr && !ep_level && !t->takes(p.unit))
         throw usage_error{where + t->name + " does not fit instance " + std::to_string(p.unit)};
     return p;
 }
@@ -248,6 +238,8 @@ void validate_plugs(const card &c)
     }
 }
 
+namespace {
+
 void apply_plugs(const card &c)
 {
     cvn_np_sim_reset();
@@ -263,19 +255,12 @@ void apply_plugs(const card &c)
     }
 }
 
-namespace {
-
 void add_unit_ports(port_map &m, uint32_t subslot, uint32_t unit, uint32_t ports)
 {
-    for (uint32_t p = 0; p < ports; ++p) {
-        port_row r{};
-        r.front = cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port(static_cast<uint16_t>(subslot),
-                                                                  unit, p);
-        r.subslot = subslot;
-        r.unit = unit;
-        r.port = p;
-        m.ports.push_back(r);
-    }
+    for (uint32_t p = 0; p < ports; ++p)
+        m.ports.push_back({cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port(
+                               static_cast<uint16_t>(subslot), unit, p),
+                           subslot, unit, p});
 }
 
 // The ports that exist: a cage's by its module; an instance's always (the
@@ -293,21 +278,16 @@ void list_ports(const card &c, port_map &m)
                         add_unit_ports(m, s, i, t->ports);
                 continue;
             }
-            for (uint32_t k = 0; k < ep->ports; ++k) {
-                port_row r{};
-                r.front = cvn_np_lib_set_subslot_phy_port(static_cast<uint16_t>(s), k);
-                r.subslot = s;
-                r.unit = k_none;
-                r.port = k;
-                m.ports.push_back(r);
-            }
+            for (uint32_t k = 0; k < ep->ports; ++k)
+                m.ports.push_back(
+                    {cvn_np_lib_set_subslot_phy_port(static_cast<uint16_t>(s), k), s, k_none, k});
             continue;
         }
         for (uint32_t u = 0; u < c.units; ++u) {
             const module_type *t = c.module_at(s, u);
             if (c.fam->kind == layout::instances)
                 t = &*std::find_if(c.fam->types.begin(), c.fam->types.end(),
-                                   [u](const module_type &x) { return takes(x, u); });
+                                   [u](const module_type &x) { return x.takes(u); });
             if (t != nullptr)
                 add_unit_ports(m, s, u, t->ports);
         }

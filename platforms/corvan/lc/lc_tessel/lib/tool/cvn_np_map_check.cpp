@@ -160,8 +160,9 @@ struct checker {
     check_totals &totals;
     const port_map &m;
 
-    // One line per disagreement, unless a known difference covers it.
-    void disagree(const char *check, const context &x, const std::string &what)
+    // One line per disagreement, its parts written one after another,
+    // unless a known difference covers it.
+    template <class... T> void disagree(const char *check, const context &x, const T &...what)
     {
         for (const known_difference &k : k_known)
             if (listed(k.families, c.fam->name) && listed(k.checks, check) && k.applies(x)) {
@@ -169,16 +170,11 @@ struct checker {
                 return;
             }
         ++totals.disagreements;
-        std::cout << hex(c.type) << " [" << plugs_text(c) << "] " << check << ": " << what << '\n';
+        std::cout << hex(c.type) << " [" << plugs_text(c) << "] " << check << ": ";
+        (std::cout << ... << what) << '\n';
     }
-    void disagree(const char *check, const port_row &r, const std::string &what)
-    {
-        disagree(check, context{c, &r, nullptr}, what);
-    }
-    void disagree(const char *check, const np_row &n, const std::string &what)
-    {
-        disagree(check, context{c, nullptr, &n}, what);
-    }
+    context on(const port_row &r) const { return {c, &r, nullptr}; }
+    context on(const np_row &n) const { return {c, nullptr, &n}; }
 
     // The type that decides a row's answers: its cage's or instance's
     // module, or its EP.
@@ -188,15 +184,14 @@ struct checker {
                                                                     : c.plugged(r.subslot, r.unit);
     }
 
-    std::string at(const port_row &r) const { return "front " + hex(r.front); }
+    static std::string at(const port_row &r) { return "front " + hex(r.front); }
 
     void front_port(const port_row &r)
     {
         if (r.status != 0 || r.np == k_unwritten || r.np_port == k_unwritten ||
             r.fplate == k_unwritten || r.port_type == k_unwritten) {
-            disagree("mapped", r,
-                     at(r) + ": cvn_np_front_port_mapping_info answers status " + hex(r.status) +
-                         " np " + hex(r.np) + " np_port " + hex(r.np_port));
+            disagree("mapped", on(r), at(r), ": cvn_np_front_port_mapping_info answers status ",
+                     hex(r.status), " np ", hex(r.np), " np_port ", hex(r.np_port));
             return;
         }
         const uint32_t np = cvn_np_front_port_to_np(r.front);
@@ -207,12 +202,9 @@ struct checker {
             cvn_np_front_port_to_face_plate_port(r.front, &fplate, &fplate_type);
         if (np != r.np || np_port != r.np_port || port_type != r.port_type || status != 0 ||
             fplate != r.fplate || fplate_type != r.port_type)
-            disagree("front-port", r,
-                     at(r) + ": mapping info np " + std::to_string(r.np) + " port " +
-                         std::to_string(r.np_port) + " fplate " + hex(r.fplate) + " type " +
-                         std::to_string(r.port_type) + ", single calls np " + std::to_string(np) +
-                         " port " + std::to_string(np_port) + " fplate " + hex(fplate) + " type " +
-                         std::to_string(port_type));
+            disagree("front-port", on(r), at(r), ": mapping info np ", r.np, " port ", r.np_port,
+                     " fplate ", hex(r.fplate), " type ", r.port_type, ", single calls np ", np,
+                     " port ", np_port, " fplate ", hex(fplate), " type ", port_type);
 
         uint32_t back = k_unwritten, back_fplate = k_unwritten, back_type = k_unwritten;
         const uint32_t s14 = cvn_np_info_to_front_port(r.np, r.np_port, &back);
@@ -220,10 +212,9 @@ struct checker {
             cvn_np_info_to_fplate_porttype(r.np, r.np_port, &back_fplate, &back_type);
         if (s14 != 0 || s15 != 0 || back != r.front || back_fplate != r.fplate ||
             back_type != r.port_type)
-            disagree("np-port-to-front", r,
-                     at(r) + " (np " + std::to_string(r.np) + " port " + std::to_string(r.np_port) +
-                         "): back to front " + hex(back) + " fplate " + hex(back_fplate) +
-                         " type " + hex(back_type) + " status " + hex(s14) + "/" + hex(s15));
+            disagree("np-port-to-front", on(r), at(r), " (np ", r.np, " port ", r.np_port,
+                     "): back to front ", hex(back), " fplate ", hex(back_fplate), " type ",
+                     hex(back_type), " status ", hex(s14), "/", hex(s15));
 
         // A port of type NONE has no faceplate port of a speed to ask about.
         if (r.port_type == CVN_NP_PORT_TYPE_NONE)
@@ -235,11 +226,9 @@ struct checker {
         const uint32_t f_np_port = cvn_faceplate_porttype_to_np_port(r.port_type, r.fplate);
         if (fnp != r.np || fnp_port != r.np_port || ffront != r.front || phys != r.front ||
             f_np != r.np || f_np_port != r.np_port)
-            disagree("faceplate", r,
-                     at(r) + " (fplate " + hex(r.fplate) + " type " + std::to_string(r.port_type) +
-                         "): faceplate gives front " + hex(ffront) + "/" + hex(phys) + " np " +
-                         hex(fnp) + "/" + hex(f_np) + " np_port " + hex(fnp_port) + "/" +
-                         hex(f_np_port));
+            disagree("faceplate", on(r), at(r), " (fplate ", hex(r.fplate), " type ", r.port_type,
+                     "): faceplate gives front ", hex(ffront), "/", hex(phys), " np ", hex(fnp),
+                     "/", hex(f_np), " np_port ", hex(fnp_port), "/", hex(f_np_port));
     }
 
     // No two ports share an NP port, or a faceplate port of one type.
@@ -251,14 +240,12 @@ struct checker {
                 continue;
             const auto [np_it, np_new] = by_np.insert({{r.np, r.np_port}, &r});
             if (!np_new)
-                disagree("unique", context{c, &r, nullptr, np_it->second},
-                         at(r) + " and front " + hex(np_it->second->front) + " share np " +
-                             std::to_string(r.np) + " port " + std::to_string(r.np_port));
+                disagree("unique", context{c, &r, nullptr, np_it->second}, at(r), " and ",
+                         at(*np_it->second), " share np ", r.np, " port ", r.np_port);
             const auto [fp_it, fp_new] = by_fplate.insert({{r.port_type, r.fplate}, &r});
             if (!fp_new)
-                disagree("unique", context{c, &r, nullptr, fp_it->second},
-                         at(r) + " and front " + hex(fp_it->second->front) +
-                             " share faceplate port " + hex(r.fplate));
+                disagree("unique", context{c, &r, nullptr, fp_it->second}, at(r), " and ",
+                         at(*fp_it->second), " share faceplate port ", hex(r.fplate));
         }
     }
 
@@ -276,25 +263,22 @@ struct checker {
                         first_row = &r;
                 }
             const uint32_t t = types.size() == 1 ? *types.begin() : k_none;
-            const std::string np = "np " + std::to_string(n.np);
             if (n.local_ports != found)
-                disagree("local-port-count", n,
-                         np + ": cvn_np_info_num_local_ports " + std::to_string(n.local_ports) +
-                             ", ports found " + std::to_string(found));
+                disagree("local-port-count", on(n), "np ", n.np, ": cvn_np_info_num_local_ports ",
+                         n.local_ports, ", ports found ", found);
             if (found == 0 && n.first_status == 0 && n.first_front != k_unwritten)
-                disagree("first-port", n,
-                         np + " serves no port, yet its first front port is " + hex(n.first_front));
+                disagree("first-port", on(n), "np ", n.np,
+                         " serves no port, yet its first front port is ", hex(n.first_front));
             if (found != 0 && (n.first_status != 0 || first_row == nullptr))
-                disagree("first-port", n,
-                         np + ": first front port " + hex(n.first_front) + " (status " +
-                             hex(n.first_status) + ") is not one of its ports");
+                disagree("first-port", on(n), "np ", n.np, ": first front port ",
+                         hex(n.first_front), " (status ", hex(n.first_status),
+                         ") is not one of its ports");
             // The per-type count, where every port of the NP has one type.
             if (c.fam->per_type_count && found != 0 && t != k_none) {
                 const uint32_t count = aux_cvn_np_info_num_local_ports(0, n.np, t);
                 if (count != found && !partly_plugged(n.np))
-                    disagree("type-count", n,
-                             np + ": aux_cvn_np_info_num_local_ports(" + hex(t) + ") " +
-                                 std::to_string(count) + ", ports found " + std::to_string(found));
+                    disagree("type-count", on(n), "np ", n.np, ": aux_cvn_np_info_num_local_ports(",
+                             hex(t), ") ", count, ", ports found ", found);
             }
         }
     }
@@ -325,10 +309,8 @@ struct checker {
             const uint32_t listed =
                 list == nullptr || list->port_type == CVN_NP_PORT_TYPE_END ? 0 : list->num_ports;
             if (listed != found)
-                disagree("port-info", context{c, nullptr, nullptr, nullptr, u},
-                         "unit " + std::to_string(u) + ": port list says " +
-                             std::to_string(listed) + " ports, " + std::to_string(found) +
-                             " exist");
+                disagree("port-info", context{c, nullptr, nullptr, nullptr, u}, "unit ", u,
+                         ": port list says ", listed, " ports, ", found, " exist");
         }
     }
 };
@@ -353,19 +335,18 @@ void check_configuration(const card &c, check_totals &totals)
 std::vector<std::vector<plug>> configurations(const card &c)
 {
     std::vector<std::vector<plug>> out;
-    const auto &types = c.fam->types;
+    std::vector<uint32_t> choice;
+    for (const module_type &t : c.fam->types)
+        choice.push_back(t.code);
+    choice.push_back(k_none);
     if (c.fam->kind != layout::subslot_eps) {
-        std::vector<uint32_t> choice;
-        for (const module_type &t : types)
-            choice.push_back(t.code);
-        choice.push_back(k_none);
         for (uint32_t shift = 0; shift <= 2 * choice.size(); ++shift) {
             std::vector<plug> plugs;
             for (uint32_t u = 0; u < c.units; ++u) {
                 // First all-equal (shift < n), then rotating mixes.
                 const size_t pick = shift < choice.size() ? shift : (u + shift) % choice.size();
-                const module_type *t = find_type(types, choice[pick]);
-                if (t != nullptr && t->units != 0 && ((t->units >> u) & 1) == 0)
+                const module_type *t = find_type(c.fam->types, choice[pick]);
+                if (t != nullptr && !t->takes(u))
                     continue;
                 plugs.push_back({0, u, choice[pick]});
             }
@@ -373,10 +354,6 @@ std::vector<std::vector<plug>> configurations(const card &c)
         }
         return out;
     }
-    std::vector<uint32_t> instance_choice;
-    for (const module_type &t : types)
-        instance_choice.push_back(t.code);
-    instance_choice.push_back(k_none);
     for (const module_type &ep : c.fam->ep_types) {
         if (ep.ports != 0) {
             for (const module_type &other : c.fam->ep_types)
@@ -385,8 +362,8 @@ std::vector<std::vector<plug>> configurations(const card &c)
             out.push_back({{0, k_any, ep.code}});
             continue;
         }
-        for (uint32_t a : instance_choice)
-            for (uint32_t b : instance_choice) {
+        for (uint32_t a : choice)
+            for (uint32_t b : choice) {
                 std::vector<plug> plugs;
                 for (uint32_t s = 0; s < c.subslots; ++s) {
                     plugs.push_back({s, k_any, ep.code});
@@ -423,17 +400,19 @@ void check_every_card(check_totals &totals)
     }
 }
 
-void print_check_summary(const check_totals &totals)
+int print_check_summary(const check_totals &totals)
 {
+    const auto counted = [](size_t n, const std::string &what) {
+        return std::to_string(n) + " " + what + (n == 1 ? "" : "s");
+    };
     for (const auto &[k, count] : g_known_seen)
         std::cout << "known difference: " << k->families << " (" << k->checks << "): " << k->why
-                  << " (" << count << " case" << (count == 1 ? "" : "s") << ")\n";
-    std::cout << "checked " << totals.cards << " card type" << (totals.cards == 1 ? "" : "s")
-              << ", " << totals.configurations << " configuration"
-              << (totals.configurations == 1 ? "" : "s") << ", " << totals.ports
-              << " ports: " << totals.disagreements << " disagreement"
-              << (totals.disagreements == 1 ? "" : "s") << ", " << g_known_seen.size()
-              << " known difference" << (g_known_seen.size() == 1 ? "" : "s") << '\n';
+                  << " (" << counted(count, "case") << ")\n";
+    std::cout << "checked " << counted(totals.cards, "card type") << ", "
+              << counted(totals.configurations, "configuration") << ", " << totals.ports
+              << " ports: " << counted(totals.disagreements, "disagreement") << ", "
+              << counted(g_known_seen.size(), "known difference") << '\n';
+    return totals.disagreements == 0 ? 0 : 1;
 }
 
 } // namespace cvn_np_map

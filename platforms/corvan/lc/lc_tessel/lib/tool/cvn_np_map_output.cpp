@@ -41,8 +41,9 @@ const std::vector<std::string> k_port_header = {"front",  "subslot", "unit", "po
                                                 "fplate", "type",    "np",   "np_port"};
 const std::vector<std::string> k_np_header = {"np", "local_ports", "first_front"};
 
-void print_aligned(const std::vector<std::string> &header,
-                   const std::vector<std::vector<std::string>> &rows)
+// Aligned columns (the table) or comma-separated cells (CSV), header first.
+void print_rows(const std::vector<std::string> &header,
+                const std::vector<std::vector<std::string>> &rows, format f)
 {
     std::vector<size_t> width(header.size());
     for (size_t i = 0; i < header.size(); ++i) {
@@ -53,21 +54,11 @@ void print_aligned(const std::vector<std::string> &header,
     auto line = [&](const std::vector<std::string> &cells) {
         std::string out;
         for (size_t i = 0; i < cells.size(); ++i)
-            out += std::string(width[i] - cells[i].size() + (i == 0 ? 0 : 2), ' ') + cells[i];
+            out += (f == format::csv
+                        ? std::string(i == 0 ? "" : ",")
+                        : std::string(width[i] - cells[i].size() + (i == 0 ? 0 : 2), ' ')) +
+                   cells[i];
         std::cout << out << '\n';
-    };
-    line(header);
-    for (const auto &row : rows)
-        line(row);
-}
-
-void print_csv(const std::vector<std::string> &header,
-               const std::vector<std::vector<std::string>> &rows)
-{
-    auto line = [](const std::vector<std::string> &cells) {
-        for (size_t i = 0; i < cells.size(); ++i)
-            std::cout << (i == 0 ? "" : ",") << cells[i];
-        std::cout << '\n';
     };
     line(header);
     for (const auto &row : rows)
@@ -117,14 +108,11 @@ void print_map(const card &c, const port_map &m, format f)
     case format::table:
         std::cout << "card " << hex(c.type) << " (" << c.fam->name << "), " << plugs_text(c)
                   << "\n\n";
-        print_aligned(k_port_header, ports);
-        std::cout << '\n';
-        print_aligned(k_np_header, nps);
-        break;
+        [[fallthrough]];
     case format::csv:
-        print_csv(k_port_header, ports);
+        print_rows(k_port_header, ports, f);
         std::cout << '\n';
-        print_csv(k_np_header, nps);
+        print_rows(k_np_header, nps, f);
         break;
     case format::json:
         std::cout << "{\n  \"card_type\": " << c.type << ",\n  \"family\": \"" << c.fam->name
@@ -145,13 +133,10 @@ void print_map(const card &c, const port_map &m, format f)
 
 void print_port(const port_row &r, format f)
 {
-    const std::vector<std::vector<std::string>> rows = {port_cells(r)};
-    if (f == format::table)
-        print_aligned(k_port_header, rows);
-    else if (f == format::csv)
-        print_csv(k_port_header, rows);
+    if (f != format::json)
+        print_rows(k_port_header, {port_cells(r)}, f);
     else {
-        print_json_object(k_port_header, rows[0]);
+        print_json_object(k_port_header, port_cells(r));
         std::cout << '\n';
     }
 }

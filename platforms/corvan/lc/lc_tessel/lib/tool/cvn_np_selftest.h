@@ -100,13 +100,16 @@ typedef struct test_answers {
     uint32_t front;
 } test_answers;
 
-/* One case of the front-port loop: speed, subslot s, cage c, port p within
- * the cage, the front-port code and the table index of (c, p). */
+/* One case of the port walk: speed, subslot s, cage c, port p within the
+ * cage, the NP n that owns the cage and the cage's place k among the NP's
+ * cages, the front-port code and the table index of (c, p). */
 typedef struct test_port_case {
     const test_speed *speed;
     uint32_t s;
     uint32_t c;
     uint32_t p;
+    uint32_t n;
+    uint32_t k;
     uint32_t code;
     uint32_t index;
 } test_port_case;
@@ -114,11 +117,16 @@ typedef struct test_port_case {
 /* A case routine: prints its case line and returns 1 for a failure. */
 typedef uint32_t (*test_port_case_fn)(const test_port_case *pc, test_answers *a);
 
+/* The relation and the verdict of a case line, by whether the case failed. */
+#define TEST_REL(bad) ((bad) ? "!=" : "=")
+#define TEST_VERDICT(bad) ((bad) ? "ERROR" : "ok")
+
 /* Prints the group header "<name> board type 0x%08x". */
 void test_group_begin(const char *name);
 /* Prints the group's "passed" or "has N failed cases" line; returns failed. */
 uint32_t test_group_end(const char *name, uint32_t failed);
-/* A whole group over the front-port loop (speed, subslot, cage, port). */
-uint32_t test_front_port_group(const char *name, test_port_case_fn fn);
+/* A whole group over the port walk (speed, subslot, cage, port); with
+ * nps_only, one case per speed, subslot and NP, at the NP's first port. */
+uint32_t test_port_group(const char *name, test_port_case_fn fn, int nps_only);
 
 #endif /* CVN_NP_SELFTEST_H */

@@ -40,6 +40,7 @@ void test_nplib_card_info(void)
     uint32_t how_many = cvn_np_how_many();
     uint32_t chips = cvn_np_chip_how_many();
     const card_version *version = cvn_np_version_get();
+    int bad;
 
     test_group_begin("test_nplib_card_info");
     test_print_np_info(test_np_info);
@@ -49,29 +50,21 @@ void test_nplib_card_info(void)
     printf("    max_of_ifsubsys_per_subslot = %d\n", test_subslot_info.max_of_ifsubsys_per_subslot);
     printf("    max_ports_per_subslot = %d\n", test_subslot_info.max_ports_per_subslot);
 
-    if (how_many == test_np_info->num_complex) {
-        printf("  testing cvn_np_how_many: %d = %d, ok!\n", test_np_info->num_complex,
-               test_np_info->num_complex);
-    } else {
-        printf("  testing cvn_np_how_many: %d != %d, ERROR!\n", how_many,
-               test_np_info->num_complex);
-    }
-
-    if (chips == test_np_info->num_np) {
-        printf("  testing cvn_np_chip_how_many: %d = %d, ok!\n", chips, test_np_info->num_np);
-    } else {
-        printf("  testing cvn_np_chip_how_many: %d != %d, ERROR!\n", chips, test_np_info->num_np);
-    }
+    bad = how_many != test_np_info->num_complex;
+    printf("  testing cvn_np_how_many: %d %s %d, %s!\n", how_many, TEST_REL(bad),
+           test_np_info->num_complex, TEST_VERDICT(bad));
+    bad = chips != test_np_info->num_np;
+    printf("  testing cvn_np_chip_how_many: %d %s %d, %s!\n", chips, TEST_REL(bad),
+           test_np_info->num_np, TEST_VERDICT(bad));
 
     if (version == NULL) {
         printf("  testing cvn_np_version_get: cant get NP version. ERROR!\n");
-    } else if (version->ver_major == test_version.ver_major &&
-               version->ver_minor == test_version.ver_minor) {
-        printf("  testing cvn_np_version_get: %d.%c = %d.%c ok!\n", version->ver_major,
-               version->ver_minor, version->ver_major, version->ver_minor);
     } else {
-        printf("  testing cvn_np_version_get: %d.%c != %d.%c ERROR!\n", version->ver_major,
-               version->ver_minor, test_version.ver_major, test_version.ver_minor);
+        bad = version->ver_major != test_version.ver_major ||
+              version->ver_minor != test_version.ver_minor;
+        printf("  testing cvn_np_version_get: %d.%c %s %d.%c %s!\n", version->ver_major,
+               version->ver_minor, TEST_REL(bad), test_version.ver_major, test_version.ver_minor,
+               TEST_VERDICT(bad));
     }
 }
 
@@ -92,17 +85,12 @@ uint32_t test_cvn_np_port_info_get(void)
                 const port_info *got = aux_cvn_np_port_info_get(s, c, sp.ifsub_type);
                 uint16_t got_ports = (uint16_t)got->num_ports;
                 uint16_t exp_ports = (uint16_t)sp.port_info->num_ports;
+                int bad = got_ports != exp_ports || got->port_type != sp.port_info->port_type;
 
-                if (got_ports == exp_ports && got->port_type == sp.port_info->port_type) {
-                    printf("  %s subslot, cage (%d, %d) port info (%d, %d) = (%d, %d) ok.\n",
-                           sp.short_word, s, c, got_ports, got->port_type, got_ports,
-                           got->port_type);
-                } else {
-                    printf("  %s subslot, cage (%d, %d) port info (%d, %d) != (%d, %d) ERROR.\n",
-                           sp.short_word, s, c, got_ports, got->port_type, exp_ports,
-                           sp.port_info->port_type);
-                    failed++;
-                }
+                printf("  %s subslot, cage (%d, %d) port info (%d, %d) %s (%d, %d) %s.\n",
+                       sp.short_word, s, c, got_ports, got->port_type, TEST_REL(bad), exp_ports,
+                       sp.port_info->port_type, TEST_VERDICT(bad));
+                failed += (uint32_t)bad;
             }
         }
     }

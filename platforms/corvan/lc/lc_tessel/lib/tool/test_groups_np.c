@@ -1,11 +1,8 @@
 /*
  * test_groups_np.c - the NP groups (which start from an NP and an NP-local
- * port) and the complex groups.
- *
- * NP n owns the cages n * cage_per_complex .. (n + 1) * cage_per_complex - 1;
- * the phys map of a speed holds their ports in that order, so NP n's k-th
- * cage and port p sit at (cage_per_complex * n + k) * port_cage + p, and its
- * first port at port_cage * cage_per_complex * n.
+ * port) and the complex groups.  The NP groups walk the ports like the
+ * front-port groups, test_port_group giving each case its NP n and the NP's
+ * cage k; the expected entry is the phys-map entry at the case's index.
  */
 #include <stdint.h>
 #include <stdio.h>
@@ -13,175 +10,97 @@
 #include "cvn_np_lib.h"
 #include "cvn_np_selftest.h"
 
-/* One case of an NP group: speed, subslot s, NP n, its cage k, the NP-local port q and
- * the expected entry. */
-typedef struct test_np_case {
-    const test_speed *speed;
-    uint32_t s;
-    uint32_t n;
-    uint32_t k;
-    uint32_t q;
-    const port_mapping_entry *entry;
-} test_np_case;
-
-typedef uint32_t (*test_np_case_fn)(const test_np_case *nc, test_answers *a);
-
-/* A group with one case per speed, subslot and NP; the expected entry is
- * the NP's first port. */
-static uint32_t test_np_group(const char *name, test_np_case_fn fn)
-{
-    test_answers answers = {0, 0, 0, 0, 0};
-    uint32_t failed = 0;
-    int i;
-
-    test_group_begin(name);
-    for (i = 0; i < TEST_SPEEDS; i++) {
-        test_speed sp = test_speed_get(i);
-        test_np_case nc = {&sp, 0, 0, 0, 0, NULL};
-
-        for (nc.s = 0; nc.s < test_np_info->num_subslot; nc.s++) {
-            for (nc.n = 0; nc.n < test_np_info->num_complex; nc.n++) {
-                nc.entry = sp.phys_map[sp.port_cage * test_np_info->cage_per_complex * nc.n];
-                failed += fn(&nc, &answers);
-            }
-        }
-    }
-    return test_group_end(name, failed);
-}
-
-/* A group with one case per speed, subslot, NP, cage of the NP and port of
- * the cage; the NP-local port asked about is the expected entry's. */
-static uint32_t test_np_port_group(const char *name, test_np_case_fn fn)
-{
-    test_answers answers = {0, 0, 0, 0, 0};
-    uint32_t failed = 0;
-    uint32_t p;
-    int i;
-
-    test_group_begin(name);
-    for (i = 0; i < TEST_SPEEDS; i++) {
-        test_speed sp = test_speed_get(i);
-        test_np_case nc = {&sp, 0, 0, 0, 0, NULL};
-
-        for (nc.s = 0; nc.s < test_np_info->num_subslot; nc.s++) {
-            for (nc.n = 0; nc.n < test_np_info->num_complex; nc.n++) {
-                for (nc.k = 0; nc.k < test_np_info->cage_per_complex; nc.k++) {
-                    for (p = 0; p < sp.port_cage; p++) {
-                        uint32_t cage = test_np_info->cage_per_complex * nc.n + nc.k;
-
-                        nc.entry = sp.phys_map[cage * sp.port_cage + p];
-                        nc.q = nc.entry->np_port;
-                        failed += fn(&nc, &answers);
-                    }
-                }
-            }
-        }
-    }
-    return test_group_end(name, failed);
-}
-
 /* Every NP is expected to have cage_per_complex cages' worth of ports. */
-static uint32_t test_case_num_local_ports(const test_np_case *nc, test_answers *a)
+static uint32_t test_case_num_local_ports(const test_port_case *pc, test_answers *a)
 {
-    uint32_t expected = test_np_info->cage_per_complex * nc->speed->port_cage;
-    uint32_t got = aux_cvn_np_info_num_local_ports(nc->s, nc->n, nc->speed->ifsub_type);
+    uint32_t expected = test_np_info->cage_per_complex * pc->speed->port_cage;
+    uint32_t got = aux_cvn_np_info_num_local_ports(pc->s, pc->n, pc->speed->ifsub_type);
+    int bad = got != expected;
 
     (void)a;
-    if (got != expected) {
-        printf("  %s np %d num of ports %d != %d ERROR.\n", nc->speed->word, nc->n, got, expected);
-        return 1;
-    }
-    printf("  %s np %d num of ports %d = %d ok.\n", nc->speed->word, nc->n, got, got);
-    return 0;
+    printf("  %s np %d num of ports %d %s %d %s.\n", pc->speed->word, pc->n, got, TEST_REL(bad),
+           expected, TEST_VERDICT(bad));
+    return (uint32_t)bad;
 }
 
-static uint32_t test_case_np_to_front(const test_np_case *nc, test_answers *a)
+/* The NP-local port asked about is the phys-map entry's. */
+static uint32_t test_case_np_to_front(const test_port_case *pc, test_answers *a)
 {
-    const port_mapping_entry *e = nc->entry;
+    const port_mapping_entry *e = pc->speed->phys_map[pc->index];
+    int bad;
 
-    aux_cvn_np_info_to_mapping_info(nc->n, nc->q, nc->speed->ifsub_type, &a->front, NULL, NULL);
-    if (a->front != e->phys_front_port) {
-        printf("  %s np, cage, port (%d, %d, %d) front port %d != %d ERROR.\n", nc->speed->word,
-               nc->n, nc->k, nc->q, a->front, e->phys_front_port);
-        return 1;
-    }
-    printf("  %s np, cage, port (%d, %d, %d) front port %d = %d ok.\n", nc->speed->word, nc->n,
-           nc->k, nc->q, e->phys_front_port, e->phys_front_port);
-    return 0;
+    aux_cvn_np_info_to_mapping_info(pc->n, e->np_port, pc->speed->ifsub_type, &a->front, NULL,
+                                    NULL);
+    bad = a->front != e->phys_front_port;
+    printf("  %s np, cage, port (%d, %d, %d) front port %d %s %d %s.\n", pc->speed->word, pc->n,
+           pc->k, e->np_port, a->front, TEST_REL(bad), e->phys_front_port, TEST_VERDICT(bad));
+    return (uint32_t)bad;
 }
 
-static uint32_t test_case_np_to_fplate(const test_np_case *nc, test_answers *a)
+static uint32_t test_case_np_to_fplate(const test_port_case *pc, test_answers *a)
 {
-    const port_mapping_entry *e = nc->entry;
+    const port_mapping_entry *e = pc->speed->phys_map[pc->index];
+    int bad;
 
-    aux_cvn_np_info_to_mapping_info(nc->n, nc->q, nc->speed->ifsub_type, NULL, &a->fplate_port,
+    aux_cvn_np_info_to_mapping_info(pc->n, e->np_port, pc->speed->ifsub_type, NULL, &a->fplate_port,
                                     &a->port_type);
-    if (a->fplate_port != e->fplate_port || a->port_type != e->port_type) {
-        printf("  %s np, cage, port (%d, %d, %d) face_port, type (%d, %d) != (%d, %d) ERROR.\n",
-               nc->speed->word, nc->n, nc->k, nc->q, a->fplate_port, a->port_type, e->fplate_port,
-               e->port_type);
-        return 1;
-    }
-    printf("  %s np, cage, port (%d, %d, %d) face_port, type (%d, %d) = (%d, %d) ok.\n",
-           nc->speed->word, nc->n, nc->k, nc->q, e->fplate_port, e->port_type, e->fplate_port,
-           e->port_type);
-    return 0;
+    bad = a->fplate_port != e->fplate_port || a->port_type != e->port_type;
+    printf("  %s np, cage, port (%d, %d, %d) face_port, type (%d, %d) %s (%d, %d) %s.\n",
+           pc->speed->word, pc->n, pc->k, e->np_port, a->fplate_port, a->port_type, TEST_REL(bad),
+           e->fplate_port, e->port_type, TEST_VERDICT(bad));
+    return (uint32_t)bad;
 }
 
-static uint32_t test_case_first_front(const test_np_case *nc, test_answers *a)
+/* The expected entry is the NP's first port. */
+static uint32_t test_case_first_front(const test_port_case *pc, test_answers *a)
 {
-    const port_mapping_entry *e = nc->entry;
+    const port_mapping_entry *e = pc->speed->phys_map[pc->index];
+    int bad;
 
-    (void)aux_cvn_np_first_port_on_np(nc->n, 0, nc->speed->ifsub_type, &a->front, NULL, NULL);
-    if (a->front != e->phys_front_port) {
-        printf("  %s np %d first front port 0x%x != 0x%x ERROR.\n", nc->speed->word, nc->n,
-               a->front, e->phys_front_port);
-        return 1;
-    }
-    printf("  %s np %d first front port 0x%x = 0x%x ok.\n", nc->speed->word, nc->n,
-           e->phys_front_port, e->phys_front_port);
-    return 0;
+    (void)aux_cvn_np_first_port_on_np(pc->n, 0, pc->speed->ifsub_type, &a->front, NULL, NULL);
+    bad = a->front != e->phys_front_port;
+    printf("  %s np %d first front port 0x%x %s 0x%x %s.\n", pc->speed->word, pc->n, a->front,
+           TEST_REL(bad), e->phys_front_port, TEST_VERDICT(bad));
+    return (uint32_t)bad;
 }
 
-static uint32_t test_case_first_fplate(const test_np_case *nc, test_answers *a)
+static uint32_t test_case_first_fplate(const test_port_case *pc, test_answers *a)
 {
-    const port_mapping_entry *e = nc->entry;
+    const port_mapping_entry *e = pc->speed->phys_map[pc->index];
+    int bad;
 
-    (void)aux_cvn_np_first_port_on_np(nc->n, 0, nc->speed->ifsub_type, NULL, &a->fplate_port,
+    (void)aux_cvn_np_first_port_on_np(pc->n, 0, pc->speed->ifsub_type, NULL, &a->fplate_port,
                                       &a->port_type);
-    if (a->fplate_port != e->fplate_port || a->port_type != e->port_type) {
-        printf("  %s np %d first face port, type (%d, %d) != (%d, %d) ERROR.\n", nc->speed->word,
-               nc->n, a->fplate_port, a->port_type, e->fplate_port, e->port_type);
-        return 1;
-    }
-    printf("  %s np %d first face port, type (%d, %d) = (%d, %d) ok.\n", nc->speed->word, nc->n,
-           e->fplate_port, e->port_type, e->fplate_port, e->port_type);
-    return 0;
+    bad = a->fplate_port != e->fplate_port || a->port_type != e->port_type;
+    printf("  %s np %d first face port, type (%d, %d) %s (%d, %d) %s.\n", pc->speed->word, pc->n,
+           a->fplate_port, a->port_type, TEST_REL(bad), e->fplate_port, e->port_type,
+           TEST_VERDICT(bad));
+    return (uint32_t)bad;
 }
 
 uint32_t test_cvn_np_info_num_local_ports(void)
 {
-    return test_np_group("test_cvn_np_info_num_local_ports", test_case_num_local_ports);
+    return test_port_group("test_cvn_np_info_num_local_ports", test_case_num_local_ports, 1);
 }
 
 uint32_t test_cvn_np_info_to_front_port(void)
 {
-    return test_np_port_group("test_cvn_np_info_to_front_port", test_case_np_to_front);
+    return test_port_group("test_cvn_np_info_to_front_port", test_case_np_to_front, 0);
 }
 
 uint32_t test_cvn_np_info_to_fplate_porttype(void)
 {
-    return test_np_port_group("test_cvn_np_info_to_fplate_porttype", test_case_np_to_fplate);
+    return test_port_group("test_cvn_np_info_to_fplate_porttype", test_case_np_to_fplate, 0);
 }
 
 uint32_t test_cvn_np_first_front_port_on_np(void)
 {
-    return test_np_group("test_cvn_np_first_front_port_on_np", test_case_first_front);
+    return test_port_group("test_cvn_np_first_front_port_on_np", test_case_first_front, 1);
 }
 
 uint32_t test_cvn_np_first_fplate_porttype_on_np(void)
 {
-    return test_np_group("test_cvn_np_first_fplate_porttype_on_np", test_case_first_fplate);
+    return test_port_group("test_cvn_np_first_fplate_porttype_on_np", test_case_first_fplate, 1);
 }
 
 /* Every complex is expected in subslot 0. */
@@ -195,12 +114,8 @@ uint32_t test_cvn_np_complex_to_subslot(void)
     for (n = 0; n < test_np_info->num_complex; n++) {
         uint32_t got = cvn_np_complex_to_subslot((uint8_t)n);
 
-        if (got != 0) {
-            printf("  np %d subslot %d != 0 ERROR.\n", n, got);
-            failed++;
-        } else {
-            printf("  np %d subslot %d = 0 ok.\n", n, 0);
-        }
+        printf("  np %d subslot %d %s 0 %s.\n", n, got, TEST_REL(got != 0), TEST_VERDICT(got != 0));
+        failed += got != 0;
     }
     return test_group_end(name, failed);
 }
@@ -219,22 +134,19 @@ uint32_t test_cvn_np_complex_to_np(void)
         uint32_t ingress = cvn_np_complex_to_np((uint8_t)c, 1);
         uint32_t egress;
         uint32_t expected = per * c;
+        int bad;
 
-        if (ingress != expected) {
-            printf("  ingress np complex %d np %d != %d ERROR.\n", c, ingress, expected);
-            failed++;
-        } else {
-            printf("  ingress np complex %d np %d = %d ok.\n", c, ingress, expected);
-        }
+        bad = ingress != expected;
+        printf("  ingress np complex %d np %d %s %d %s.\n", c, ingress, TEST_REL(bad), expected,
+               TEST_VERDICT(bad));
+        failed += (uint32_t)bad;
 
         egress = cvn_np_complex_to_np((uint8_t)c, 0);
         expected = (per == 1) ? c : c * per + 1;
-        if (egress != expected) {
-            printf("  egress np complex %d np %d != %d ERROR.\n", c, egress, expected);
-            failed++;
-        } else {
-            printf("  egress np complex %d np %d = %d ok.\n", c, egress, egress);
-        }
+        bad = egress != expected;
+        printf("  egress np complex %d np %d %s %d %s.\n", c, egress, TEST_REL(bad), expected,
+               TEST_VERDICT(bad));
+        failed += (uint32_t)bad;
     }
     return test_group_end(name, failed);
 }
