@@ -42,8 +42,6 @@ template <uint32_t ports> constexpr int32_t split_entry_index(std::size_t bits)
 
 extern "C" {
 
-constexpr np_info np_info_1slice_tv = tv::card_np_info(1, 12);
-
 // (ep_type, spare, np_port_base, np_port_span) over the EP's ports.
 constexpr cvn_np_ep_data cvn_np_lib_tv_1slice_bay0_ep_info_types[12] = {
     tv::ep_row<tv::k_2x10g>(CVN_NP_IFSUB_TYPE_TV_2X10GE, k_spare, 192, 201),
@@ -59,6 +57,9 @@ constexpr cvn_np_ep_data cvn_np_lib_tv_1slice_bay0_ep_info_types[12] = {
     tv::ep_row<tv::k_10g_pair>(CVN_NP_IFSUB_TYPE_10GE, k_spare, 192, 213),
     tv::ep_row<tv::k_40g_pair>(CVN_NP_IFSUB_TYPE_40GE, k_spare, 96, 100),
 };
+
+// The card's EP data table is bay 0's.
+constexpr np_info np_info_1slice_tv = tv::card_np_info(1, cvn_np_lib_tv_1slice_bay0_ep_info_types);
 
 constexpr cvn_np_ep_data cvn_np_lib_tv_1slice_bay1_ep_info_types[9] = {
     tv::ep_row<k_b1_2x10g>(CVN_NP_IFSUB_TYPE_TV_2X10GE, k_spare, 192, 213),
@@ -104,7 +105,7 @@ constexpr tv::type_index k_bay_rows[] = {tv::rows_by_type(cvn_np_lib_tv_1slice_b
                                          tv::rows_by_type(cvn_np_lib_tv_1slice_bay1_ep_info_types)};
 
 // The row of a type in the bay's own table; none for another subslot.
-const cvn_np_ep_data *bay_ep_data_find(uint32_t subslot, uint32_t type)
+constexpr const cvn_np_ep_data *bay_ep_data_find(uint32_t subslot, uint32_t type)
 {
     const uint32_t bay = subslot & 0xFFFF;
     return bay < std::size(k_bay_rows) ? tv::row_for(k_bay_rows[bay], type) : nullptr;
@@ -181,8 +182,6 @@ constexpr tv::family k_tv_1slice = {
     .card_np_info = &tv_1slice_card_np_info,
     .info_types_table = cvn_np_lib_tv_1slice_bay0_ep_info_types,
     .card_info_types = &cvn_1slice_np_lib_info_types,
-    .rows_sizing_subslot =
-        std::size(cvn_np_lib_tv_1slice_bay0_ep_info_types), // bay 1 is not scanned
     .card_version_record = &tv_1slice_card_version,
     .card_subslot_info = &tv_1slice_card_subslot_info,
     .dummy_port_info = tv_1slice_dummy_port_info,
