@@ -7,6 +7,8 @@
 // port's bits 5..0; operations that start from the NP or its complex walk
 // both bays; slot 17 gives the first front port of one bay.
 
+#include <functional>
+
 #include "cvn_np_table_rows.h"
 #include "cvn_np_tolvar_engine.h"
 
@@ -94,6 +96,11 @@ static_assert(cvn_np_lib_tv_1slice_bay1_ep_info_types[0].entries[1]->np_port == 
 static_assert(cvn_np_lib_tv_1slice_bay1_ep_info_types[5].entries[19]->np_port == 149);
 static_assert(cvn_np_lib_tv_1slice_bay0_ep_info_types[8].entries ==
               cvn_np_lib_tv_1slice_bay0_ep_info_types[7].entries);
+// The index maps follow their rule in every row.
+static_assert(cvn_np::common::rows_follow(tv_1slice_phys_2_fplate_cage_10GE, split_entry_index<10>,
+                                          std::equal_to<>()) &&
+              cvn_np::common::rows_follow(tv_1slice_phys_2_fplate_cage_40GE, split_entry_index<2>,
+                                          std::equal_to<>()));
 static_assert(tv_1slice_phys_2_fplate_cage_10GE[0x13] == 13 &&
               tv_1slice_phys_2_fplate_cage_10GE[0x1A] == 255);
 static_assert(tv_1slice_phys_2_fplate_cage_40GE[0x11] == 3 &&
@@ -193,11 +200,9 @@ constexpr tv::family k_tv_1slice = {
     .first_front_port_hides_query_status = true,
 };
 
-using tv_1slice_ops = tv::engine<k_tv_1slice>;
-
 } // namespace
 
-using E = tv_1slice_ops;
+using E = tv::engine<k_tv_1slice>;
 
 extern "C" {
 

@@ -137,11 +137,9 @@ constexpr tv::family k_tolvar = {
     .first_front_port_hides_query_status = false,
 };
 
-using tolvar_ops = tv::engine<k_tolvar>;
-
 } // namespace
 
-using E = tolvar_ops;
+using E = tv::engine<k_tolvar>;
 
 extern "C" {
 

@@ -516,13 +516,12 @@ template <const family &F> struct engine : common::card_summary<F> {
         return info_to_fplate_porttype(np_id, np_port, front, nullptr);
     }
 
-    // Slots 16 and 18: the first entry of the first of the NP's subslots
-    // that reports a type.  When none does: CVN_NP_ERR_INVALID, or the last
+    // Slots 16-18: the first entry of the first of subslots `b` that
+    // reports a type.  When none does: CVN_NP_ERR_INVALID, or the last
     // subslot's failed query status unless `hide_status`.
-    static uint32_t first_port_of_np(uint32_t np_id, uint32_t *front, uint32_t *fplate_port,
-                                     uint32_t *port_type, bool hide_status)
+    static uint32_t first_port_of(bays b, uint32_t *front, uint32_t *fplate_port,
+                                  uint32_t *port_type, bool hide_status)
     {
-        const bays b = bays_of_np(np_id);
         for (uint32_t s = b.first;; ++s) {
             const query_answer a = query_instance(s, 0);
             if (a.status == 0 && a.type != CVN_NP_IFSUB_TYPE_NONE)
@@ -540,8 +539,8 @@ template <const family &F> struct engine : common::card_summary<F> {
     {
         require(phys_front_port != nullptr, F.text.front_needed);
         require(np_id < nps(), F.text.np_id);
-        return first_port_of_np(np_id, phys_front_port, nullptr, nullptr,
-                                F.first_front_port_hides_query_status);
+        return first_port_of(bays_of_np(np_id), phys_front_port, nullptr, nullptr,
+                             F.first_front_port_hides_query_status);
     }
 
     // Slot 17: the first front port of one subslot where one NP serves both;
@@ -552,11 +551,7 @@ template <const family &F> struct engine : common::card_summary<F> {
             return CVN_NP_ERR_INVALID;
         require(phys_front_port != nullptr, F.text.front_needed);
         require(subslot < CVN_NP_TOTAL_SUBSLOTS, F.text.first_port_bay);
-        const query_answer a = query_instance(subslot, 0);
-        if (a.status != 0 || a.type == CVN_NP_IFSUB_TYPE_NONE)
-            return CVN_NP_ERR_INVALID;
-        return step<&cvn_np_api::aux_cvn_np_first_port_on_np>(subslot, a.ifsubsys, a.type,
-                                                              phys_front_port, nullptr, nullptr);
+        return first_port_of({subslot, subslot}, phys_front_port, nullptr, nullptr, true);
     }
 
     static uint32_t first_fplate_porttype_on_np(uint32_t np_id, uint32_t *port_type,
@@ -565,7 +560,7 @@ template <const family &F> struct engine : common::card_summary<F> {
         require(port_type != nullptr, F.text.port_type_needed);
         require(fplate_port != nullptr, F.text.fplate_needed);
         require(np_id < nps(), F.text.np_id);
-        return first_port_of_np(np_id, nullptr, fplate_port, port_type, false);
+        return first_port_of(bays_of_np(np_id), nullptr, fplate_port, port_type, false);
     }
 
     // ---- slots 19-22: faceplate port to NP ----
