@@ -431,18 +431,15 @@ template <const family &F> struct engine : common::card_summary<F> {
     // ---- slots 8-12: front port to NP ----
 
     // Slots 8-10: one field of the front port's mapping (0 when none is
-    // written); CVN_NP_ERR_INVALID when the subslot reports nothing.
+    // written); CVN_NP_ERR_INVALID when the subslot reports nothing or the
+    // query fails.
     template <output field> static uint32_t front_port_field(uint32_t front)
     {
-        const query_answer a = query(front);
-        if (a.type == CVN_NP_IFSUB_TYPE_NONE)
-            return CVN_NP_ERR_INVALID;
         uint32_t value = 0;
-        step<&cvn_np_api::aux_cvn_np_front_port_to_mapping_info>(
-            a.ifsubsys, front, a.type, field == out_np ? &value : nullptr,
-            field == out_np_port ? &value : nullptr, nullptr,
-            field == out_port_type ? &value : nullptr);
-        return value;
+        const uint32_t status = front_port_mapping_info(
+            front, field == out_np ? &value : nullptr, field == out_np_port ? &value : nullptr,
+            nullptr, field == out_port_type ? &value : nullptr);
+        return status != 0 ? CVN_NP_ERR_INVALID : value;
     }
 
     static uint32_t front_port_mapping_info(uint32_t front, uint32_t *np, uint32_t *np_port,
