@@ -157,7 +157,7 @@ struct ep_wiring {
 // The EP's entries in local-port order, and the list of pointers to them.
 template <const ep_wiring &w> inline constexpr auto ep_entries = [] {
     std::array<port_mapping_entry, w.ports()> e{};
-    for (std::size_t k = 0; k < e.size(); ++k) {
+    for (std::size_t k = 0; k != w.ports(); ++k) {
         const run &r = k < w.first.count ? w.first : w.second;
         const std::size_t i = k < w.first.count ? k : k - w.first.count;
         const auto front = static_cast<uint16_t>(r.front + i);
@@ -167,8 +167,8 @@ template <const ep_wiring &w> inline constexpr auto ep_entries = [] {
 }();
 template <const ep_wiring &w> inline constexpr auto ep_entry_pointers = [] {
     std::array<const port_mapping_entry *, w.ports()> p{};
-    for (std::size_t k = 0; k < p.size(); ++k)
-        p[k] = &ep_entries<w>[k];
+    for (std::size_t k = 0; k != w.ports(); ++k)
+        p[k] = ep_entries<w>.data() + k;
     return p;
 }();
 
