@@ -135,26 +135,20 @@ static_assert(half_of_np_port(37) == 0 && half_of_np_port(128) == 1 && half_of_n
 // instance, to bay 0's 20-port EP, or else to bay 1.  Both bays must answer.
 tv::np_port_place bay_of_np_port(uint32_t, uint32_t np_port)
 {
-    const tv::np_port_place not_found = {CVN_NP_ERR_INVALID, 0, CVN_NP_IFSUB_TYPE_NONE};
     const int upper = half_of_np_port(np_port);
     if (upper < 0)
-        return not_found;
+        return tv::k_not_found;
     const tv::platform_answer bay0 = tv::ask(0, CVN_NP_IFSUB_ANY);
     const tv::platform_answer bay1 = tv::ask(1, CVN_NP_IFSUB_ANY);
     if (bay0.status != 0 || bay1.status != 0)
-        return not_found;
-    uint32_t subslot = 0, instance = 0;
-    if (upper == 1) {
-        if (tv::has_second_instance(bay0.type))
-            instance = 1;
-        else if (bay0.type != CVN_NP_IFSUB_TYPE_TV_20X10GE &&
-                 bay0.type != CVN_NP_IFSUB_TYPE_TV_20X10GE_B)
-            subslot = 1;
-    }
-    const tv::platform_answer there = tv::ask(subslot, instance);
-    if (there.status != 0)
-        return not_found;
-    return {0, subslot, there.type};
+        return tv::k_not_found;
+    if (upper == 0)
+        return tv::place_at(0, 0);
+    if (tv::has_second_instance(bay0.type))
+        return tv::place_at(0, 1);
+    const bool bay0_wide =
+        bay0.type == CVN_NP_IFSUB_TYPE_TV_20X10GE || bay0.type == CVN_NP_IFSUB_TYPE_TV_20X10GE_B;
+    return tv::place_at(bay0_wide ? 0 : 1, 0);
 }
 
 // A split instance's entry through the index map of its speed.

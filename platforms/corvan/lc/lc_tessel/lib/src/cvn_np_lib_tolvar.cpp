@@ -77,22 +77,13 @@ static_assert(instance_of_np_port(201) == 0 && instance_of_np_port(202) < 0 &&
 // instance its NP-port range names.
 tv::np_port_place tolvar_np_port_to_ifsub_type(uint32_t np_id, uint32_t np_port)
 {
-    const uint32_t subslot = np_id;
-    const tv::np_port_place not_found = {CVN_NP_ERR_INVALID, subslot, CVN_NP_IFSUB_TYPE_NONE};
-    const tv::platform_answer whole = tv::ask(subslot, CVN_NP_IFSUB_ANY);
+    const tv::platform_answer whole = tv::ask(np_id, CVN_NP_IFSUB_ANY);
     if (whole.status != 0)
-        return not_found;
-    uint32_t instance = 0;
-    if (tv::has_second_instance(whole.type)) {
-        const int i = instance_of_np_port(np_port);
-        if (i < 0)
-            return not_found;
-        instance = static_cast<uint32_t>(i);
-    }
-    const tv::platform_answer there = tv::ask(subslot, instance);
-    if (there.status != 0)
-        return not_found;
-    return {0, subslot, there.type};
+        return tv::k_not_found;
+    if (!tv::has_second_instance(whole.type))
+        return tv::place_at(np_id, 0);
+    const int i = instance_of_np_port(np_port);
+    return i < 0 ? tv::k_not_found : tv::place_at(np_id, static_cast<uint32_t>(i));
 }
 
 // A split instance's entries start at instance * np_port_span / 2.  A front

@@ -329,6 +329,14 @@ struct np_port_place {
     uint32_t subslot;
     uint32_t type;
 };
+inline constexpr np_port_place k_not_found = {CVN_NP_ERR_INVALID, 0, CVN_NP_IFSUB_TYPE_NONE};
+// The port lives in instance `instance` of `subslot`: not found when the
+// platform does not answer for it.
+inline np_port_place place_at(uint32_t subslot, uint32_t instance)
+{
+    const platform_answer there = ask(subslot, instance);
+    return there.status != 0 ? k_not_found : np_port_place{0, subslot, there.type};
+}
 
 struct family {
     const char *path; // the family's source, for the assertion report
