@@ -23,6 +23,7 @@
 #define CVN_NP_TOLVAR_ENGINE_H
 
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 
@@ -702,8 +703,8 @@ template <const family &F> struct engine : common::card_summary<F> {
             return row->port_info_list;
         return maps_front_ports_of(type) ? nullptr : F.dummy_port_info;
     }
-    using lists_by_key =
-        std::array<std::array<const port_info *, k_type_keys + 1>, CVN_NP_TOTAL_SUBSLOT_TOLVAR>;
+    using lists_by_key = std::array<std::array<const port_info *, std::bit_ceil(k_type_keys + 1)>,
+                                    CVN_NP_TOTAL_SUBSLOT_TOLVAR>;
     static constexpr lists_by_key lists_of_types()
     {
         lists_by_key t{};
