@@ -7,6 +7,8 @@
 // port's bits 5..0; operations that start from the NP or its complex walk
 // both bays; slot 17 gives the first front port of one bay.
 
+#include <functional>
+
 #include "cvn_np_table_rows.h"
 #include "cvn_np_tolvar_engine.h"
 
@@ -42,8 +44,6 @@ template <uint32_t ports> constexpr int32_t split_entry_index(std::size_t bits)
 
 extern "C" {
 
-constexpr np_info np_info_1slice_tv = tv::card_np_info(1, 12);
-
 // (ep_type, spare, np_port_base, np_port_span) over the EP's ports.
 constexpr cvn_np_ep_data cvn_np_lib_tv_1slice_bay0_ep_info_types[12] = {
     tv::ep_row<tv::k_2x10g>(CVN_NP_IFSUB_TYPE_TV_2X10GE, k_spare, 192, 201),
@@ -59,6 +59,9 @@ constexpr cvn_np_ep_data cvn_np_lib_tv_1slice_bay0_ep_info_types[12] = {
     tv::ep_row<tv::k_10g_pair>(CVN_NP_IFSUB_TYPE_10GE, k_spare, 192, 213),
     tv::ep_row<tv::k_40g_pair>(CVN_NP_IFSUB_TYPE_40GE, k_spare, 96, 100),
 };
+
+// The card's EP data table is bay 0's.
+constexpr np_info np_info_1slice_tv = tv::card_np_info(1, cvn_np_lib_tv_1slice_bay0_ep_info_types);
 
 constexpr cvn_np_ep_data cvn_np_lib_tv_1slice_bay1_ep_info_types[9] = {
     tv::ep_row<k_b1_2x10g>(CVN_NP_IFSUB_TYPE_TV_2X10GE, k_spare, 192, 213),
@@ -93,6 +96,11 @@ static_assert(cvn_np_lib_tv_1slice_bay1_ep_info_types[0].entries[1]->np_port == 
 static_assert(cvn_np_lib_tv_1slice_bay1_ep_info_types[5].entries[19]->np_port == 149);
 static_assert(cvn_np_lib_tv_1slice_bay0_ep_info_types[8].entries ==
               cvn_np_lib_tv_1slice_bay0_ep_info_types[7].entries);
+// The index maps follow their rule in every row.
+static_assert(cvn_np::common::rows_follow(tv_1slice_phys_2_fplate_cage_10GE, split_entry_index<10>,
+                                          std::equal_to<>()) &&
+              cvn_np::common::rows_follow(tv_1slice_phys_2_fplate_cage_40GE, split_entry_index<2>,
+                                          std::equal_to<>()));
 static_assert(tv_1slice_phys_2_fplate_cage_10GE[0x13] == 13 &&
               tv_1slice_phys_2_fplate_cage_10GE[0x1A] == 255);
 static_assert(tv_1slice_phys_2_fplate_cage_40GE[0x11] == 3 &&
@@ -104,7 +112,7 @@ constexpr tv::type_index k_bay_rows[] = {tv::rows_by_type(cvn_np_lib_tv_1slice_b
                                          tv::rows_by_type(cvn_np_lib_tv_1slice_bay1_ep_info_types)};
 
 // The row of a type in the bay's own table; none for another subslot.
-const cvn_np_ep_data *bay_ep_data_find(uint32_t subslot, uint32_t type)
+constexpr const cvn_np_ep_data *bay_ep_data_find(uint32_t subslot, uint32_t type)
 {
     const uint32_t bay = subslot & 0xFFFF;
     return bay < std::size(k_bay_rows) ? tv::row_for(k_bay_rows[bay], type) : nullptr;
@@ -127,26 +135,20 @@ static_assert(half_of_np_port(37) == 0 && half_of_np_port(128) == 1 && half_of_n
 // instance, to bay 0's 20-port EP, or else to bay 1.  Both bays must answer.
 tv::np_port_place bay_of_np_port(uint32_t, uint32_t np_port)
 {
-    const tv::np_port_place not_found = {CVN_NP_ERR_INVALID, 0, CVN_NP_IFSUB_TYPE_NONE};
     const int upper = half_of_np_port(np_port);
     if (upper < 0)
-        return not_found;
+        return tv::k_not_found;
     const tv::platform_answer bay0 = tv::ask(0, CVN_NP_IFSUB_ANY);
     const tv::platform_answer bay1 = tv::ask(1, CVN_NP_IFSUB_ANY);
     if (bay0.status != 0 || bay1.status != 0)
-        return not_found;
-    uint32_t subslot = 0, instance = 0;
-    if (upper == 1) {
-        if (tv::has_second_instance(bay0.type))
-            instance = 1;
-        else if (bay0.type != CVN_NP_IFSUB_TYPE_TV_20X10GE &&
-                 bay0.type != CVN_NP_IFSUB_TYPE_TV_20X10GE_B)
-            subslot = 1;
-    }
-    const tv::platform_answer there = tv::ask(subslot, instance);
-    if (there.status != 0)
-        return not_found;
-    return {0, subslot, there.type};
+        return tv::k_not_found;
+    if (upper == 0)
+        return tv::place_at(0, 0);
+    if (tv::has_second_instance(bay0.type))
+        return tv::place_at(0, 1);
+    const bool bay0_wide =
+        bay0.type == CVN_NP_IFSUB_TYPE_TV_20X10GE || bay0.type == CVN_NP_IFSUB_TYPE_TV_20X10GE_B;
+    return tv::place_at(bay0_wide ? 0 : 1, 0);
 }
 
 // A split instance's entry through the index map of its speed.
@@ -181,8 +183,6 @@ constexpr tv::family k_tv_1slice = {
     .card_np_info = &tv_1slice_card_np_info,
     .info_types_table = cvn_np_lib_tv_1slice_bay0_ep_info_types,
     .card_info_types = &cvn_1slice_np_lib_info_types,
-    .rows_sizing_subslot =
-        std::size(cvn_np_lib_tv_1slice_bay0_ep_info_types), // bay 1 is not scanned
     .card_version_record = &tv_1slice_card_version,
     .card_subslot_info = &tv_1slice_card_subslot_info,
     .dummy_port_info = tv_1slice_dummy_port_info,
@@ -194,11 +194,9 @@ constexpr tv::family k_tv_1slice = {
     .first_front_port_hides_query_status = true,
 };
 
-using tv_1slice_ops = tv::engine<k_tv_1slice>;
-
 } // namespace
 
-using E = tv_1slice_ops;
+using E = tv::engine<k_tv_1slice>;
 
 extern "C" {
 

@@ -8,14 +8,9 @@
 
 namespace tv = cvn_np::tolvar;
 
-namespace {
-
 constexpr uint32_t k_spare = 2;
-} // namespace
 
 extern "C" {
-
-constexpr np_info np_info_2slice_tolvar = tv::card_np_info(2, 13);
 
 // (ep_type, spare, np_port_base, np_port_span) over the EP's ports.
 constexpr cvn_np_ep_data cvn_np_lib_2slice_tv_info_types[13] = {
@@ -34,6 +29,8 @@ constexpr cvn_np_ep_data cvn_np_lib_2slice_tv_info_types[13] = {
     tv::ep_row<tv::k_40g_pair>(CVN_NP_IFSUB_TYPE_40GE_ALT, k_spare, 96, 4),
 };
 
+constexpr np_info np_info_2slice_tolvar = tv::card_np_info(2, cvn_np_lib_2slice_tv_info_types);
+
 constexpr port_info tolvar_dummy_port_info[1] = {{0, CVN_NP_PORT_TYPE_END}};
 
 const np_info *tolvar_card_np_info;
@@ -44,8 +41,7 @@ cvn_np_api cvn_np_api_2slice_tolvar;
 
 } // extern "C"
 
-// The lookup covers the whole table, and NP n serves subslot n.
-static_assert(np_info_2slice_tolvar.num_info_types == std::size(cvn_np_lib_2slice_tv_info_types));
+// NP n serves subslot n.
 static_assert(np_info_2slice_tolvar.num_complex == np_info_2slice_tolvar.num_subslot);
 // Telling entries: 573's second half, instance 1 of the 10GE and 40GE pairs.
 static_assert(cvn_np_lib_2slice_tv_info_types[3].entries[8]->np_port == 204);
@@ -65,7 +61,7 @@ namespace {
 constexpr auto k_rows_by_type = tv::rows_by_type(cvn_np_lib_2slice_tv_info_types);
 
 // The row of a type; one table serves both subslots.
-const cvn_np_ep_data *tolvar_ep_data_find(uint32_t, uint32_t type)
+constexpr const cvn_np_ep_data *tolvar_ep_data_find(uint32_t, uint32_t type)
 {
     return tv::row_for(k_rows_by_type, type);
 }
@@ -81,22 +77,13 @@ static_assert(instance_of_np_port(201) == 0 && instance_of_np_port(202) < 0 &&
 // instance its NP-port range names.
 tv::np_port_place tolvar_np_port_to_ifsub_type(uint32_t np_id, uint32_t np_port)
 {
-    const uint32_t subslot = np_id;
-    const tv::np_port_place not_found = {CVN_NP_ERR_INVALID, subslot, CVN_NP_IFSUB_TYPE_NONE};
-    const tv::platform_answer whole = tv::ask(subslot, CVN_NP_IFSUB_ANY);
+    const tv::platform_answer whole = tv::ask(np_id, CVN_NP_IFSUB_ANY);
     if (whole.status != 0)
-        return not_found;
-    uint32_t instance = 0;
-    if (tv::has_second_instance(whole.type)) {
-        const int i = instance_of_np_port(np_port);
-        if (i < 0)
-            return not_found;
-        instance = static_cast<uint32_t>(i);
-    }
-    const tv::platform_answer there = tv::ask(subslot, instance);
-    if (there.status != 0)
-        return not_found;
-    return {0, subslot, there.type};
+        return tv::k_not_found;
+    if (!tv::has_second_instance(whole.type))
+        return tv::place_at(np_id, 0);
+    const int i = instance_of_np_port(np_port);
+    return i < 0 ? tv::k_not_found : tv::place_at(np_id, static_cast<uint32_t>(i));
 }
 
 // A split instance's entries start at instance * np_port_span / 2.  A front
@@ -130,7 +117,6 @@ constexpr tv::family k_tolvar = {
     .card_np_info = &tolvar_card_np_info,
     .info_types_table = cvn_np_lib_2slice_tv_info_types,
     .card_info_types = &cvn_np_lib_info_types,
-    .rows_sizing_subslot = std::size(cvn_np_lib_2slice_tv_info_types),
     .card_version_record = &tolvar_card_version,
     .card_subslot_info = &tolvar_card_subslot_info,
     .dummy_port_info = tolvar_dummy_port_info,
@@ -142,11 +128,9 @@ constexpr tv::family k_tolvar = {
     .first_front_port_hides_query_status = false,
 };
 
-using tolvar_ops = tv::engine<k_tolvar>;
-
 } // namespace
 
-using E = tolvar_ops;
+using E = tv::engine<k_tolvar>;
 
 extern "C" {
 

@@ -23,9 +23,9 @@
 #define CVN_NP_TOLVAR_ENGINE_H
 
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <utility>
 
 #include "cvn_np_common_slots.h"
 #include "cvn_np_lib.h"
@@ -37,9 +37,8 @@ namespace cvn_np::tolvar {
 
 // ---- Interface-subsystem types --------------------------------------------
 
-enum class ep_kind : uint8_t { plain, split, per_instance, unknown };
-
-constexpr ep_kind kind_of(uint32_t type)
+// An EP of one set of ports.
+constexpr bool is_plain(uint32_t type)
 {
     switch (type) {
     case CVN_NP_IFSUB_TYPE_TV_20X_NONE:
@@ -51,36 +50,28 @@ constexpr ep_kind kind_of(uint32_t type)
     case CVN_NP_IFSUB_TYPE_TV_16X10GE:
     case CVN_NP_IFSUB_TYPE_TV_20X10GE:
     case CVN_NP_IFSUB_TYPE_TV_20X10GE_B:
-        return ep_kind::plain;
-    case CVN_NP_IFSUB_TYPE_TV_SPLIT:
-    case CVN_NP_IFSUB_TYPE_TV_SPLIT_ONE:
-    case CVN_NP_IFSUB_TYPE_TV_SPLIT_B:
-        return ep_kind::split;
-    case CVN_NP_IFSUB_TYPE_100GE:
-    case CVN_NP_IFSUB_TYPE_40GE:
-    case CVN_NP_IFSUB_TYPE_10GE:
-    case CVN_NP_IFSUB_TYPE_40GE_ALT:
-        return ep_kind::per_instance;
+        return true;
     default:
-        return ep_kind::unknown;
+        return false;
     }
 }
-constexpr bool is_plain(uint32_t type) { return kind_of(type) == ep_kind::plain; }
-constexpr bool is_split(uint32_t type) { return kind_of(type) == ep_kind::split; }
-constexpr bool is_per_instance(uint32_t type) { return kind_of(type) == ep_kind::per_instance; }
+// An EP split in two instances.
+constexpr bool is_split(uint32_t type)
+{
+    return type == CVN_NP_IFSUB_TYPE_TV_SPLIT || type == CVN_NP_IFSUB_TYPE_TV_SPLIT_ONE ||
+           type == CVN_NP_IFSUB_TYPE_TV_SPLIT_B;
+}
+// The type one instance of a split subslot reports.
+constexpr bool is_per_instance(uint32_t type)
+{
+    return type >= CVN_NP_IFSUB_TYPE_100GE && type <= CVN_NP_IFSUB_TYPE_40GE_ALT;
+}
 
 // Split subslots whose second instance an NP-local port can name (575 is
 // split for the encoding only).
 constexpr bool has_second_instance(uint32_t type)
 {
     return type == CVN_NP_IFSUB_TYPE_TV_SPLIT || type == CVN_NP_IFSUB_TYPE_TV_SPLIT_B;
-}
-
-// Plain EPs whose ports the local-port count adds (the 16-port EP is not
-// counted).
-constexpr bool counts_local_ports(uint32_t type)
-{
-    return is_plain(type) && type != CVN_NP_IFSUB_TYPE_TV_16X10GE;
 }
 
 // A front port of a subslot in the plain form.
@@ -96,10 +87,11 @@ constexpr uint32_t compose_split(uint32_t subslot, uint32_t instance, uint32_t p
 
 inline constexpr uint32_t k_instances_per_subslot = 2;
 
-// The NP summary of a tolvar card with `nps` NPs (one per complex) and
-// `info_types` rows in its EP data table: two subslots of up to 20 10GE,
-// four 40GE or two 100GE ports.
-constexpr np_info card_np_info(uint16_t nps, uint16_t info_types)
+// The NP summary of a tolvar card with `nps` NPs (one per complex) and the
+// EP data table `rows`: two subslots of up to 20 10GE, four 40GE or two
+// 100GE ports.
+template <std::size_t info_types>
+constexpr np_info card_np_info(uint16_t nps, const cvn_np_ep_data (&)[info_types])
 {
     return {.sw_version = 1,
             .sw_status = 0,
@@ -123,7 +115,7 @@ constexpr np_info card_np_info(uint16_t nps, uint16_t info_types)
             .port_cage_40g = 2,
             .port_cage_40g_alt = 1,
             .port_cage_10g = 10,
-            .num_info_types = info_types};
+            .num_info_types = static_cast<uint16_t>(info_types)};
 }
 
 // What the platform answers for (subslot, ifsubsys); type NONE unless the
@@ -163,30 +155,23 @@ struct ep_wiring {
     constexpr std::size_t ports() const { return std::size_t{first.count} + second.count; }
 };
 
-template <const ep_wiring &w> constexpr port_mapping_entry entry_of(std::size_t k)
-{
-    const bool in_first = k < w.first.count;
-    const run &r = in_first ? w.first : w.second;
-    const std::size_t i = in_first ? k : k - w.first.count;
-    const auto front = static_cast<uint16_t>(r.front + i);
-    return {front, 0, static_cast<uint16_t>(r.np_port + i * r.step), front, w.port_type};
-}
-template <const ep_wiring &w, std::size_t... k>
-constexpr std::array<port_mapping_entry, sizeof...(k)> entries_of(std::index_sequence<k...>)
-{
-    return {{entry_of<w>(k)...}};
-}
-template <const ep_wiring &w>
-inline constexpr auto ep_entries = entries_of<w>(std::make_index_sequence<w.ports()>{});
-
-template <const ep_wiring &w, std::size_t... k>
-constexpr std::array<const port_mapping_entry *, sizeof...(k)>
-pointers_of(std::index_sequence<k...>)
-{
-    return {{&ep_entries<w>[k]...}};
-}
-template <const ep_wiring &w>
-inline constexpr auto ep_entry_pointers = pointers_of<w>(std::make_index_sequence<w.ports()>{});
+// The EP's entries in local-port order, and the list of pointers to them.
+template <const ep_wiring &w> inline constexpr auto ep_entries = [] {
+    std::array<port_mapping_entry, w.ports()> e{};
+    for (std::size_t k = 0; k != w.ports(); ++k) {
+        const run &r = k < w.first.count ? w.first : w.second;
+        const std::size_t i = k < w.first.count ? k : k - w.first.count;
+        const auto front = static_cast<uint16_t>(r.front + i);
+        e[k] = {front, 0, static_cast<uint16_t>(r.np_port + i * r.step), front, w.port_type};
+    }
+    return e;
+}();
+template <const ep_wiring &w> inline constexpr auto ep_entry_pointers = [] {
+    std::array<const port_mapping_entry *, w.ports()> p{};
+    for (std::size_t k = 0; k != w.ports(); ++k)
+        p[k] = ep_entries<w>.data() + k;
+    return p;
+}();
 
 template <const ep_wiring &w> inline constexpr port_info ep_port_list[2] = {
     {w.list_count, w.port_type}, {0, CVN_NP_PORT_TYPE_END}};
@@ -285,6 +270,14 @@ constexpr uint32_t type_key(uint32_t type)
         return type - CVN_NP_IFSUB_TYPE_100GE + k_type_keys - 4;
     return k_type_keys;
 }
+// The type of a key; NONE, a type without a row, for k_type_keys.
+constexpr uint32_t type_of_key(uint32_t key)
+{
+    if (key < k_type_keys - 4)
+        return CVN_NP_IFSUB_TYPE_TV_20X_NONE + key;
+    return key < k_type_keys ? CVN_NP_IFSUB_TYPE_100GE + key - (k_type_keys - 4)
+                             : CVN_NP_IFSUB_TYPE_NONE;
+}
 // The first row of each type in a table, by type_key.
 using type_index = std::array<const cvn_np_ep_data *, k_type_keys>;
 template <std::size_t n> constexpr type_index rows_by_type(const cvn_np_ep_data (&rows)[n])
@@ -337,6 +330,14 @@ struct np_port_place {
     uint32_t subslot;
     uint32_t type;
 };
+inline constexpr np_port_place k_not_found = {CVN_NP_ERR_INVALID, 0, CVN_NP_IFSUB_TYPE_NONE};
+// The port lives in instance `instance` of `subslot`: not found when the
+// platform does not answer for it.
+inline np_port_place place_at(uint32_t subslot, uint32_t instance)
+{
+    const platform_answer there = ask(subslot, instance);
+    return there.status != 0 ? k_not_found : np_port_place{0, subslot, there.type};
+}
 
 struct family {
     const char *path; // the family's source, for the assertion report
@@ -347,7 +348,6 @@ struct family {
     const np_info **card_np_info;
     const cvn_np_ep_data *info_types_table;
     const cvn_np_ep_data **card_info_types;
-    std::size_t rows_sizing_subslot; // rows whose port counts bound max_ports_per_subslot
     card_version *card_version_record;
     subslot_info *card_subslot_info;
     const port_info *dummy_port_info;
@@ -370,7 +370,7 @@ struct family {
 
 // ---- The operations ------------------------------------------------------------
 
-template <const family &F> struct engine {
+template <const family &F> struct engine : common::card_summary<F> {
     enum output : uint8_t { out_np, out_np_port, out_fplate, out_port_type, out_front };
 
     // An inner step through slot `slot`: the family's own operation while
@@ -384,14 +384,6 @@ template <const family &F> struct engine {
     static const np_info &info() { return **F.card_np_info; }
     static void require(bool ok, const check &c) { cvn_np::require(ok, F.path, c); }
 
-    // The subslot NP n serves where each subslot has its own NPs.
-    static uint32_t subslot_of_np(uint32_t np_id)
-    {
-        if (info().num_complex == info().num_subslot)
-            return np_id;
-        const uint32_t nps_per_subslot = info().num_complex / info().num_subslot;
-        return nps_per_subslot == 0 ? 0 : np_id / nps_per_subslot;
-    }
     // The subslots an NP serves, first to last.
     struct bays {
         uint32_t first;
@@ -401,8 +393,7 @@ template <const family &F> struct engine {
     {
         if (F.one_np_for_both_bays)
             return {0, info().num_subslot - 1u};
-        const uint32_t s = subslot_of_np(np_id);
-        return {s, s};
+        return {np_id, np_id};
     }
     static uint32_t np_of_entry(const port_mapping_entry &e, const cvn_np_ep_data &row,
                                 uint32_t subslot)
@@ -410,24 +401,12 @@ template <const family &F> struct engine {
         return F.one_np_for_both_bays ? e.np : e.np + row.np_per_subslot * subslot;
     }
 
-    // Slot 37 on a front port: the place it names and the type there (type
-    // NONE, subslot and ifsubsys 0 when the query fails).
+    // Slot 37 on a front port, or on the first port of a subslot's instance.
     using query_answer = common::place_answer;
-    static query_answer query(uint32_t front) { return common::query_front_port(front); }
-    // Slot 37 on the first port of a subslot's instance.
-    static query_answer query_instance(uint32_t subslot, uint32_t instance)
-    {
-        return common::query_place(subslot, instance);
-    }
+    static constexpr auto query = common::query_front_port;
+    static constexpr auto query_instance = common::query_place;
 
-    // ---- slots 0-7: card summary ----
-
-    using summary = common::card_summary<F>;
-    static constexpr auto version_get = summary::version_get;
-    static constexpr auto max_mtu = summary::max_mtu;
-    static constexpr auto how_many = summary::how_many;
-    static constexpr auto chip_how_many = summary::chip_how_many;
-    static constexpr auto subslot_info_get = summary::subslot_info_get;
+    // ---- slots 4, 6, 7: port lists (slots 0-3, 5 and 25: the card summary) ----
 
     // The list of the first subslot whose first instance reports a type.
     static const port_info *port_info_get()
@@ -461,18 +440,15 @@ template <const family &F> struct engine {
     // ---- slots 8-12: front port to NP ----
 
     // Slots 8-10: one field of the front port's mapping (0 when none is
-    // written); CVN_NP_ERR_INVALID when the subslot reports nothing.
+    // written); CVN_NP_ERR_INVALID when the subslot reports nothing or the
+    // query fails.
     template <output field> static uint32_t front_port_field(uint32_t front)
     {
-        const query_answer a = query(front);
-        if (a.type == CVN_NP_IFSUB_TYPE_NONE)
-            return CVN_NP_ERR_INVALID;
         uint32_t value = 0;
-        step<&cvn_np_api::aux_cvn_np_front_port_to_mapping_info>(
-            a.ifsubsys, front, a.type, field == out_np ? &value : nullptr,
-            field == out_np_port ? &value : nullptr, nullptr,
-            field == out_port_type ? &value : nullptr);
-        return value;
+        const uint32_t status = front_port_mapping_info(
+            front, field == out_np ? &value : nullptr, field == out_np_port ? &value : nullptr,
+            nullptr, field == out_port_type ? &value : nullptr);
+        return status != 0 ? CVN_NP_ERR_INVALID : value;
     }
 
     static uint32_t front_port_mapping_info(uint32_t front, uint32_t *np, uint32_t *np_port,
@@ -502,32 +478,24 @@ template <const family &F> struct engine {
 
     // ---- slots 13-18: NP to front port ----
 
-    // Local ports of one subslot: its EP's, or each instance's of a split
-    // subslot; 0 for an unanswered query or an EP that is not counted.
-    static uint32_t local_ports_of_subslot(uint32_t subslot, uint32_t np_id)
-    {
-        const platform_answer a = ask(subslot, CVN_NP_IFSUB_ANY);
-        if (a.status != 0)
-            return 0;
-        const uint32_t instances = counts_local_ports(a.type) ? 1
-                                   : is_split(a.type)         ? k_instances_per_subslot
-                                                              : 0;
-        uint32_t sum = 0;
-        for (uint32_t i = 0; i < instances; ++i) {
-            const query_answer q = query_instance(subslot, i);
-            if (q.type != CVN_NP_IFSUB_TYPE_NONE)
-                sum += step<&cvn_np_api::aux_cvn_np_info_num_local_ports>(subslot, np_id, q.type);
-        }
-        return sum;
-    }
-
+    // The local ports of the NP's subslots: a plain EP's (the 16-port EP's
+    // are not counted), each instance's of a split one; nothing for a
+    // subslot whose query fails (its type is NONE).
     static uint32_t info_num_local_ports(uint32_t np_id)
     {
         require(np_id < nps(), F.text.np_id);
         const bays b = bays_of_np(np_id);
         uint32_t sum = 0;
-        for (uint32_t s = b.first; s <= b.last; ++s)
-            sum += local_ports_of_subslot(s, np_id);
+        for (uint32_t s = b.first; s <= b.last; ++s) {
+            const platform_answer a = ask(s, CVN_NP_IFSUB_ANY);
+            const bool plain = is_plain(a.type) && a.type != CVN_NP_IFSUB_TYPE_TV_16X10GE;
+            const uint32_t instances = plain ? 1 : is_split(a.type) ? k_instances_per_subslot : 0;
+            for (uint32_t i = 0; i < instances; ++i) {
+                const query_answer q = query_instance(s, i);
+                if (q.type != CVN_NP_IFSUB_TYPE_NONE)
+                    sum += step<&cvn_np_api::aux_cvn_np_info_num_local_ports>(s, np_id, q.type);
+            }
+        }
         return sum;
     }
 
@@ -554,13 +522,12 @@ template <const family &F> struct engine {
         return info_to_fplate_porttype(np_id, np_port, front, nullptr);
     }
 
-    // Slots 16 and 18: the first entry of the first of the NP's subslots
-    // that reports a type.  When none does: CVN_NP_ERR_INVALID, or the last
+    // Slots 16-18: the first entry of the first of subslots `b` that
+    // reports a type.  When none does: CVN_NP_ERR_INVALID, or the last
     // subslot's failed query status unless `hide_status`.
-    static uint32_t first_port_of_np(uint32_t np_id, uint32_t *front, uint32_t *fplate_port,
-                                     uint32_t *port_type, bool hide_status)
+    static uint32_t first_port_of(bays b, uint32_t *front, uint32_t *fplate_port,
+                                  uint32_t *port_type, bool hide_status)
     {
-        const bays b = bays_of_np(np_id);
         for (uint32_t s = b.first;; ++s) {
             const query_answer a = query_instance(s, 0);
             if (a.status == 0 && a.type != CVN_NP_IFSUB_TYPE_NONE)
@@ -578,8 +545,8 @@ template <const family &F> struct engine {
     {
         require(phys_front_port != nullptr, F.text.front_needed);
         require(np_id < nps(), F.text.np_id);
-        return first_port_of_np(np_id, phys_front_port, nullptr, nullptr,
-                                F.first_front_port_hides_query_status);
+        return first_port_of(bays_of_np(np_id), phys_front_port, nullptr, nullptr,
+                             F.first_front_port_hides_query_status);
     }
 
     // Slot 17: the first front port of one subslot where one NP serves both;
@@ -590,11 +557,7 @@ template <const family &F> struct engine {
             return CVN_NP_ERR_INVALID;
         require(phys_front_port != nullptr, F.text.front_needed);
         require(subslot < CVN_NP_TOTAL_SUBSLOTS, F.text.first_port_bay);
-        const query_answer a = query_instance(subslot, 0);
-        if (a.status != 0 || a.type == CVN_NP_IFSUB_TYPE_NONE)
-            return CVN_NP_ERR_INVALID;
-        return step<&cvn_np_api::aux_cvn_np_first_port_on_np>(subslot, a.ifsubsys, a.type,
-                                                              phys_front_port, nullptr, nullptr);
+        return first_port_of({subslot, subslot}, phys_front_port, nullptr, nullptr, true);
     }
 
     static uint32_t first_fplate_porttype_on_np(uint32_t np_id, uint32_t *port_type,
@@ -603,7 +566,7 @@ template <const family &F> struct engine {
         require(port_type != nullptr, F.text.port_type_needed);
         require(fplate_port != nullptr, F.text.fplate_needed);
         require(np_id < nps(), F.text.np_id);
-        return first_port_of_np(np_id, nullptr, fplate_port, port_type, false);
+        return first_port_of(bays_of_np(np_id), nullptr, fplate_port, port_type, false);
     }
 
     // ---- slots 19-22: faceplate port to NP ----
@@ -651,8 +614,6 @@ template <const family &F> struct engine {
                 first_subslot[s - b.first] = s;
         return 0;
     }
-
-    static constexpr auto complex_to_np = summary::complex_to_np;
 
     static uint32_t subslot_to_np_list(uint8_t subslot, uint32_t *count, uint32_t *first_np)
     {
@@ -725,23 +686,43 @@ template <const family &F> struct engine {
     // when slot 34 has no answer.
     static constexpr auto front_port_to_ifsubsys = common::front_port_to_ifsubsys;
 
-    static bool maps_front_ports_of(uint32_t type)
+    static constexpr bool maps_front_ports_of(uint32_t type)
     {
-        return is_plain(type) || type == CVN_NP_IFSUB_TYPE_100GE ||
-               type == CVN_NP_IFSUB_TYPE_40GE || type == CVN_NP_IFSUB_TYPE_10GE ||
-               (F.alt_40ge_mapped && type == CVN_NP_IFSUB_TYPE_40GE_ALT);
+        if (type == CVN_NP_IFSUB_TYPE_40GE_ALT)
+            return F.alt_40ge_mapped;
+        return is_plain(type) || is_per_instance(type);
     }
 
-    // The type's row's list (NULL where the subslot's table has no row);
-    // the empty list for a type without ports of its own (no table has a
-    // row for such a type).
-    static const port_info *port_info_of_type(uint32_t subslot_num, uint32_t, uint32_t type)
+    // Slot 38 once the subslot is checked: the type's row's list (NULL
+    // where the subslot's table has no row); the empty list for a type
+    // without ports of its own (no table has a row for such a type).
+    static constexpr const port_info *list_of_type(uint32_t subslot, uint32_t type)
     {
-        require(subslot_num < info().num_subslot, F.text.subslot_num);
-        const cvn_np_ep_data *row = F.row_of(subslot_num, type);
+        const cvn_np_ep_data *row = F.row_of(subslot, type);
         if (row != nullptr)
             return row->port_info_list;
         return maps_front_ports_of(type) ? nullptr : F.dummy_port_info;
+    }
+    using lists_by_key = std::array<std::array<const port_info *, std::bit_ceil(k_type_keys + 1)>,
+                                    CVN_NP_TOTAL_SUBSLOT_TOLVAR>;
+    static constexpr lists_by_key lists_of_types()
+    {
+        lists_by_key t{};
+        for (uint32_t s = 0; s < t.size(); ++s)
+            for (uint32_t key = 0; key <= k_type_keys; ++key)
+                t[s][key] = list_of_type(s, type_of_key(key));
+        return t;
+    }
+
+    // Slot 38, read from the lists of every subslot and type made at
+    // compile time.
+    static const port_info *port_info_of_type(uint32_t subslot_num, uint32_t, uint32_t type)
+    {
+        static constexpr lists_by_key lists = lists_of_types();
+        require(subslot_num < info().num_subslot, F.text.subslot_num);
+        if (subslot_num < lists.size()) [[likely]]
+            return lists[subslot_num][type_key(type)];
+        return list_of_type(subslot_num, type);
     }
 
     // The entry a front or faceplate port names in `row`: plain EPs by the
@@ -784,18 +765,12 @@ template <const family &F> struct engine {
     {
         require(subslot_num < info().num_subslot, F.text.subslot_num);
         require(np_num < info().num_complex, F.text.np_num);
-        switch (type) {
-        case CVN_NP_IFSUB_TYPE_100GE:
-            return info().port_cage_100g;
-        case CVN_NP_IFSUB_TYPE_40GE:
-            return info().port_cage_40g;
-        case CVN_NP_IFSUB_TYPE_10GE:
-            return info().port_cage_10g;
-        case CVN_NP_IFSUB_TYPE_40GE_ALT:
-            return info().port_cage_40g_alt;
-        default:
-            break;
-        }
+        // The ports of one instance, by its type from 100GE on.
+        constexpr uint16_t np_info::*per_instance[] = {
+            &np_info::port_cage_100g, &np_info::port_cage_40g, &np_info::port_cage_10g,
+            &np_info::port_cage_40g_alt};
+        if (is_per_instance(type))
+            return info().*per_instance[type - CVN_NP_IFSUB_TYPE_100GE];
         require(is_plain(type), F.text.unknown);
         const cvn_np_ep_data *row = F.row_of(subslot_num, type);
         return row != nullptr ? row->num_ports : 0;
@@ -807,7 +782,7 @@ template <const family &F> struct engine {
                                      uint32_t *front, uint32_t *fplate_port, uint32_t *port_type)
     {
         require(np_num < info().num_complex, F.text.np_num);
-        uint32_t subslot = subslot_of_np(np_num);
+        uint32_t subslot = np_num;
         if (F.one_np_for_both_bays) {
             const np_port_place p = F.place_np_port(np_num, np_port);
             if (p.status != 0)
@@ -859,12 +834,11 @@ template <const family &F> struct engine {
         const cvn_np_ep_data *row = F.row_of(subslot, a.type);
         if (row == nullptr)
             return CVN_NP_ERR_INVALID;
-        const cvn_np_ep_data &ep_data = *row;
-        require(port_type == ep_data.port_type, F.text.row_port_type);
-        const port_mapping_entry *e = entry_of_port(ep_data, a.type, fplate, true);
+        require(port_type == row->port_type, F.text.row_port_type);
+        const port_mapping_entry *e = entry_of_port(*row, a.type, fplate, true);
         if (e == nullptr)
             return CVN_NP_ERR_INVALID;
-        common::put(np, np_of_entry(*e, ep_data, subslot));
+        common::put(np, np_of_entry(*e, *row, subslot));
         common::put(np_port, e->np_port);
         common::put(front, compose(subslot, e->phys_front_port));
         return 0;
@@ -899,14 +873,15 @@ template <const family &F> struct engine {
     }
 
     // Points the current-record pointers at the family's tables, fills the
-    // version and subslot records, then the operation table.
+    // version and subslot records (the widest row of the card's EP data
+    // table, bay 0's on the 1-slice card), then the operation table.
     static void init(cvn_np_api *table)
     {
         *F.card_np_info = F.np_info_table;
         *F.card_info_types = F.info_types_table;
         *F.card_version_record = {info().ver_major, info().ver_minor};
         uint16_t widest = F.card_subslot_info->max_ports_per_subslot;
-        for (std::size_t i = 0; i < F.rows_sizing_subslot; ++i)
+        for (std::size_t i = 0; i < info().num_info_types; ++i)
             if (F.info_types_table[i].num_ports > widest)
                 widest = static_cast<uint16_t>(F.info_types_table[i].num_ports);
         *F.card_subslot_info = {info().num_subslot, widest, k_instances_per_subslot, 0};
