@@ -91,8 +91,7 @@ struct wiring {
         return static_cast<int32_t>(cage * per_cage() + port);
     }
 
-    // Element i of an index map: entry i of the table, NULL from its end
-    // entry on.
+    // Element i of an index map: entry i of the table, NULL from its end on.
     constexpr const port_mapping_entry *in_order(std::size_t i) const
     {
         return i < ports() ? table + i : nullptr;
@@ -119,9 +118,8 @@ struct np_port_index {
     }
 };
 
-// Not constexpr: an NP-local map whose rows do not run NP by NP, or whose
-// ports do not fit the index, stops the index from compiling.
-inline void rows_not_np_by_np() {}
+// Not constexpr: a table row that breaks its rule stops the build.
+inline void breaks_rule() {}
 
 template <const auto &map> constexpr np_port_index inverse_of()
 {
@@ -137,7 +135,7 @@ template <const auto &map> constexpr np_port_index inverse_of()
         const std::size_t np = i / x.block;
         if (e->np != np || np >= np_port_index::k_nps ||
             e->np_port - x.low >= np_port_index::k_span)
-            rows_not_np_by_np();
+            breaks_rule(); // the rows do not run NP by NP, or do not fit the index
         uint8_t &r = x.at[np][e->np_port - x.low];
         r = r != 0 ? r : static_cast<uint8_t>(i + 1);
         x.nps = static_cast<uint32_t>(np + 1);
@@ -145,11 +143,6 @@ template <const auto &map> constexpr np_port_index inverse_of()
     return x;
 }
 template <const auto &map> inline constexpr np_port_index k_inverse = inverse_of<map>();
-
-// Not constexpr: a table row that breaks its wiring rule (a row count
-// written apart from the array's bound leaves rows zero-filled) stops the
-// family record from compiling.
-inline void rows_not_by_rule() {}
 
 // The types of an exported index map and of a current-record pointer.
 using map_row = const port_mapping_entry *;
@@ -215,13 +208,13 @@ struct speed_tables {
             port_mapping_entry rule = w.entry(i);
             rule.np_port = w.listed ? e->np_port : rule.np_port;
             if (!same_entry(*e, rule) || phys[i] != e || fplate[i] != e || np_port[i] != e)
-                rows_not_by_rule();
+                breaks_rule();
         }
         if (!same_entry(w.table[w.ports()], k_end_entry))
-            rows_not_by_rule();
+            breaks_rule();
         for (std::size_t f = 0; f < n; ++f)
             if (index[f] != w.fplate_index(f))
-                rows_not_by_rule();
+                breaks_rule();
     }
 };
 
@@ -271,6 +264,10 @@ struct card_tables {
     const port_info *const *port_info_table;
 };
 
+// Slot 15's type of an NP-local port on the three-speed cards, from its
+// range (defined with the operations).
+constexpr uint32_t np_port_ifsub_type_by_range(uint32_t np_port);
+
 struct family {
     const char *path{}; // the family's source, for the assertion report
     texts text{};
@@ -294,7 +291,7 @@ struct family {
     bool failed_query_skips_mapping = false; // slots 8-10 answer 0 on a failed query
     uint32_t max_np_port = UINT32_MAX;       // slot 15 rejects a larger NP-local port
     uint32_t ifsubinst_cages{};              // slot 45's cage bound; 0: slot left empty
-    uint32_t (*np_port_ifsub_type)(uint32_t np_port){}; // slot 15's type of an NP-local port
+    uint32_t (*np_port_ifsub_type)(uint32_t) = np_port_ifsub_type_by_range; // slot 15's type
 };
 
 // ---- The operations ------------------------------------------------------

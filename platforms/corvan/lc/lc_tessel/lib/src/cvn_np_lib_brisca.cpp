@@ -109,9 +109,7 @@ constexpr cage::family k_brisca = {
              brisca_phys_2_fplate_cage_10GE,
              CVN_NP_CHECK("index < brisca_card_np_info->port_subslot_10g")},
         },
-    .port_info_answer = cage::slot4_answer::first_populated_cage,
     .ifsubinst_cages = 8,
-    .np_port_ifsub_type = cage::np_port_ifsub_type_by_range,
 };
 
 using brisca = cage::engine<k_brisca>;

@@ -121,7 +121,6 @@ constexpr cage::family k_brisca_4p = {
     .port_info_answer = cage::slot4_answer::cage_list,
     .query_status_returned = false, // a failed query counts as an empty cage
     .ifsubinst_cages = 4,
-    .np_port_ifsub_type = cage::np_port_ifsub_type_by_range,
 };
 
 using brisca_4p = cage::engine<k_brisca_4p>;

@@ -16,9 +16,10 @@ using cage::map_row;
 
 namespace {
 
-// The wiring of the full card's cages; its NP-local ports follow no rule.
+// The wiring of the full card's cages; their NP-local ports follow no rule,
+// so the mapping table is listed.
 constexpr cage::wiring k_100g = {np_info_dornik, cage::k_100ge, cvn_np_port_mapping_dornik_100g,
-                                 true};
+                                 /* listed */ true};
 
 } // namespace
 

@@ -109,11 +109,9 @@ constexpr cage::family k_fenna = {
              CVN_NP_CHECK("index < fenna_card_np_info->port_subslot_10g")},
         },
     .type_count = 3, // no 40GE_ALT modules
-    .port_info_answer = cage::slot4_answer::first_populated_cage,
     .local_ports_per_np = true,
     .max_np_port = 254,
     .ifsubinst_cages = 0, // slot 45 left empty
-    .np_port_ifsub_type = cage::np_port_ifsub_type_by_range,
 };
 
 using fenna = cage::engine<k_fenna>;
