@@ -58,8 +58,8 @@ inline constexpr speed_facts k_speed_facts[k_speeds] = {
 // `listed`: the NP-local ports follow no rule, so the table is written out.
 struct wiring {
     const np_info &card;
-    speed k;
-    const port_mapping_entry *table;
+    speed k{};
+    const port_mapping_entry *table{};
     bool listed = false;
 
     constexpr uint32_t per_cage() const { return card.*k_speed_facts[k].port_cage; }
