@@ -181,10 +181,8 @@ constexpr np_info info_of(card_shape c)
 
 // One speed of a family: the tables its init installs, the current-record
 // pointers it installs them in, and what the operations need beside them.
-// Built from the speed's wiring, it checks every row of those tables
-// against it: the mapping table (but a listed NP-local port) and its end
-// entry, each map the table in order, and the whole faceplate-index table,
-// whose size it takes from the array.
+// Built from the speed's wiring, it checks every row of those tables against
+// it (a listed NP-local port excepted) and takes each size from the array.
 struct speed_tables {
     current_map phys_map{}, fplate_map{}, np_port_map{};
     current_map *card_phys_map{}, *card_fplate_map{}, *card_np_port_map{};
@@ -194,27 +192,30 @@ struct speed_tables {
     check index_bound{}; // "index < <family>_card_np_info->port_subslot_<speed>"
 
     constexpr speed_tables() = default;
-    template <std::size_t n>
-    constexpr speed_tables(const wiring &w, current_map phys, current_map fplate,
-                           current_map np_port, current_map *card_phys, current_map *card_fplate,
+    template <std::size_t n_phys, std::size_t n_fplate, std::size_t n_np_port, std::size_t n>
+    constexpr speed_tables(const wiring &w, const map_row (&phys)[n_phys],
+                           const map_row (&fplate)[n_fplate], const map_row (&np_port)[n_np_port],
+                           current_map *card_phys, current_map *card_fplate,
                            current_map *card_np_port, const np_port_index *rows,
                            const int32_t (&index)[n], check bound)
         : phys_map(phys), fplate_map(fplate), np_port_map(np_port), card_phys_map(card_phys),
           card_fplate_map(card_fplate), card_np_port_map(card_np_port), np_port_rows(rows),
           fplate_index(index), fplate_index_size(n), index_bound(bound)
     {
-        for (uint32_t i = 0; i < w.ports(); ++i) {
-            const map_row e = w.table + i;
+        for (uint32_t i = 0; i <= w.ports(); ++i) {
             port_mapping_entry rule = w.entry(i);
-            rule.np_port = w.listed ? e->np_port : rule.np_port;
-            if (!same_entry(*e, rule) || phys[i] != e || fplate[i] != e || np_port[i] != e)
+            rule.np_port = w.listed && i < w.ports() ? w.table[i].np_port : rule.np_port;
+            if (!same_entry(w.table[i], rule))
                 breaks_rule();
         }
-        if (!same_entry(w.table[w.ports()], k_end_entry))
+        const auto equal = [](auto a, auto b) { return a == b; };
+        const auto in_order = [&w](std::size_t i) { return w.in_order(i); };
+        const auto index_of = [&w](std::size_t f) { return w.fplate_index(f); };
+        if (!common::rows_follow(phys, in_order, equal) ||
+            !common::rows_follow(fplate, in_order, equal) ||
+            !common::rows_follow(np_port, in_order, equal) ||
+            !common::rows_follow(index, index_of, equal))
             breaks_rule();
-        for (std::size_t f = 0; f < n; ++f)
-            if (index[f] != w.fplate_index(f))
-                breaks_rule();
     }
 };
 

@@ -111,7 +111,6 @@ constexpr cage::family k_fenna = {
     .type_count = 3, // no 40GE_ALT modules
     .local_ports_per_np = true,
     .max_np_port = 254,
-    .ifsubinst_cages = 0, // slot 45 left empty
 };
 
 using fenna = cage::engine<k_fenna>;
