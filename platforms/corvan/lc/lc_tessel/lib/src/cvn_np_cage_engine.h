@@ -37,50 +37,67 @@ namespace common = cvn_np::common;
 using common::k_end_entry;
 using common::same_entry;
 
-// The ports of one speed: cage c, port p sits at entry c * ports_per_cage + p
-// (its faceplate index), with front port = faceplate port = 16c + p and NP
-// c / cages_per_np.  The first cage of an NP numbers its NP-local ports from
-// first_cage_np_port, the others from other_cage_np_port.
-struct wiring {
-    uint32_t cages;
-    uint32_t cages_per_np;
-    uint32_t ports_per_cage;
-    uint16_t first_cage_np_port;
-    uint16_t other_cage_np_port;
-    uint32_t port_type;
+enum speed : uint8_t { k_100ge, k_40ge, k_10ge, k_speeds };
 
-    constexpr uint32_t ports() const { return cages * ports_per_cage; }
+// What np_info says of each speed, the port type of its ports, and the
+// NP-local port of port 0 of an NP's first cage and of its other cages.
+struct speed_facts {
+    uint16_t np_info::*port_subslot; // bound of a faceplate index
+    uint16_t np_info::*port_cage;    // ports of one cage
+    uint32_t port_type;
+    uint16_t first_cage_np_port, other_cage_np_port;
+};
+inline constexpr speed_facts k_speed_facts[k_speeds] = {
+    {&np_info::port_subslot_100g, &np_info::port_cage_100g, CVN_NP_PORT_TYPE_100GE, 117, 116},
+    {&np_info::port_subslot_40g, &np_info::port_cage_40g, CVN_NP_PORT_TYPE_40GE, 99, 96},
+    {&np_info::port_subslot_10g, &np_info::port_cage_10g, CVN_NP_PORT_TYPE_10GE, 204, 192},
 };
 
-// Entry i of the speed's mapping table; entry ports() is the end entry.
-template <const wiring &w> constexpr port_mapping_entry entry_of(std::size_t i)
-{
-    if (i >= w.ports())
-        return k_end_entry;
-    const auto cage = static_cast<uint16_t>(i / w.ports_per_cage);
-    const auto port = static_cast<uint16_t>(i % w.ports_per_cage);
-    const auto front = static_cast<uint16_t>(16 * cage + port);
-    const uint16_t base = cage % w.cages_per_np == 0 ? w.first_cage_np_port : w.other_cage_np_port;
-    return {front, static_cast<uint16_t>(cage / w.cages_per_np), static_cast<uint16_t>(base + port),
-            front, w.port_type};
-}
+// The ports of one speed on a card with np_info `card`: cage c, port p sits
+// at entry c * ports_per_cage + p of `table` (its faceplate index), with
+// front port = faceplate port = 16c + p and NP c / cage_per_complex.
+// `listed`: the NP-local ports follow no rule, so the table is written out.
+struct wiring {
+    const np_info &card;
+    speed k{};
+    const port_mapping_entry *table{};
+    bool listed = false;
 
-// Element f of the speed's faceplate-index table: the faceplate index of
-// front port f, or CVN_NP_NO_PORT where f has no port of this speed.
-template <const wiring &w> constexpr int32_t fplate_index_of(std::size_t f)
-{
-    const auto cage = static_cast<uint32_t>(f >> 4);
-    const auto port = static_cast<uint32_t>(f & 0x0F);
-    if (cage >= w.cages || port >= w.ports_per_cage)
-        return CVN_NP_NO_PORT;
-    return static_cast<int32_t>(cage * w.ports_per_cage + port);
-}
+    constexpr uint32_t per_cage() const { return card.*k_speed_facts[k].port_cage; }
+    constexpr uint32_t ports() const { return card.num_cage * per_cage(); }
 
-// Element i of an index map: entry i of `table`, NULL from its end entry on.
-template <const auto &table> constexpr const port_mapping_entry *pointer_to(std::size_t i)
-{
-    return i + 1 < std::size(table) ? &table[i] : nullptr;
-}
+    // Entry i of the mapping table; entry ports() is the end entry.
+    constexpr port_mapping_entry entry(std::size_t i) const
+    {
+        if (i >= ports())
+            return k_end_entry;
+        const speed_facts &s = k_speed_facts[k];
+        const auto cage = static_cast<uint16_t>(i / per_cage());
+        const auto port = static_cast<uint16_t>(i % per_cage());
+        const auto front = static_cast<uint16_t>(16 * cage + port);
+        const bool first = cage % card.cage_per_complex == 0;
+        const uint16_t base = first ? s.first_cage_np_port : s.other_cage_np_port;
+        return {front, static_cast<uint16_t>(cage / card.cage_per_complex),
+                static_cast<uint16_t>(base + port), front, s.port_type};
+    }
+
+    // Element f of the faceplate-index table: the faceplate index of front
+    // port f, or CVN_NP_NO_PORT where f has no port of this speed.
+    constexpr int32_t fplate_index(std::size_t f) const
+    {
+        const auto cage = static_cast<uint32_t>(f >> 4);
+        const auto port = static_cast<uint32_t>(f & 0x0F);
+        if (cage >= card.num_cage || port >= per_cage())
+            return CVN_NP_NO_PORT;
+        return static_cast<int32_t>(cage * per_cage() + port);
+    }
+
+    // Element i of an index map: entry i of the table, NULL from its end on.
+    constexpr const port_mapping_entry *in_order(std::size_t i) const
+    {
+        return i < ports() ? table + i : nullptr;
+    }
+};
 
 // The inverse of an NP-local map, (NP, NP-local port) -> row: NP n's rows are
 // the `block` rows from n * block, and at[n][p - low] is the first of them
@@ -102,9 +119,8 @@ struct np_port_index {
     }
 };
 
-// Not constexpr: an NP-local map whose rows do not run NP by NP, or whose
-// ports do not fit the index, stops the index from compiling.
-inline void rows_not_np_by_np() {}
+// Not constexpr: a table row that breaks its rule stops the build.
+inline void breaks_rule() {}
 
 template <const auto &map> constexpr np_port_index inverse_of()
 {
@@ -120,7 +136,7 @@ template <const auto &map> constexpr np_port_index inverse_of()
         const std::size_t np = i / x.block;
         if (e->np != np || np >= np_port_index::k_nps ||
             e->np_port - x.low >= np_port_index::k_span)
-            rows_not_np_by_np();
+            breaks_rule(); // the rows do not run NP by NP, or do not fit the index
         uint8_t &r = x.at[np][e->np_port - x.low];
         r = r != 0 ? r : static_cast<uint8_t>(i + 1);
         x.nps = static_cast<uint32_t>(np + 1);
@@ -129,32 +145,16 @@ template <const auto &map> constexpr np_port_index inverse_of()
 }
 template <const auto &map> inline constexpr np_port_index k_inverse = inverse_of<map>();
 
-// Every row of `table` is rule(row): a row count written apart from the
-// array's bound cannot leave rows zero-filled.
-constexpr bool same_row(const port_mapping_entry &a, const port_mapping_entry &b)
-{
-    return same_entry(a, b);
-}
-template <class T> constexpr bool same_row(T a, T b) { return a == b; }
-template <const auto &table, auto rule> constexpr bool rows_follow()
-{
-    for (std::size_t i = 0; i < std::size(table); ++i)
-        if (!same_row(table[i], rule(i)))
-            return false;
-    return true;
-}
-// The tables of a speed wired by w: its mapping table, its faceplate-index
-// table and its index maps, which point at the mapping table in order.
-template <const wiring &w, const auto &table, const auto &index, const auto &...maps>
-constexpr bool speed_follows()
-{
-    return rows_follow<table, entry_of<w>>() && rows_follow<index, fplate_index_of<w>>() &&
-           (rows_follow<maps, pointer_to<table>>() && ...);
-}
 // The types of an exported index map and of a current-record pointer.
 using map_row = const port_mapping_entry *;
 using current_map = const port_mapping_entry *const *;
+
+// The port-info lists: their end row, and the lists of no ports and of the
+// COMBO ports of a card with `cages` cages.
 inline constexpr port_info k_list_end = {0, CVN_NP_PORT_TYPE_END};
+inline constexpr port_info k_no_ports[2] = {{0, CVN_NP_PORT_TYPE_NONE}, k_list_end};
+template <uint16_t cages>
+inline constexpr port_info k_combo_list[2] = {{cages, CVN_NP_PORT_TYPE_COMBO}, k_list_end};
 
 // The np_info of a cage card: one NP per complex, one subslot; the
 // faceplate bounds count `faceplate_cages` cages.  Families write it as
@@ -180,29 +180,44 @@ constexpr np_info info_of(card_shape c)
 
 // ---- Family description ------------------------------------------------
 
-enum speed : uint8_t { k_100ge, k_40ge, k_10ge, k_speeds };
-
 // One speed of a family: the tables its init installs, the current-record
 // pointers it installs them in, and what the operations need beside them.
+// Built from the speed's wiring, it checks every row of those tables against
+// it (a listed NP-local port excepted) and takes each size from the array.
 struct speed_tables {
-    current_map phys_map, fplate_map, np_port_map;
-    current_map *card_phys_map, *card_fplate_map, *card_np_port_map;
-    const np_port_index *np_port_rows; // the inverse of np_port_map
-    const int32_t *fplate_index;       // by front port; NULL: the family has no such speed
-    uint32_t fplate_index_size;
-    check index_bound; // "index < <family>_card_np_info->port_subslot_<speed>"
-};
+    current_map phys_map{}, fplate_map{}, np_port_map{};
+    current_map *card_phys_map{}, *card_fplate_map{}, *card_np_port_map{};
+    const np_port_index *np_port_rows{}; // the inverse of np_port_map
+    const int32_t *fplate_index{};       // by front port; NULL: the family has no such speed
+    uint32_t fplate_index_size{};
+    check index_bound{}; // "index < <family>_card_np_info->port_subslot_<speed>"
 
-// What np_info says of each speed, and the port type of its ports.
-struct speed_facts {
-    uint16_t np_info::*port_subslot; // bound of a faceplate index
-    uint16_t np_info::*port_cage;    // ports of one cage
-    uint32_t port_type;
-};
-inline constexpr speed_facts k_speed_facts[k_speeds] = {
-    {&np_info::port_subslot_100g, &np_info::port_cage_100g, CVN_NP_PORT_TYPE_100GE},
-    {&np_info::port_subslot_40g, &np_info::port_cage_40g, CVN_NP_PORT_TYPE_40GE},
-    {&np_info::port_subslot_10g, &np_info::port_cage_10g, CVN_NP_PORT_TYPE_10GE},
+    constexpr speed_tables() = default;
+    template <std::size_t n_phys, std::size_t n_fplate, std::size_t n_np_port, std::size_t n>
+    constexpr speed_tables(const wiring &w, const map_row (&phys)[n_phys],
+                           const map_row (&fplate)[n_fplate], const map_row (&np_port)[n_np_port],
+                           current_map *card_phys, current_map *card_fplate,
+                           current_map *card_np_port, const np_port_index *rows,
+                           const int32_t (&index)[n], check bound)
+        : phys_map(phys), fplate_map(fplate), np_port_map(np_port), card_phys_map(card_phys),
+          card_fplate_map(card_fplate), card_np_port_map(card_np_port), np_port_rows(rows),
+          fplate_index(index), fplate_index_size(n), index_bound(bound)
+    {
+        for (uint32_t i = 0; i <= w.ports(); ++i) {
+            port_mapping_entry rule = w.entry(i);
+            rule.np_port = w.listed && i < w.ports() ? w.table[i].np_port : rule.np_port;
+            if (!same_entry(w.table[i], rule))
+                breaks_rule();
+        }
+        const auto equal = [](auto a, auto b) { return a == b; };
+        const auto in_order = [&w](std::size_t i) { return w.in_order(i); };
+        const auto index_of = [&w](std::size_t f) { return w.fplate_index(f); };
+        if (!common::rows_follow(phys, in_order, equal) ||
+            !common::rows_follow(fplate, in_order, equal) ||
+            !common::rows_follow(np_port, in_order, equal) ||
+            !common::rows_follow(index, index_of, equal))
+            breaks_rule();
+    }
 };
 
 // An interface-subsystem type the family knows: its speed and the ports one
@@ -251,6 +266,10 @@ struct card_tables {
     const port_info *const *port_info_table;
 };
 
+// Slot 15's type of an NP-local port on the three-speed cards, from its
+// range (defined with the operations).
+constexpr uint32_t np_port_ifsub_type_by_range(uint32_t np_port);
+
 struct family {
     const char *path{}; // the family's source, for the assertion report
     texts text{};
@@ -264,17 +283,17 @@ struct family {
     subslot_info *card_subslot_info{};
     const port_info *dummy_port_info{};
     speed_tables speeds[k_speeds]{};
-    const ifsub_type *types{};
-    std::size_t type_count{};
+    const ifsub_type *types = k_module_types;
+    std::size_t type_count = std::size(k_module_types);
 
     // The family's differences.
     slot4_answer port_info_answer{};
     bool local_ports_per_np = false;         // slot 40 counts an NP's cages, not one cage
-    bool query_status_returned{};            // slots 11, 12, 16, 18 return a failed query
+    bool query_status_returned = true;       // slots 11, 12, 16, 18 return a failed query
     bool failed_query_skips_mapping = false; // slots 8-10 answer 0 on a failed query
     uint32_t max_np_port = UINT32_MAX;       // slot 15 rejects a larger NP-local port
     uint32_t ifsubinst_cages{};              // slot 45's cage bound; 0: slot left empty
-    uint32_t (*np_port_ifsub_type)(uint32_t np_port){}; // slot 15's type of an NP-local port
+    uint32_t (*np_port_ifsub_type)(uint32_t) = np_port_ifsub_type_by_range; // slot 15's type
 };
 
 // ---- The operations ------------------------------------------------------

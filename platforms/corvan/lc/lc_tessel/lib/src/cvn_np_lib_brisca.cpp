@@ -7,13 +7,14 @@
 #include "cvn_np_lib_tables.h"
 
 namespace cage = cvn_np::cage;
+using cage::map_row;
 
 namespace {
 
-// The first cage of an NP numbers its ports from the higher base.
-constexpr cage::wiring k_10g = {8, 2, 10, 204, 192, CVN_NP_PORT_TYPE_10GE};
-constexpr cage::wiring k_40g = {8, 2, 2, 99, 96, CVN_NP_PORT_TYPE_40GE};
-constexpr cage::wiring k_100g = {8, 2, 1, 117, 116, CVN_NP_PORT_TYPE_100GE};
+// The wiring of each speed, from which its tables are generated.
+constexpr cage::wiring k_10g = {np_info_brisca, cage::k_10ge, cvn_np_port_mapping_brisca_10g};
+constexpr cage::wiring k_40g = {np_info_brisca, cage::k_40ge, cvn_np_port_mapping_brisca_40g};
+constexpr cage::wiring k_100g = {np_info_brisca, cage::k_100ge, cvn_np_port_mapping_brisca_100g};
 
 } // namespace
 
@@ -25,47 +26,30 @@ constexpr port_info port_info_brisca_10g[2] = {{10, CVN_NP_PORT_TYPE_10GE}, cage
 constexpr port_info port_info_brisca_40g[2] = {{2, CVN_NP_PORT_TYPE_40GE}, cage::k_list_end};
 constexpr port_info port_info_brisca_100g[2] = {{1, CVN_NP_PORT_TYPE_100GE}, cage::k_list_end};
 constexpr port_info brisca_dummy_port_info[1] = {cage::k_list_end};
-constexpr port_info port_info_brisca_none[2] = {{0, CVN_NP_PORT_TYPE_NONE}, cage::k_list_end};
-constexpr port_info port_info_brisca_combo[2] = {{8, CVN_NP_PORT_TYPE_COMBO}, cage::k_list_end};
 constexpr const port_info *port_info_brisca[6] = {
-    port_info_brisca_none, port_info_brisca_10g,  port_info_brisca_combo,
-    port_info_brisca_40g,  port_info_brisca_100g, nullptr,
+    cage::k_no_ports,     port_info_brisca_10g,  cage::k_combo_list<8>,
+    port_info_brisca_40g, port_info_brisca_100g, nullptr,
 };
 
-constexpr port_mapping_entry cvn_np_port_mapping_brisca_10g[81] = {
-    CVN_NP_ROWS(cage::entry_of<k_10g>, 8, 1)};
-constexpr port_mapping_entry cvn_np_port_mapping_brisca_40g[17] = {
-    CVN_NP_ROWS(cage::entry_of<k_40g>, 1, 7)};
-constexpr port_mapping_entry cvn_np_port_mapping_brisca_100g[9] = {
-    CVN_NP_ROWS(cage::entry_of<k_100g>, 0, 9)};
+constexpr port_mapping_entry cvn_np_port_mapping_brisca_10g[81] = {CVN_NP_ROWS(k_10g.entry, 8, 1)};
+constexpr port_mapping_entry cvn_np_port_mapping_brisca_40g[17] = {CVN_NP_ROWS(k_40g.entry, 1, 7)};
+constexpr port_mapping_entry cvn_np_port_mapping_brisca_100g[9] = {CVN_NP_ROWS(k_100g.entry, 0, 9)};
 
 // The entries already run NP by NP, so all three maps of a speed are the
 // table in order.
-constexpr cage::map_row np_local_port_map_brisca_10g[80] = {
-    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_10g>, 8, 0)};
-constexpr cage::map_row np_local_port_map_brisca_40g[16] = {
-    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_40g>, 1, 6)};
-constexpr cage::map_row np_local_port_map_brisca_100g[8] = {
-    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_100g>, 0, 8)};
-constexpr cage::map_row fplate_port_map_brisca_10g[80] = {
-    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_10g>, 8, 0)};
-constexpr cage::map_row fplate_port_map_brisca_40g[16] = {
-    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_40g>, 1, 6)};
-constexpr cage::map_row fplate_port_map_brisca_100g[8] = {
-    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_100g>, 0, 8)};
-constexpr cage::map_row phys_front_port_map_brisca_10g[80] = {
-    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_10g>, 8, 0)};
-constexpr cage::map_row phys_front_port_map_brisca_40g[16] = {
-    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_40g>, 1, 6)};
-constexpr cage::map_row phys_front_port_map_brisca_100g[8] = {
-    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_100g>, 0, 8)};
+constexpr map_row np_local_port_map_brisca_10g[80] = {CVN_NP_ROWS(k_10g.in_order, 8, 0)};
+constexpr map_row np_local_port_map_brisca_40g[16] = {CVN_NP_ROWS(k_40g.in_order, 1, 6)};
+constexpr map_row np_local_port_map_brisca_100g[8] = {CVN_NP_ROWS(k_100g.in_order, 0, 8)};
+constexpr map_row fplate_port_map_brisca_10g[80] = {CVN_NP_ROWS(k_10g.in_order, 8, 0)};
+constexpr map_row fplate_port_map_brisca_40g[16] = {CVN_NP_ROWS(k_40g.in_order, 1, 6)};
+constexpr map_row fplate_port_map_brisca_100g[8] = {CVN_NP_ROWS(k_100g.in_order, 0, 8)};
+constexpr map_row phys_front_port_map_brisca_10g[80] = {CVN_NP_ROWS(k_10g.in_order, 8, 0)};
+constexpr map_row phys_front_port_map_brisca_40g[16] = {CVN_NP_ROWS(k_40g.in_order, 1, 6)};
+constexpr map_row phys_front_port_map_brisca_100g[8] = {CVN_NP_ROWS(k_100g.in_order, 0, 8)};
 
-constexpr int32_t brisca_phys_2_fplate_cage_10GE[128] = {
-    CVN_NP_ROWS(cage::fplate_index_of<k_10g>, 12, 8)};
-constexpr int32_t brisca_phys_2_fplate_cage_40GE[128] = {
-    CVN_NP_ROWS(cage::fplate_index_of<k_40g>, 12, 8)};
-constexpr int32_t brisca_phys_2_fplate_cage_100GE[128] = {
-    CVN_NP_ROWS(cage::fplate_index_of<k_100g>, 12, 8)};
+constexpr int32_t brisca_phys_2_fplate_cage_10GE[128] = {CVN_NP_ROWS(k_10g.fplate_index, 12, 8)};
+constexpr int32_t brisca_phys_2_fplate_cage_40GE[128] = {CVN_NP_ROWS(k_40g.fplate_index, 12, 8)};
+constexpr int32_t brisca_phys_2_fplate_cage_100GE[128] = {CVN_NP_ROWS(k_100g.fplate_index, 12, 8)};
 
 cage::current_map brisca_card_phys_map_100ge, brisca_card_fplate_map_100ge,
     brisca_card_np_port_map_100ge;
@@ -81,19 +65,9 @@ cvn_np_api cvn_np_api_brisca;
 
 } // extern "C"
 
-// Every generated table follows its rule, row for row.
-static_assert(cage::speed_follows<k_10g, cvn_np_port_mapping_brisca_10g,
-                                  brisca_phys_2_fplate_cage_10GE, np_local_port_map_brisca_10g,
-                                  fplate_port_map_brisca_10g, phys_front_port_map_brisca_10g>());
-static_assert(cage::speed_follows<k_40g, cvn_np_port_mapping_brisca_40g,
-                                  brisca_phys_2_fplate_cage_40GE, np_local_port_map_brisca_40g,
-                                  fplate_port_map_brisca_40g, phys_front_port_map_brisca_40g>());
-static_assert(cage::speed_follows<k_100g, cvn_np_port_mapping_brisca_100g,
-                                  brisca_phys_2_fplate_cage_100GE, np_local_port_map_brisca_100g,
-                                  fplate_port_map_brisca_100g, phys_front_port_map_brisca_100g>());
-
 namespace {
 
+// Each speed checks its tables against its wiring, row for row.
 constexpr cage::family k_brisca = {
     .path = "platforms/corvan/lc/lc_tessel/lib/src/cvn_np_lib_brisca.cpp",
     .text =
@@ -119,29 +93,23 @@ constexpr cage::family k_brisca = {
     .dummy_port_info = brisca_dummy_port_info,
     .speeds =
         {
-            {phys_front_port_map_brisca_100g, fplate_port_map_brisca_100g,
+            {k_100g, phys_front_port_map_brisca_100g, fplate_port_map_brisca_100g,
              np_local_port_map_brisca_100g, &brisca_card_phys_map_100ge,
              &brisca_card_fplate_map_100ge, &brisca_card_np_port_map_100ge,
-             &cage::k_inverse<np_local_port_map_brisca_100g>, brisca_phys_2_fplate_cage_100GE, 128,
+             &cage::k_inverse<np_local_port_map_brisca_100g>, brisca_phys_2_fplate_cage_100GE,
              CVN_NP_CHECK("index < brisca_card_np_info->port_subslot_100g")},
-            {phys_front_port_map_brisca_40g, fplate_port_map_brisca_40g,
+            {k_40g, phys_front_port_map_brisca_40g, fplate_port_map_brisca_40g,
              np_local_port_map_brisca_40g, &brisca_card_phys_map_40ge, &brisca_card_fplate_map_40ge,
              &brisca_card_np_port_map_40ge, &cage::k_inverse<np_local_port_map_brisca_40g>,
-             brisca_phys_2_fplate_cage_40GE, 128,
+             brisca_phys_2_fplate_cage_40GE,
              CVN_NP_CHECK("index < brisca_card_np_info->port_subslot_40g")},
-            {phys_front_port_map_brisca_10g, fplate_port_map_brisca_10g,
+            {k_10g, phys_front_port_map_brisca_10g, fplate_port_map_brisca_10g,
              np_local_port_map_brisca_10g, &brisca_card_phys_map_10ge, &brisca_card_fplate_map_10ge,
              &brisca_card_np_port_map_10ge, &cage::k_inverse<np_local_port_map_brisca_10g>,
-             brisca_phys_2_fplate_cage_10GE, 128,
+             brisca_phys_2_fplate_cage_10GE,
              CVN_NP_CHECK("index < brisca_card_np_info->port_subslot_10g")},
         },
-    .types = cage::k_module_types,
-    .type_count = std::size(cage::k_module_types),
-    .port_info_answer = cage::slot4_answer::first_populated_cage,
-    .local_ports_per_np = false, // brisca counts slot 40 per cage
-    .query_status_returned = true,
     .ifsubinst_cages = 8,
-    .np_port_ifsub_type = cage::np_port_ifsub_type_by_range,
 };
 
 using brisca = cage::engine<k_brisca>;

@@ -11,12 +11,15 @@
 #include "cvn_np_lib_tables.h"
 
 namespace cage = cvn_np::cage;
+using cage::map_row;
 
 namespace {
 
-constexpr cage::wiring k_10g = {4, 1, 10, 204, 204, CVN_NP_PORT_TYPE_10GE};
-constexpr cage::wiring k_40g = {4, 1, 2, 99, 99, CVN_NP_PORT_TYPE_40GE};
-constexpr cage::wiring k_100g = {4, 1, 1, 117, 117, CVN_NP_PORT_TYPE_100GE};
+// The wiring of each speed, from which its tables are generated.
+constexpr cage::wiring k_10g = {np_info_brisca_4p, cage::k_10ge, cvn_np_port_mapping_brisca_4p_10g};
+constexpr cage::wiring k_40g = {np_info_brisca_4p, cage::k_40ge, cvn_np_port_mapping_brisca_4p_40g};
+constexpr cage::wiring k_100g = {np_info_brisca_4p, cage::k_100ge,
+                                 cvn_np_port_mapping_brisca_4p_100g};
 
 } // namespace
 
@@ -29,46 +32,33 @@ constexpr port_info port_info_brisca_4p_40g[2] = {{2, CVN_NP_PORT_TYPE_40GE}, ca
 constexpr port_info port_info_brisca_4p_100g[2] = {{1, CVN_NP_PORT_TYPE_100GE}, cage::k_list_end};
 constexpr port_info port_info_brisca_4p_combo[2] = {{4, CVN_NP_PORT_TYPE_COMBO}, cage::k_list_end};
 constexpr port_info brisca_4p_dummy_port_info[1] = {cage::k_list_end};
-constexpr port_info port_info_brisca_4p_none[2] = {{0, CVN_NP_PORT_TYPE_NONE}, cage::k_list_end};
 constexpr const port_info *port_info_brisca_4p[6] = {
-    port_info_brisca_4p_none, port_info_brisca_4p_10g,  port_info_brisca_4p_combo,
-    port_info_brisca_4p_40g,  port_info_brisca_4p_100g, nullptr,
+    cage::k_no_ports,        port_info_brisca_4p_10g,  port_info_brisca_4p_combo,
+    port_info_brisca_4p_40g, port_info_brisca_4p_100g, nullptr,
 };
 
 constexpr port_mapping_entry cvn_np_port_mapping_brisca_4p_10g[41] = {
-    CVN_NP_ROWS(cage::entry_of<k_10g>, 4, 1)};
+    CVN_NP_ROWS(k_10g.entry, 4, 1)};
 constexpr port_mapping_entry cvn_np_port_mapping_brisca_4p_40g[9] = {
-    CVN_NP_ROWS(cage::entry_of<k_40g>, 0, 9)};
+    CVN_NP_ROWS(k_40g.entry, 0, 9)};
 constexpr port_mapping_entry cvn_np_port_mapping_brisca_4p_100g[5] = {
-    CVN_NP_ROWS(cage::entry_of<k_100g>, 0, 5)};
+    CVN_NP_ROWS(k_100g.entry, 0, 5)};
 
 // The NP-local maps keep brisca's room (80, 16, 16); past the card's
 // entries they hold NULL, which no NP's block reaches.
-constexpr cage::map_row np_local_port_map_brisca_4p_10g[80] = {
-    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_4p_10g>, 8, 0)};
-constexpr cage::map_row np_local_port_map_brisca_4p_40g[16] = {
-    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_4p_40g>, 1, 6)};
-constexpr cage::map_row np_local_port_map_brisca_4p_100g[16] = {
-    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_4p_100g>, 1, 6)};
-constexpr cage::map_row fplate_port_map_brisca_4p_10g[40] = {
-    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_4p_10g>, 4, 0)};
-constexpr cage::map_row fplate_port_map_brisca_4p_40g[8] = {
-    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_4p_40g>, 0, 8)};
-constexpr cage::map_row fplate_port_map_brisca_4p_100g[4] = {
-    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_4p_100g>, 0, 4)};
-constexpr cage::map_row phys_front_port_map_brisca_4p_10g[40] = {
-    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_4p_10g>, 4, 0)};
-constexpr cage::map_row phys_front_port_map_brisca_4p_40g[8] = {
-    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_4p_40g>, 0, 8)};
-constexpr cage::map_row phys_front_port_map_brisca_4p_100g[4] = {
-    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_brisca_4p_100g>, 0, 4)};
+constexpr map_row np_local_port_map_brisca_4p_10g[80] = {CVN_NP_ROWS(k_10g.in_order, 8, 0)};
+constexpr map_row np_local_port_map_brisca_4p_40g[16] = {CVN_NP_ROWS(k_40g.in_order, 1, 6)};
+constexpr map_row np_local_port_map_brisca_4p_100g[16] = {CVN_NP_ROWS(k_100g.in_order, 1, 6)};
+constexpr map_row fplate_port_map_brisca_4p_10g[40] = {CVN_NP_ROWS(k_10g.in_order, 4, 0)};
+constexpr map_row fplate_port_map_brisca_4p_40g[8] = {CVN_NP_ROWS(k_40g.in_order, 0, 8)};
+constexpr map_row fplate_port_map_brisca_4p_100g[4] = {CVN_NP_ROWS(k_100g.in_order, 0, 4)};
+constexpr map_row phys_front_port_map_brisca_4p_10g[40] = {CVN_NP_ROWS(k_10g.in_order, 4, 0)};
+constexpr map_row phys_front_port_map_brisca_4p_40g[8] = {CVN_NP_ROWS(k_40g.in_order, 0, 8)};
+constexpr map_row phys_front_port_map_brisca_4p_100g[4] = {CVN_NP_ROWS(k_100g.in_order, 0, 4)};
 
-constexpr int32_t brisca_4p_phys_2_fplate_cage_10GE[64] = {
-    CVN_NP_ROWS(cage::fplate_index_of<k_10g>, 6, 4)};
-constexpr int32_t brisca_4p_phys_2_fplate_cage_40GE[64] = {
-    CVN_NP_ROWS(cage::fplate_index_of<k_40g>, 6, 4)};
-constexpr int32_t brisca_4p_phys_2_fplate_cage_100GE[64] = {
-    CVN_NP_ROWS(cage::fplate_index_of<k_100g>, 6, 4)};
+constexpr int32_t brisca_4p_phys_2_fplate_cage_10GE[64] = {CVN_NP_ROWS(k_10g.fplate_index, 6, 4)};
+constexpr int32_t brisca_4p_phys_2_fplate_cage_40GE[64] = {CVN_NP_ROWS(k_40g.fplate_index, 6, 4)};
+constexpr int32_t brisca_4p_phys_2_fplate_cage_100GE[64] = {CVN_NP_ROWS(k_100g.fplate_index, 6, 4)};
 
 cage::current_map brisca_4p_card_phys_map_100ge, brisca_4p_card_fplate_map_100ge,
     brisca_4p_card_np_port_map_100ge;
@@ -84,22 +74,9 @@ cvn_np_api cvn_np_api_brisca_4p;
 
 } // extern "C"
 
-// Every generated table follows its rule, row for row.
-static_assert(
-    cage::speed_follows<k_10g, cvn_np_port_mapping_brisca_4p_10g, brisca_4p_phys_2_fplate_cage_10GE,
-                        np_local_port_map_brisca_4p_10g, fplate_port_map_brisca_4p_10g,
-                        phys_front_port_map_brisca_4p_10g>());
-static_assert(
-    cage::speed_follows<k_40g, cvn_np_port_mapping_brisca_4p_40g, brisca_4p_phys_2_fplate_cage_40GE,
-                        np_local_port_map_brisca_4p_40g, fplate_port_map_brisca_4p_40g,
-                        phys_front_port_map_brisca_4p_40g>());
-static_assert(
-    cage::speed_follows<k_100g, cvn_np_port_mapping_brisca_4p_100g,
-                        brisca_4p_phys_2_fplate_cage_100GE, np_local_port_map_brisca_4p_100g,
-                        fplate_port_map_brisca_4p_100g, phys_front_port_map_brisca_4p_100g>());
-
 namespace {
 
+// Each speed checks its tables against its wiring, row for row.
 constexpr cage::family k_brisca_4p = {
     .path = "platforms/corvan/lc/lc_tessel/lib/src/cvn_np_lib_brisca_4p.cpp",
     .text =
@@ -125,28 +102,25 @@ constexpr cage::family k_brisca_4p = {
     .dummy_port_info = brisca_4p_dummy_port_info,
     .speeds =
         {
-            {phys_front_port_map_brisca_4p_100g, fplate_port_map_brisca_4p_100g,
+            {k_100g, phys_front_port_map_brisca_4p_100g, fplate_port_map_brisca_4p_100g,
              np_local_port_map_brisca_4p_100g, &brisca_4p_card_phys_map_100ge,
              &brisca_4p_card_fplate_map_100ge, &brisca_4p_card_np_port_map_100ge,
              &cage::k_inverse<np_local_port_map_brisca_4p_100g>, brisca_4p_phys_2_fplate_cage_100GE,
-             64, CVN_NP_CHECK("index < brisca_4p_card_np_info->port_subslot_100g")},
-            {phys_front_port_map_brisca_4p_40g, fplate_port_map_brisca_4p_40g,
+             CVN_NP_CHECK("index < brisca_4p_card_np_info->port_subslot_100g")},
+            {k_40g, phys_front_port_map_brisca_4p_40g, fplate_port_map_brisca_4p_40g,
              np_local_port_map_brisca_4p_40g, &brisca_4p_card_phys_map_40ge,
              &brisca_4p_card_fplate_map_40ge, &brisca_4p_card_np_port_map_40ge,
              &cage::k_inverse<np_local_port_map_brisca_4p_40g>, brisca_4p_phys_2_fplate_cage_40GE,
-             64, CVN_NP_CHECK("index < brisca_4p_card_np_info->port_subslot_40g")},
-            {phys_front_port_map_brisca_4p_10g, fplate_port_map_brisca_4p_10g,
+             CVN_NP_CHECK("index < brisca_4p_card_np_info->port_subslot_40g")},
+            {k_10g, phys_front_port_map_brisca_4p_10g, fplate_port_map_brisca_4p_10g,
              np_local_port_map_brisca_4p_10g, &brisca_4p_card_phys_map_10ge,
              &brisca_4p_card_fplate_map_10ge, &brisca_4p_card_np_port_map_10ge,
              &cage::k_inverse<np_local_port_map_brisca_4p_10g>, brisca_4p_phys_2_fplate_cage_10GE,
-             64, CVN_NP_CHECK("index < brisca_4p_card_np_info->port_subslot_10g")},
+             CVN_NP_CHECK("index < brisca_4p_card_np_info->port_subslot_10g")},
         },
-    .types = cage::k_module_types,
-    .type_count = std::size(cage::k_module_types),
     .port_info_answer = cage::slot4_answer::cage_list,
     .query_status_returned = false, // a failed query counts as an empty cage
     .ifsubinst_cages = 4,
-    .np_port_ifsub_type = cage::np_port_ifsub_type_by_range,
 };
 
 using brisca_4p = cage::engine<k_brisca_4p>;

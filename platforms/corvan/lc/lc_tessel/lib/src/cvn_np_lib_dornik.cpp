@@ -12,11 +12,14 @@
 #include "cvn_np_lib_tables.h"
 
 namespace cage = cvn_np::cage;
+using cage::map_row;
 
 namespace {
 
-// Only the faceplate index of the cages is needed from this rule.
-constexpr cage::wiring k_100g = {12, 2, 1, 0, 0, CVN_NP_PORT_TYPE_100GE};
+// The wiring of the full card's cages; their NP-local ports follow no rule,
+// so the mapping table is listed.
+constexpr cage::wiring k_100g = {np_info_dornik, cage::k_100ge, cvn_np_port_mapping_dornik_100g,
+                                 /* listed */ true};
 
 } // namespace
 
@@ -26,17 +29,14 @@ constexpr np_info np_info_dornik = cage::info_of({6, 12, 12, 12, 1, 0, 0, 0});
 constexpr np_info np_info_dornik_lite = cage::info_of({2, 4, 4, 4, 1, 0, 0, 0});
 
 constexpr port_info dornik_dummy_port_info[1] = {cage::k_list_end};
-constexpr port_info port_info_dornik_combo[2] = {{12, CVN_NP_PORT_TYPE_COMBO}, cage::k_list_end};
-constexpr port_info port_info_dornik_lite_combo[2] = {{4, CVN_NP_PORT_TYPE_COMBO},
-                                                      cage::k_list_end};
 constexpr port_info port_info_dornik_100g[2] = {{1, CVN_NP_PORT_TYPE_100GE}, cage::k_list_end};
 // Only the COMBO and 100GE positions hold lists of their own.
 constexpr const port_info *port_info_dornik[6] = {
-    dornik_dummy_port_info, dornik_dummy_port_info, port_info_dornik_combo,
+    dornik_dummy_port_info, dornik_dummy_port_info, cage::k_combo_list<12>,
     dornik_dummy_port_info, port_info_dornik_100g,  nullptr,
 };
 constexpr const port_info *port_info_dornik_lite[6] = {
-    dornik_dummy_port_info, dornik_dummy_port_info, port_info_dornik_lite_combo,
+    dornik_dummy_port_info, dornik_dummy_port_info, cage::k_combo_list<4>,
     dornik_dummy_port_info, port_info_dornik_100g,  nullptr,
 };
 
@@ -50,15 +50,11 @@ constexpr port_mapping_entry cvn_np_port_mapping_dornik_100g[13] = {
     cage::k_end_entry,
 };
 
-constexpr cage::map_row np_local_port_map_dornik_100g[12] = {
-    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_dornik_100g>, 1, 2)};
-constexpr cage::map_row fplate_port_map_dornik_100g[12] = {
-    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_dornik_100g>, 1, 2)};
-constexpr cage::map_row phys_front_port_map_dornik_100g[12] = {
-    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_dornik_100g>, 1, 2)};
+constexpr map_row np_local_port_map_dornik_100g[12] = {CVN_NP_ROWS(k_100g.in_order, 1, 2)};
+constexpr map_row fplate_port_map_dornik_100g[12] = {CVN_NP_ROWS(k_100g.in_order, 1, 2)};
+constexpr map_row phys_front_port_map_dornik_100g[12] = {CVN_NP_ROWS(k_100g.in_order, 1, 2)};
 
-constexpr int32_t dornik_phys_2_fplate_ifsub_100GE[192] = {
-    CVN_NP_ROWS(cage::fplate_index_of<k_100g>, 19, 2)};
+constexpr int32_t dornik_phys_2_fplate_ifsub_100GE[192] = {CVN_NP_ROWS(k_100g.fplate_index, 19, 2)};
 
 cage::current_map dornik_card_phys_map_100ge, dornik_card_fplate_map_100ge,
     dornik_card_np_port_map_100ge;
@@ -69,16 +65,6 @@ subslot_info dornik_card_subslot_info;
 cvn_np_api cvn_np_api_dornik;
 
 } // extern "C"
-
-// Every generated table follows its rule, row for row.
-static_assert(
-    cage::rows_follow<dornik_phys_2_fplate_ifsub_100GE, cage::fplate_index_of<k_100g>>() &&
-    cage::rows_follow<np_local_port_map_dornik_100g,
-                      cage::pointer_to<cvn_np_port_mapping_dornik_100g>>() &&
-    cage::rows_follow<fplate_port_map_dornik_100g,
-                      cage::pointer_to<cvn_np_port_mapping_dornik_100g>>() &&
-    cage::rows_follow<phys_front_port_map_dornik_100g,
-                      cage::pointer_to<cvn_np_port_mapping_dornik_100g>>());
 
 namespace {
 
@@ -96,6 +82,7 @@ cage::card_tables tables_for_card()
 
 constexpr uint32_t np_port_ifsub_type(uint32_t) { return CVN_NP_IFSUB_TYPE_DORNIK_100GE; }
 
+// The speed checks its tables against its wiring, row for row.
 constexpr cage::family k_dornik = {
     .path = "platforms/corvan/lc/lc_tessel/lib/src/cvn_np_lib_dornik.cpp",
     .text =
@@ -122,17 +109,16 @@ constexpr cage::family k_dornik = {
     .dummy_port_info = dornik_dummy_port_info,
     .speeds =
         {
-            {phys_front_port_map_dornik_100g, fplate_port_map_dornik_100g,
+            {k_100g, phys_front_port_map_dornik_100g, fplate_port_map_dornik_100g,
              np_local_port_map_dornik_100g, &dornik_card_phys_map_100ge,
              &dornik_card_fplate_map_100ge, &dornik_card_np_port_map_100ge,
-             &cage::k_inverse<np_local_port_map_dornik_100g>, dornik_phys_2_fplate_ifsub_100GE, 192,
+             &cage::k_inverse<np_local_port_map_dornik_100g>, dornik_phys_2_fplate_ifsub_100GE,
              CVN_NP_CHECK("index < dornik_card_np_info->port_subslot_100g")},
         }, // no 40GE or 10GE cages
     .types = k_types,
     .type_count = std::size(k_types),
     .port_info_answer = cage::slot4_answer::first_type,
     .local_ports_per_np = true,
-    .query_status_returned = true,
     .failed_query_skips_mapping = true,
     .ifsubinst_cages = 12,
     .np_port_ifsub_type = np_port_ifsub_type,

@@ -8,12 +8,14 @@
 #include "cvn_np_lib_tables.h"
 
 namespace cage = cvn_np::cage;
+using cage::map_row;
 
 namespace {
 
-constexpr cage::wiring k_10g = {6, 2, 10, 204, 192, CVN_NP_PORT_TYPE_10GE};
-constexpr cage::wiring k_40g = {6, 2, 2, 99, 96, CVN_NP_PORT_TYPE_40GE};
-constexpr cage::wiring k_100g = {6, 2, 1, 117, 116, CVN_NP_PORT_TYPE_100GE};
+// The wiring of each speed, from which its tables are generated.
+constexpr cage::wiring k_10g = {np_info_fenna, cage::k_10ge, cvn_np_port_mapping_fenna_10g};
+constexpr cage::wiring k_40g = {np_info_fenna, cage::k_40ge, cvn_np_port_mapping_fenna_40g};
+constexpr cage::wiring k_100g = {np_info_fenna, cage::k_100ge, cvn_np_port_mapping_fenna_100g};
 
 } // namespace
 
@@ -25,47 +27,30 @@ constexpr port_info port_info_fenna_10g[2] = {{10, CVN_NP_PORT_TYPE_10GE}, cage:
 constexpr port_info port_info_fenna_40g[2] = {{2, CVN_NP_PORT_TYPE_40GE}, cage::k_list_end};
 constexpr port_info port_info_fenna_100g[2] = {{1, CVN_NP_PORT_TYPE_100GE}, cage::k_list_end};
 constexpr port_info fenna_dummy_port_info[1] = {cage::k_list_end};
-constexpr port_info port_info_fenna_none[2] = {{0, CVN_NP_PORT_TYPE_NONE}, cage::k_list_end};
-constexpr port_info port_info_fenna_combo[2] = {{6, CVN_NP_PORT_TYPE_COMBO}, cage::k_list_end};
 constexpr const port_info *port_info_fenna[6] = {
-    port_info_fenna_none, port_info_fenna_10g,  port_info_fenna_combo,
-    port_info_fenna_40g,  port_info_fenna_100g, nullptr,
+    cage::k_no_ports,    port_info_fenna_10g,  cage::k_combo_list<6>,
+    port_info_fenna_40g, port_info_fenna_100g, nullptr,
 };
 
-constexpr port_mapping_entry cvn_np_port_mapping_fenna_10g[61] = {
-    CVN_NP_ROWS(cage::entry_of<k_10g>, 6, 1)};
-constexpr port_mapping_entry cvn_np_port_mapping_fenna_40g[13] = {
-    CVN_NP_ROWS(cage::entry_of<k_40g>, 1, 3)};
-constexpr port_mapping_entry cvn_np_port_mapping_fenna_100g[7] = {
-    CVN_NP_ROWS(cage::entry_of<k_100g>, 0, 7)};
+constexpr port_mapping_entry cvn_np_port_mapping_fenna_10g[61] = {CVN_NP_ROWS(k_10g.entry, 6, 1)};
+constexpr port_mapping_entry cvn_np_port_mapping_fenna_40g[13] = {CVN_NP_ROWS(k_40g.entry, 1, 3)};
+constexpr port_mapping_entry cvn_np_port_mapping_fenna_100g[7] = {CVN_NP_ROWS(k_100g.entry, 0, 7)};
 
 // As on brisca, the entries run NP by NP: every map of a speed is its
 // table in order.
-constexpr cage::map_row np_local_port_map_fenna_10g[60] = {
-    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_fenna_10g>, 6, 0)};
-constexpr cage::map_row np_local_port_map_fenna_40g[12] = {
-    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_fenna_40g>, 1, 2)};
-constexpr cage::map_row np_local_port_map_fenna_100g[6] = {
-    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_fenna_100g>, 0, 6)};
-constexpr cage::map_row fplate_port_map_fenna_10g[60] = {
-    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_fenna_10g>, 6, 0)};
-constexpr cage::map_row fplate_port_map_fenna_40g[12] = {
-    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_fenna_40g>, 1, 2)};
-constexpr cage::map_row fplate_port_map_fenna_100g[6] = {
-    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_fenna_100g>, 0, 6)};
-constexpr cage::map_row phys_front_port_map_fenna_10g[60] = {
-    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_fenna_10g>, 6, 0)};
-constexpr cage::map_row phys_front_port_map_fenna_40g[12] = {
-    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_fenna_40g>, 1, 2)};
-constexpr cage::map_row phys_front_port_map_fenna_100g[6] = {
-    CVN_NP_ROWS(cage::pointer_to<cvn_np_port_mapping_fenna_100g>, 0, 6)};
+constexpr map_row np_local_port_map_fenna_10g[60] = {CVN_NP_ROWS(k_10g.in_order, 6, 0)};
+constexpr map_row np_local_port_map_fenna_40g[12] = {CVN_NP_ROWS(k_40g.in_order, 1, 2)};
+constexpr map_row np_local_port_map_fenna_100g[6] = {CVN_NP_ROWS(k_100g.in_order, 0, 6)};
+constexpr map_row fplate_port_map_fenna_10g[60] = {CVN_NP_ROWS(k_10g.in_order, 6, 0)};
+constexpr map_row fplate_port_map_fenna_40g[12] = {CVN_NP_ROWS(k_40g.in_order, 1, 2)};
+constexpr map_row fplate_port_map_fenna_100g[6] = {CVN_NP_ROWS(k_100g.in_order, 0, 6)};
+constexpr map_row phys_front_port_map_fenna_10g[60] = {CVN_NP_ROWS(k_10g.in_order, 6, 0)};
+constexpr map_row phys_front_port_map_fenna_40g[12] = {CVN_NP_ROWS(k_40g.in_order, 1, 2)};
+constexpr map_row phys_front_port_map_fenna_100g[6] = {CVN_NP_ROWS(k_100g.in_order, 0, 6)};
 
-constexpr int32_t fenna_phys_2_fplate_cage_10GE[96] = {
-    CVN_NP_ROWS(cage::fplate_index_of<k_10g>, 9, 6)};
-constexpr int32_t fenna_phys_2_fplate_cage_40GE[96] = {
-    CVN_NP_ROWS(cage::fplate_index_of<k_40g>, 9, 6)};
-constexpr int32_t fenna_phys_2_fplate_cage_100GE[96] = {
-    CVN_NP_ROWS(cage::fplate_index_of<k_100g>, 9, 6)};
+constexpr int32_t fenna_phys_2_fplate_cage_10GE[96] = {CVN_NP_ROWS(k_10g.fplate_index, 9, 6)};
+constexpr int32_t fenna_phys_2_fplate_cage_40GE[96] = {CVN_NP_ROWS(k_40g.fplate_index, 9, 6)};
+constexpr int32_t fenna_phys_2_fplate_cage_100GE[96] = {CVN_NP_ROWS(k_100g.fplate_index, 9, 6)};
 
 cage::current_map fenna_card_phys_map_100ge, fenna_card_fplate_map_100ge,
     fenna_card_np_port_map_100ge;
@@ -79,19 +64,9 @@ cvn_np_api cvn_np_api_fenna;
 
 } // extern "C"
 
-// Every generated table follows its rule, row for row.
-static_assert(cage::speed_follows<k_10g, cvn_np_port_mapping_fenna_10g,
-                                  fenna_phys_2_fplate_cage_10GE, np_local_port_map_fenna_10g,
-                                  fplate_port_map_fenna_10g, phys_front_port_map_fenna_10g>());
-static_assert(cage::speed_follows<k_40g, cvn_np_port_mapping_fenna_40g,
-                                  fenna_phys_2_fplate_cage_40GE, np_local_port_map_fenna_40g,
-                                  fplate_port_map_fenna_40g, phys_front_port_map_fenna_40g>());
-static_assert(cage::speed_follows<k_100g, cvn_np_port_mapping_fenna_100g,
-                                  fenna_phys_2_fplate_cage_100GE, np_local_port_map_fenna_100g,
-                                  fplate_port_map_fenna_100g, phys_front_port_map_fenna_100g>());
-
 namespace {
 
+// Each speed checks its tables against its wiring, row for row.
 constexpr cage::family k_fenna = {
     .path = "platforms/corvan/lc/lc_tessel/lib/src/cvn_np_lib_fenna.cpp",
     .text =
@@ -117,28 +92,25 @@ constexpr cage::family k_fenna = {
     .dummy_port_info = fenna_dummy_port_info,
     .speeds =
         {
-            {phys_front_port_map_fenna_100g, fplate_port_map_fenna_100g,
+            {k_100g, phys_front_port_map_fenna_100g, fplate_port_map_fenna_100g,
              np_local_port_map_fenna_100g, &fenna_card_phys_map_100ge, &fenna_card_fplate_map_100ge,
              &fenna_card_np_port_map_100ge, &cage::k_inverse<np_local_port_map_fenna_100g>,
-             fenna_phys_2_fplate_cage_100GE, 96,
+             fenna_phys_2_fplate_cage_100GE,
              CVN_NP_CHECK("index < fenna_card_np_info->port_subslot_100g")},
-            {phys_front_port_map_fenna_40g, fplate_port_map_fenna_40g, np_local_port_map_fenna_40g,
-             &fenna_card_phys_map_40ge, &fenna_card_fplate_map_40ge, &fenna_card_np_port_map_40ge,
-             &cage::k_inverse<np_local_port_map_fenna_40g>, fenna_phys_2_fplate_cage_40GE, 96,
+            {k_40g, phys_front_port_map_fenna_40g, fplate_port_map_fenna_40g,
+             np_local_port_map_fenna_40g, &fenna_card_phys_map_40ge, &fenna_card_fplate_map_40ge,
+             &fenna_card_np_port_map_40ge, &cage::k_inverse<np_local_port_map_fenna_40g>,
+             fenna_phys_2_fplate_cage_40GE,
              CVN_NP_CHECK("index < fenna_card_np_info->port_subslot_40g")},
-            {phys_front_port_map_fenna_10g, fplate_port_map_fenna_10g, np_local_port_map_fenna_10g,
-             &fenna_card_phys_map_10ge, &fenna_card_fplate_map_10ge, &fenna_card_np_port_map_10ge,
-             &cage::k_inverse<np_local_port_map_fenna_10g>, fenna_phys_2_fplate_cage_10GE, 96,
+            {k_10g, phys_front_port_map_fenna_10g, fplate_port_map_fenna_10g,
+             np_local_port_map_fenna_10g, &fenna_card_phys_map_10ge, &fenna_card_fplate_map_10ge,
+             &fenna_card_np_port_map_10ge, &cage::k_inverse<np_local_port_map_fenna_10g>,
+             fenna_phys_2_fplate_cage_10GE,
              CVN_NP_CHECK("index < fenna_card_np_info->port_subslot_10g")},
         },
-    .types = cage::k_module_types,
     .type_count = 3, // no 40GE_ALT modules
-    .port_info_answer = cage::slot4_answer::first_populated_cage,
     .local_ports_per_np = true,
-    .query_status_returned = true,
     .max_np_port = 254,
-    .ifsubinst_cages = 0, // slot 45 left empty
-    .np_port_ifsub_type = cage::np_port_ifsub_type_by_range,
 };
 
 using fenna = cage::engine<k_fenna>;
