@@ -99,51 +99,8 @@ struct wiring {
     }
 };
 
-// The inverse of an NP-local map, (NP, NP-local port) -> row: NP n's rows are
-// the `block` rows from n * block, and at[n][p - low] is the first of them
-// whose entry carries NP-local port p (k_no_row: none).  Slot 41 reads it
-// instead of searching the NP's rows.
-struct np_port_index {
-    static constexpr uint32_t k_no_row = UINT32_MAX;
-    static constexpr std::size_t k_nps = 8;
-    static constexpr std::size_t k_span = 128;
-    uint32_t block;
-    uint32_t nps;
-    uint32_t low;
-    uint8_t at[k_nps][k_span]; // row + 1; 0: none
-
-    constexpr uint32_t row(uint32_t np, uint32_t np_port) const
-    {
-        const uint32_t p = np_port - low;
-        return np_port >= low && p < k_span ? at[np][p] - 1u : k_no_row;
-    }
-};
-
 // Not constexpr: a table row that breaks its rule stops the build.
 inline void breaks_rule() {}
-
-template <const auto &map> constexpr np_port_index inverse_of()
-{
-    np_port_index x{0, 0, 0xFFFF, {}};
-    for (const port_mapping_entry *e : map) {
-        x.block += e != nullptr && e->np == 0 ? 1 : 0;
-        x.low = e != nullptr && e->np_port < x.low ? e->np_port : x.low;
-    }
-    for (std::size_t i = 0; i < std::size(map); ++i) {
-        const port_mapping_entry *e = map[i];
-        if (e == nullptr)
-            continue;
-        const std::size_t np = i / x.block;
-        if (e->np != np || np >= np_port_index::k_nps ||
-            e->np_port - x.low >= np_port_index::k_span)
-            breaks_rule(); // the rows do not run NP by NP, or do not fit the index
-        uint8_t &r = x.at[np][e->np_port - x.low];
-        r = r != 0 ? r : static_cast<uint8_t>(i + 1);
-        x.nps = static_cast<uint32_t>(np + 1);
-    }
-    return x;
-}
-template <const auto &map> inline constexpr np_port_index k_inverse = inverse_of<map>();
 
 // The types of an exported index map and of a current-record pointer.
 using map_row = const port_mapping_entry *;
@@ -187,8 +144,7 @@ constexpr np_info info_of(card_shape c)
 struct speed_tables {
     current_map phys_map{}, fplate_map{}, np_port_map{};
     current_map *card_phys_map{}, *card_fplate_map{}, *card_np_port_map{};
-    const np_port_index *np_port_rows{}; // the inverse of np_port_map
-    const int32_t *fplate_index{};       // by front port; NULL: the family has no such speed
+    const int32_t *fplate_index{}; // by front port; NULL: the family has no such speed
     uint32_t fplate_index_size{};
     check index_bound{}; // "index < <family>_card_np_info->port_subslot_<speed>"
 
@@ -197,11 +153,10 @@ struct speed_tables {
     constexpr speed_tables(const wiring &w, const map_row (&phys)[n_phys],
                            const map_row (&fplate)[n_fplate], const map_row (&np_port)[n_np_port],
                            current_map *card_phys, current_map *card_fplate,
-                           current_map *card_np_port, const np_port_index *rows,
-                           const int32_t (&index)[n], check bound)
+                           current_map *card_np_port, const int32_t (&index)[n], check bound)
         : phys_map(phys), fplate_map(fplate), np_port_map(np_port), card_phys_map(card_phys),
-          card_fplate_map(card_fplate), card_np_port_map(card_np_port), np_port_rows(rows),
-          fplate_index(index), fplate_index_size(n), index_bound(bound)
+          card_fplate_map(card_fplate), card_np_port_map(card_np_port), fplate_index(index),
+          fplate_index_size(n), index_bound(bound)
     {
         for (uint32_t i = 0; i <= w.ports(); ++i) {
             port_mapping_entry rule = w.entry(i);
@@ -479,28 +434,34 @@ template <const family &F> struct engine {
         return nullptr;
     }
 
-    // Slot 15: (NP, NP-local port) -> the row slot 41 finds in the NP-local
-    // map of the speed of the port's type.
-    static constexpr answers<np_port_index::k_nps> np_port_answers()
+    // Slot 15: (NP, NP-local port) -> the row slots 41 and 44 find in the
+    // NP's block of the NP-local map of the speed of the port's type.
+    static constexpr uint32_t k_nps = k_info.num_complex;
+    static constexpr uint32_t row_of_np_port(const speed_tables &s, uint32_t np, uint32_t p)
     {
-        answers<np_port_index::k_nps> a{};
-        for (uint32_t np = 0; np < np_port_index::k_nps; ++np) {
+        const uint32_t block = uint32_t{k_info.*facts(s).port_cage} * k_info.cage_per_complex;
+        for (uint32_t row = np * block; row < np * block + block; ++row)
+            if (s.np_port_map[row] != nullptr && s.np_port_map[row]->np_port == p)
+                return row;
+        return UINT32_MAX;
+    }
+    static constexpr answers<k_nps> np_port_answers()
+    {
+        answers<k_nps> a{};
+        for (uint32_t np = 0; np < k_nps; ++np) {
             for (uint32_t p = 0; p < 256; ++p) {
                 const speed_tables *s = constexpr_speed_of_type(F.np_port_ifsub_type(p));
-                const auto k = static_cast<speed>(s - F.speeds);
-                const np_port_index *x = s != nullptr ? s->np_port_rows : nullptr;
-                const uint32_t block =
-                    uint32_t{k_info.*k_speed_facts[k].port_cage} * k_info.cage_per_complex;
-                a.at[np][p] = np >= k_info.num_complex || p > F.max_np_port ? k_invalid
-                              : s == nullptr                                ? k_by_steps
-                              : s->fplate_index == nullptr                  ? k_no_speed
-                              : block == x->block && np < x->nps ? cell_of(k, x->row(np, p))
-                                                                 : k_by_steps;
+                a.at[np][p] =
+                    p > F.max_np_port ? k_invalid
+                    : s == nullptr    ? k_by_steps
+                    : s->fplate_index == nullptr
+                        ? k_no_speed
+                        : cell_of(static_cast<speed>(s - F.speeds), row_of_np_port(*s, np, p));
             }
         }
         return a;
     }
-    static constexpr answers<np_port_index::k_nps> k_np_port_answers = np_port_answers();
+    static constexpr answers<k_nps> k_np_port_answers = np_port_answers();
 
     // Slot 43: (port type, faceplate port) -> the row in the faceplate map of
     // the port type's speed.
@@ -656,8 +617,12 @@ template <const family &F> struct engine {
         if (!installed_info() || !holds<&cvn_np_api::cvn_np_how_many, how_many>() ||
             !holds<&cvn_np_api::aux_cvn_np_info_to_mapping_info, info_to_mapping_info>() ||
             !holds<&cvn_np_api::aux_np_port_to_mapping_info, np_port_to_mapping_info>() ||
-            np_id >= np_port_index::k_nps || np_port >= 256)
+            np_port >= 256)
             return false;
+        if (np_id >= k_nps) {
+            status = CVN_NP_ERR_INVALID;
+            return true;
+        }
         const uint16_t cell = k_np_port_answers.at[np_id][np_port];
         const uint32_t k = cell >> 8;
         if (k >= k_speeds) [[unlikely]] {
@@ -876,23 +841,11 @@ template <const family &F> struct engine {
     {
         require(np_num < info().num_complex, F.text.np_num);
         at_speed(known_type(type).tables, [&](auto k) {
-            constexpr const speed_tables &s = F.speeds[k];
-            constexpr const np_port_index &x = *s.np_port_rows;
+            const speed_tables &s = F.speeds[k];
             const uint32_t block = np_block(s);
-            const port_mapping_entry *const *map = *s.card_np_port_map;
-            if (initialized != 0 &&
-                card_np_api->aux_np_port_to_mapping_info == np_port_to_mapping_info &&
-                map == s.np_port_map && block == x.block && np_num < x.nps) [[likely]] {
-                const uint32_t row = x.row(np_num, np_port);
-                if (row != np_port_index::k_no_row) {
-                    put(front, map[row]->phys_front_port);
-                    put(fplate_port, map[row]->fplate_port);
-                    put(port_type, map[row]->port_type);
-                }
-                return;
-            }
             step<&cvn_np_api::aux_np_port_to_mapping_info, np_port_to_mapping_info>(
-                map + std::size_t{np_num} * block, np_port, block, front, fplate_port, port_type);
+                *s.card_np_port_map + std::size_t{np_num} * block, np_port, block, front,
+                fplate_port, port_type);
         });
     }
 

@@ -112,7 +112,7 @@ constexpr cage::family k_dornik = {
             {k_100g, phys_front_port_map_dornik_100g, fplate_port_map_dornik_100g,
              np_local_port_map_dornik_100g, &dornik_card_phys_map_100ge,
              &dornik_card_fplate_map_100ge, &dornik_card_np_port_map_100ge,
-             &cage::k_inverse<np_local_port_map_dornik_100g>, dornik_phys_2_fplate_ifsub_100GE,
+             dornik_phys_2_fplate_ifsub_100GE,
              CVN_NP_CHECK("index < dornik_card_np_info->port_subslot_100g")},
         }, // no 40GE or 10GE cages
     .types = k_types,
