@@ -229,9 +229,10 @@ struct family {
     const char *path{}; // the family's source, for the assertion report
     texts text{};
 
-    // Tables the init installs, and the current-record pointers.
+    // Tables the init installs (those the compile-time answers are built
+    // for), and the current-record pointers.
     card_tables tables{};
-    card_tables (*tables_for_card)() = nullptr; // when set, chooses `tables` by card type
+    card_tables (*tables_for_card)() = nullptr; // when set, chooses the tables by card type
     const np_info **card_np_info{};
     const port_info *const **card_port_info{};
     card_version *card_version_record{};
