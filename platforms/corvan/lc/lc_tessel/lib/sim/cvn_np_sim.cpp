@@ -16,14 +16,13 @@ struct Entry {
     uint32_t subslot, ifsubsys, status, type; // a status other than 0 fails the query
 };
 
-struct Script {
-    Entry entries[CVN_NP_SIM_MAX_ENTRIES];
-    int count;
-    uint32_t card_type, fail_all; // fail_all other than 0 fails every query
+struct Script { // as it is before anything is scripted
+    Entry entries[CVN_NP_SIM_MAX_ENTRIES]{};
+    int count = 0;
+    uint32_t card_type = CVN_NP_SIM_DEFAULT_CARD_TYPE, fail_all = 0; // not 0: every query fails
 };
 
-constexpr Script kUnscripted{{}, 0, CVN_NP_SIM_DEFAULT_CARD_TYPE, 0};
-constinit Script scripted = kUnscripted;
+constinit Script scripted;
 constinit std::atomic<uint32_t> card_type_queries{0}, ifsubsys_queries{0};
 static_assert(CVN_NP_SIM_MAX_ENTRIES == 64, "the message of a full table says 64");
 
@@ -46,16 +45,15 @@ bool put(Script &s, const Entry &entry)
     return true;
 }
 
-// A number as cvn_np_sim.h says, the whole text.  What follows the text is
-// never a digit (a separator or the end), so strtoul stops where it ends.
+// A number as cvn_np_sim.h says: a digit first, then the whole text read by
+// strtoul, which stops at its end (a separator or the end, never a digit).
 bool parse_u32(std::string_view text, uint32_t &out)
 {
-    if (text.empty() || text[0] < '0' || text[0] > '9')
-        return false;
     char *end = nullptr;
     errno = 0;
     const unsigned long value = std::strtoul(text.data(), &end, 0);
-    if (end != text.data() + text.size() || errno != 0 || value > UINT32_MAX)
+    if (text.find_first_of("0123456789") != 0 || end != text.data() + text.size() || errno != 0 ||
+        value > UINT32_MAX)
         return false;
     out = static_cast<uint32_t>(value);
     return true;
@@ -64,10 +62,10 @@ bool parse_u32(std::string_view text, uint32_t &out)
 // SUBSLOT:IFSUBSYS=TYPE, IFSUBSYS a number or "any".
 bool parse_item(std::string_view item, Entry &entry)
 {
-    const size_t colon = item.find(':'), equals = item.find('=', colon); // npos, npos without ':'
+    const size_t colon = item.find(':'), equals = item.find('=', colon); // npos when colon is
     const std::string_view ifsubsys = item.substr(colon + 1, equals - colon - 1);
     entry = {0, CVN_NP_SIM_ANY, 0, 0};
-    return equals != item.npos && parse_u32(item.substr(0, colon), entry.subslot) &&
+    return equals != std::string_view::npos && parse_u32(item.substr(0, colon), entry.subslot) &&
            (ifsubsys == "any" || parse_u32(ifsubsys, entry.ifsubsys)) &&
            parse_u32(item.substr(equals + 1), entry.type);
 }
@@ -92,7 +90,8 @@ bool load_list(Script &s, const char *list, char *error, size_t error_size)
 {
     Script next = s;
     const std::string_view text = list != nullptr ? list : "", blank = " \t";
-    for (size_t start = 0, comma = 0; !text.empty() && comma != text.npos; start = comma + 1) {
+    for (size_t start = 0, comma = 0; !text.empty() && comma != std::string_view::npos;
+         start = comma + 1) {
         comma = text.find(',', start);
         std::string_view item = text.substr(start, comma - start);
         item.remove_prefix(std::min(item.find_first_not_of(blank), item.size()));
@@ -109,7 +108,8 @@ bool load_list(Script &s, const char *list, char *error, size_t error_size)
     return true;
 }
 
-// A malformed value: one line on stderr naming the variable, and exit status 2.
+// Reads both variables into what is scripted; a malformed value ends the
+// program with one line on stderr naming the variable, and exit status 2.
 void read_environment()
 {
     char message[512];
@@ -160,7 +160,7 @@ uint32_t rva_ifsubsys_get_info(const ifsubsys_id *id, ifsubsys_info *info)
 
 void cvn_np_sim_reset(void)
 {
-    script() = kUnscripted; // read first, so that no later first call applies the environment
+    script() = Script{}; // read first, so that no later first call applies the environment
     card_type_queries = ifsubsys_queries = 0;
 }
 

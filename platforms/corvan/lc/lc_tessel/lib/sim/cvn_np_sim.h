@@ -12,14 +12,13 @@
  *                         e.g. "0:3=0x10002,1:any=574,1:0=0x10000"; IFSUBSYS
  *                         may be "any" (CVN_NP_SIM_ANY, the subslot level).
  *
- * Every number is a C integer literal as strtoul(..., 0) reads it (0x..
- * hex, 0.. octal, decimal), without whitespace or sign, the whole text,
- * within 32 bits.  Spaces and tabs around an item of the list are ignored,
- * nowhere else; an empty item (",," or a trailing comma) is malformed; of
- * two items with the same key the later one counts.  A list is added whole,
- * or not at all when an item is malformed or its key finds no room.  A
- * malformed value prints one line on stderr naming the variable and the
- * offending item and exits with status 2.
+ * Numbers are C integer literals as strtoul(..., 0) reads them (0x.. hex,
+ * 0.. octal, decimal) within 32 bits, without sign or whitespace; spaces
+ * and tabs may surround an item of the list.  An empty item (",," or a
+ * trailing comma) is malformed; of two items with the same key the later
+ * counts.  A list is added whole, or not at all when an item is malformed
+ * or its key finds no room.  A malformed value prints one line on stderr
+ * naming the variable and the offending item and exits with status 2.
  *
  * A key not in the table answers status 0 with type CVN_NP_IFSUB_TYPE_NONE
  * (nothing installed); a NULL id or info answers status 22.  Queries are
