@@ -55,7 +55,7 @@ int cvn_np_sim_fail_ifsubsys(uint32_t subslot, uint32_t ifsubsys, uint32_t statu
 /* Make every query fail with `status` (0 turns this off again). */
 void cvn_np_sim_fail_all(uint32_t status);
 
-/* Add a CVN_NP_SIM_IFSUBSYS-style list.  Returns 0, or -1 and, when `error`
+/* Add a CVN_NP_SIM_IFSUBSYS-style list.  Return 0, or -1 and, when `error`
  * is non-NULL, a one-line description of the item at fault in it (cut to
  * error_size bytes with the terminating NUL). */
 int cvn_np_sim_load_ifsubsys(const char *list, char *error, unsigned error_size);
