@@ -391,9 +391,16 @@ template <const family &F> struct engine {
     };
     static np_cages cages_of(uint32_t np_id)
     {
-        const np_info &i = info();
-        return {np_id / (i.num_complex / i.num_subslot), (i.num_cage / i.num_complex) * np_id,
-                i.cage_per_complex};
+        return by_shape([np_id](const np_info &i) -> np_cages {
+            return {np_id / (i.num_complex / i.num_subslot), (i.num_cage / i.num_complex) * np_id,
+                    i.cage_per_complex};
+        });
+    }
+    // fn(the card's np_info): the installed one as a compile-time constant,
+    // so that its divisions fold.
+    template <class Fn> static auto by_shape(Fn fn)
+    {
+        return installed_info() ? fn(k_info) : fn(info());
     }
 
     // ---- Answers known at compile time ----
@@ -515,16 +522,17 @@ template <const family &F> struct engine {
             return (*F.card_port_info)[CVN_NP_PORT_TYPE_COMBO];
         if (F.port_info_answer == slot4_answer::first_type)
             return list_of(0, 0, F.types[0].code);
-        cage_answer last{0, 0, 0, CVN_NP_IFSUB_TYPE_NONE};
-        const np_info &i = info();
-        const uint32_t cages_per_subslot = i.num_cage / i.num_subslot;
-        for (uint32_t subslot = 0; subslot < i.num_subslot; ++subslot) {
-            for (uint32_t cage = 0; cage < cages_per_subslot; ++cage) {
-                last = query_cage(subslot, cage);
-                if (last.type != CVN_NP_IFSUB_TYPE_NONE)
-                    break;
+        const cage_answer last = by_shape([](const np_info &i) {
+            cage_answer a{0, 0, 0, CVN_NP_IFSUB_TYPE_NONE};
+            for (uint32_t subslot = 0; subslot < i.num_subslot; ++subslot) {
+                for (uint32_t cage = 0; cage < i.num_cage / i.num_subslot; ++cage) {
+                    a = query_cage(subslot, cage);
+                    if (a.type != CVN_NP_IFSUB_TYPE_NONE)
+                        break;
+                }
             }
-        }
+            return a;
+        });
         return list_of(last.subslot, last.ifsubsys, last.type);
     }
 
