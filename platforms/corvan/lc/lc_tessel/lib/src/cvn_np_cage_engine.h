@@ -260,7 +260,7 @@ template <const family &F> struct engine {
     static const np_info &info() { return **F.card_np_info; }
     static void require(bool ok, const check &c) { cvn_np::require(ok, F.path, c); }
 
-    static const ifsub_type *find_type(uint32_t code)
+    static constexpr const ifsub_type *find_type(uint32_t code)
     {
         for (std::size_t i = 0; i < F.type_count; ++i)
             if (F.types[i].code == code)
@@ -278,7 +278,7 @@ template <const family &F> struct engine {
         return k_speed_facts[&s - F.speeds];
     }
     // The speed whose ports carry a port-type code, if the family has it.
-    static const speed_tables *speed_of_port_type(uint32_t port_type)
+    static constexpr const speed_tables *speed_of_port_type(uint32_t port_type)
     {
         for (const speed_tables &s : F.speeds)
             if (s.fplate_index != nullptr && facts(s).port_type == port_type)
@@ -427,20 +427,6 @@ template <const family &F> struct engine {
                    ? static_cast<uint16_t>(k << 8 | (row & k_no_entry))
                    : k_by_steps;
     }
-    static constexpr const speed_tables *constexpr_speed_of_type(uint32_t code)
-    {
-        for (std::size_t t = 0; t < F.type_count; ++t)
-            if (F.types[t].code == code)
-                return &F.speeds[F.types[t].tables];
-        return nullptr;
-    }
-    static constexpr const speed_tables *constexpr_speed_of_port_type(uint32_t port_type)
-    {
-        for (const speed_tables &s : F.speeds)
-            if (s.fplate_index != nullptr && facts(s).port_type == port_type)
-                return &s;
-        return nullptr;
-    }
 
     // Slot 15: (NP, NP-local port) -> the row slots 41 and 44 find in the
     // NP's block of the NP-local map of the speed of the port's type.
@@ -458,7 +444,8 @@ template <const family &F> struct engine {
         answers<k_nps> a{};
         for (uint32_t np = 0; np < k_nps; ++np) {
             for (uint32_t p = 0; p < 256; ++p) {
-                const speed_tables *s = constexpr_speed_of_type(F.np_port_ifsub_type(p));
+                const ifsub_type *t = find_type(F.np_port_ifsub_type(p));
+                const speed_tables *s = t != nullptr ? &F.speeds[t->tables] : nullptr;
                 a.at[np][p] =
                     p > F.max_np_port ? k_invalid
                     : s == nullptr    ? k_by_steps
@@ -478,7 +465,7 @@ template <const family &F> struct engine {
         answers<CVN_NP_PORT_TYPE_100GE + 1> a{};
         for (uint32_t type = 0; type <= CVN_NP_PORT_TYPE_100GE; ++type) {
             for (uint32_t f = 0; f < 256; ++f) {
-                const speed_tables *s = constexpr_speed_of_port_type(type);
+                const speed_tables *s = speed_of_port_type(type);
                 const int32_t index =
                     s != nullptr && f < s->fplate_index_size ? s->fplate_index[f] : CVN_NP_NO_PORT;
                 const bool asserts = common::get_ifsubinst(f) >= k_info.num_cage || s == nullptr ||
