@@ -501,6 +501,9 @@ TEST_F(Brisca, ReplacedStepsAndRecordsAreObeyed)
         [&] {
             EXPECT_DEATH(cvn_faceplate_porttype_to_np(CVN_NP_PORT_TYPE_10GE, 0x79), "num_cage");
         });
+    Plug(0, 0, CVN_NP_IFSUB_TYPE_10GE);
+    Swap(brisca_card_phys_map_10ge, phys_front_port_map_brisca_10g + 1,
+         [&] { EXPECT_EQ(cvn_np_front_port_to_np_port(0x00), 205u); });
     Swap(brisca_card_fplate_map_10ge, fplate_port_map_brisca_10g + 1,
          [&] { EXPECT_EQ(cvn_faceplate_porttype_to_phys_port(CVN_NP_PORT_TYPE_10GE, 0), 1u); });
 }

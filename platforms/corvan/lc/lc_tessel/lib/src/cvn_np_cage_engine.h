@@ -458,6 +458,15 @@ template <const family &F> struct engine {
     }
     static constexpr answers<k_nps> k_np_port_answers = np_port_answers();
 
+    // Slots 39 and 43: the row of port `key` in the speed's faceplate-index
+    // table, k_by_steps where the index check would fail.
+    static constexpr uint16_t indexed_cell(const speed_tables &s, uint32_t key)
+    {
+        const int32_t index = key < s.fplate_index_size ? s.fplate_index[key] : CVN_NP_NO_PORT;
+        return index >= 0 && index < int32_t{k_info.*facts(s).port_subslot}
+                   ? cell_of(static_cast<speed>(&s - F.speeds), static_cast<uint32_t>(index))
+                   : k_by_steps;
+    }
     // Slot 43: (port type, faceplate port) -> the row in the faceplate map of
     // the port type's speed.
     static constexpr answers<CVN_NP_PORT_TYPE_100GE + 1> fplate_answers()
@@ -466,23 +475,41 @@ template <const family &F> struct engine {
         for (uint32_t type = 0; type <= CVN_NP_PORT_TYPE_100GE; ++type) {
             for (uint32_t f = 0; f < 256; ++f) {
                 const speed_tables *s = speed_of_port_type(type);
-                const int32_t index =
-                    s != nullptr && f < s->fplate_index_size ? s->fplate_index[f] : CVN_NP_NO_PORT;
-                const bool asserts = common::get_ifsubinst(f) >= k_info.num_cage || s == nullptr ||
-                                     index < 0 || index >= int32_t{k_info.*facts(*s).port_subslot};
-                a.at[type][f] = asserts ? k_by_steps
-                                        : cell_of(static_cast<speed>(s - F.speeds),
-                                                  static_cast<uint32_t>(index));
+                a.at[type][f] = common::get_ifsubinst(f) >= k_info.num_cage || s == nullptr
+                                    ? k_by_steps
+                                    : indexed_cell(*s, f);
             }
         }
         return a;
     }
     static constexpr answers<CVN_NP_PORT_TYPE_100GE + 1> k_fplate_answers = fplate_answers();
 
+    // Slot 39: (type code - k_first_code, port) -> the row in the phys-front-
+    // port map of the type's speed.
+    static constexpr answers<8> phys_answers()
+    {
+        answers<8> a{};
+        for (uint32_t c = 0; c < 8; ++c) {
+            for (uint32_t port = 0; port < 256; ++port) {
+                const ifsub_type *t = find_type(k_first_code + c);
+                const speed_tables *s = t != nullptr ? &F.speeds[t->tables] : nullptr;
+                a.at[c][port] = s == nullptr                 ? k_by_steps
+                                : s->fplate_index == nullptr ? k_no_speed
+                                                             : indexed_cell(*s, port);
+            }
+        }
+        return a;
+    }
+    static constexpr answers<8> k_phys_answers = phys_answers();
+
     static constexpr current_map *k_card_np_port_maps[k_speeds] = {
         F.speeds[0].card_np_port_map, F.speeds[1].card_np_port_map, F.speeds[2].card_np_port_map};
     static constexpr current_map k_np_port_maps[k_speeds] = {
         F.speeds[0].np_port_map, F.speeds[1].np_port_map, F.speeds[2].np_port_map};
+    static constexpr current_map *k_card_phys_maps[k_speeds] = {
+        F.speeds[0].card_phys_map, F.speeds[1].card_phys_map, F.speeds[2].card_phys_map};
+    static constexpr current_map k_phys_maps[k_speeds] = {
+        F.speeds[0].phys_map, F.speeds[1].phys_map, F.speeds[2].phys_map};
     static constexpr current_map *k_card_fplate_maps[k_speeds] = {
         F.speeds[0].card_fplate_map, F.speeds[1].card_fplate_map, F.speeds[2].card_fplate_map};
     static constexpr current_map k_fplate_maps[k_speeds] = {
@@ -806,6 +833,21 @@ template <const family &F> struct engine {
                                            uint32_t *np, uint32_t *np_port, uint32_t *fplate_port,
                                            uint32_t *port_type)
     {
+        const uint32_t code = type - k_first_code;
+        if (installed_info() && ifsubsys_num < k_info.num_cage && code < 8 && port < 256) {
+            const uint16_t cell = k_phys_answers.at[code][port];
+            const uint32_t k = cell >> 8;
+            if (cell == k_no_speed)
+                return;
+            if (k < k_speeds && *k_card_phys_maps[k] == k_phys_maps[k]) [[likely]] {
+                const port_mapping_entry &e = *k_phys_maps[k][cell & k_no_entry];
+                put(np, e.np);
+                put(np_port, e.np_port);
+                put(fplate_port, e.fplate_port);
+                put(port_type, e.port_type);
+                return;
+            }
+        }
         require(ifsubsys_num < info().num_cage, F.text.ifsubsys_num);
         at_speed(known_type(type).tables, [&](auto k) {
             constexpr const speed_tables &s = F.speeds[k];
