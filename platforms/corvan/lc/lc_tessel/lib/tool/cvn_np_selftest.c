@@ -35,20 +35,22 @@ uint32_t test_cvn_np_lib_testcard(void)
     errors += test_cvn_np_port_info_get();
     test_not_implemented("test_cvn_np_subslot_info_get");
     test_not_implemented("test_cvn_np_port_info_subslot");
-    errors += test_cvn_np_front_port_to_np();
-    errors += test_cvn_np_front_port_to_np_port();
-    errors += test_cvn_np_front_port_to_port_type();
-    errors += test_cvn_np_front_port_to_face_plate_port();
-    errors += test_cvn_np_front_port_mapping_info();
-    errors += test_cvn_np_info_num_local_ports();
-    errors += test_cvn_np_info_to_front_port();
-    errors += test_cvn_np_info_to_fplate_porttype();
-    errors += test_cvn_np_first_front_port_on_np();
-    errors += test_cvn_np_first_fplate_porttype_on_np();
-    errors += test_cvn_faceplate_porttype_to_np();
-    errors += test_cvn_faceplate_porttype_to_np_port();
-    errors += test_cvn_faceplate_porttype_to_phys_port();
-    errors += test_cvn_faceplate_porttype_mapping_info();
+    errors += test_port_group("test_cvn_np_front_port_to_np", test_case_front_np, 0);
+    errors += test_port_group("test_cvn_np_front_port_to_np_port", test_case_front_np_port, 0);
+    errors += test_port_group("test_cvn_np_front_port_to_port_type", test_case_front_port_type, 0);
+    errors +=
+        test_port_group("test_cvn_np_front_port_to_face_plate_port", test_case_front_fplate, 0);
+    errors += test_port_group("test_cvn_np_front_port_mapping_info", test_case_front_mapping, 0);
+    errors += test_port_group("test_cvn_np_info_num_local_ports", test_case_num_local_ports, 1);
+    errors += test_port_group("test_cvn_np_info_to_front_port", test_case_np_to_front, 0);
+    errors += test_port_group("test_cvn_np_info_to_fplate_porttype", test_case_np_to_fplate, 0);
+    errors += test_port_group("test_cvn_np_first_front_port_on_np", test_case_first_front, 1);
+    errors += test_port_group("test_cvn_np_first_fplate_porttype_on_np", test_case_first_fplate, 1);
+    errors += test_port_group("test_cvn_faceplate_porttype_to_np", test_case_face_np, 0);
+    errors += test_port_group("test_cvn_faceplate_porttype_to_np_port", test_case_face_np_port, 0);
+    errors += test_port_group("test_cvn_faceplate_porttype_to_phys_port", test_case_face_front, 0);
+    errors +=
+        test_port_group("test_cvn_faceplate_porttype_mapping_info", test_case_face_mapping, 0);
     errors += test_cvn_np_complex_to_subslot();
     errors += test_cvn_np_complex_to_np();
     test_not_implemented("test_cvn_np_set_if_subsys_type");
