@@ -175,23 +175,15 @@ int main(int argc, char **argv)
     setvbuf(stdout, NULL, _IOLBF, 0);
 
     while ((opt = getopt(argc, argv, "BbCcHh")) != -1) {
-        switch (opt) {
-        case 'H':
-        case 'h':
+        if (opt == 'H' || opt == 'h') {
             test_usage(argv[0]);
             return 0;
-        case 'B':
-        case 'b':
+        } else if (opt == 'B' || opt == 'b') {
             board = 1;
-            break;
-        case 'C':
-        case 'c':
+        } else if (opt == 'C' || opt == 'c') {
             board = 0;
-            break;
-        default:
-            /* Unknown options are ignored; getopt has said its word. */
-            break;
         }
+        /* Other options are ignored; getopt has said its word. */
     }
 
     if (board) {
