@@ -99,6 +99,7 @@ uint32_t test_cvn_np_lib_testcard(void)
     errors += test_cvn_np_port_info_get();
     test_not_implemented("test_cvn_np_subslot_info_get");
     test_not_implemented("test_cvn_np_port_info_subslot");
+    /* A port walk: its name, its case routine, 1 for each NP's first port only. */
     errors += test_port_group("test_cvn_np_front_port_to_np", test_case_front_np, 0);
     errors += test_port_group("test_cvn_np_front_port_to_np_port", test_case_front_np_port, 0);
     errors += test_port_group("test_cvn_np_front_port_to_port_type", test_case_front_port_type, 0);
