@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <utility>
 
 #include "cvn_np_lib.h"
 #include "cvn_np_map.h"
@@ -140,20 +141,15 @@ std::string hex(uint32_t value)
 
 std::string port_type_name(uint32_t port_type)
 {
-    switch (port_type) {
-    case CVN_NP_PORT_TYPE_NONE:
-        return "none";
-    case CVN_NP_PORT_TYPE_10GE:
-        return "10GE";
-    case CVN_NP_PORT_TYPE_40GE:
-        return "40GE";
-    case CVN_NP_PORT_TYPE_100GE:
-        return "100GE";
-    case k_unwritten:
-        return "-";
-    default:
-        return hex(port_type);
-    }
+    constexpr std::pair<uint32_t, const char *> k_names[] = {{CVN_NP_PORT_TYPE_NONE, "none"},
+                                                             {CVN_NP_PORT_TYPE_10GE, "10GE"},
+                                                             {CVN_NP_PORT_TYPE_40GE, "40GE"},
+                                                             {CVN_NP_PORT_TYPE_100GE, "100GE"},
+                                                             {k_unwritten, "-"}};
+    for (const auto &[code, name] : k_names)
+        if (code == port_type)
+            return name;
+    return hex(port_type);
 }
 
 std::string type_name(const card &c, uint32_t subslot, uint32_t unit)

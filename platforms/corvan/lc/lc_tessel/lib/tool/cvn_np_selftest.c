@@ -1,7 +1,9 @@
 /*
- * cvn_np_selftest.c - the NP port-mapping library's self-test: options, the
- * coverage run over one fenna and one brisca card, the board run over the
- * card the platform reports, and the group order of one test run.
+ * cvn_np_selftest.c - the NP port-mapping library's self-test: what every
+ * test group shares (header and summary lines, the three speeds, the port
+ * walk), the group order of one test run, options, the coverage run over
+ * one fenna and one brisca card, and the board run over the card the
+ * platform reports.
  *
  * The exit status is 0 whatever the tests find: failures show in the case
  * lines, the groups' summaries and each run's "Completed" line.
@@ -19,6 +21,68 @@
 #define TEST_COVERAGE_FENNA 0x3D0267u
 #define TEST_COVERAGE_BRISCA 0x3D0274u
 
+void test_group_begin(const char *name) { printf("%s board type 0x%08x\n", name, cardtype); }
+
+uint32_t test_group_end(const char *name, uint32_t failed)
+{
+    if (failed == 0) {
+        printf("  %s passed.\n", name);
+    } else {
+        printf("  %s has %d failed cases.\n", name, failed);
+    }
+    return failed;
+}
+
+test_speed test_speed_get(int i)
+{
+    const test_speed speeds[TEST_SPEEDS] = {
+        {"100ge", "100g", test_np_ifsub_type_100ge, CVN_NP_PORT_TYPE_100GE,
+         test_np_info->port_cage_100g, test_port_info_100ge, test_phys_map_100ge,
+         test_fplate_map_100ge},
+        {"40ge", "40g", test_np_ifsub_type_40ge, CVN_NP_PORT_TYPE_40GE, test_np_info->port_cage_40g,
+         test_port_info_40ge, test_phys_map_40ge, test_fplate_map_40ge},
+        {"10ge", "10g", test_np_ifsub_type_10ge, CVN_NP_PORT_TYPE_10GE, test_np_info->port_cage_10g,
+         test_port_info_10ge, test_phys_map_10ge, test_fplate_map_10ge},
+    };
+
+    return speeds[i];
+}
+
+/* NP n owns the cages n * cage_per_complex .. (n + 1) * cage_per_complex - 1,
+ * and the cards the self-test knows have num_cage = num_complex *
+ * cage_per_complex and a port in every cage at every speed: the walk over
+ * the cages is the walk over each NP's cages, and NP n's first port sits at
+ * index port_cage * cage_per_complex * n. */
+uint32_t test_port_group(const char *name, test_port_case_fn fn, int nps_only)
+{
+    const uint32_t per_np = test_np_info->cage_per_complex;
+    test_answers answers = {0, 0, 0, 0, 0};
+    uint32_t failed = 0;
+    int i;
+
+    test_group_begin(name);
+    for (i = 0; i < TEST_SPEEDS; i++) {
+        test_speed sp = test_speed_get(i);
+        test_port_case pc;
+
+        pc.speed = &sp;
+        for (pc.s = 0; pc.s < test_np_info->num_subslot; pc.s++) {
+            for (pc.c = 0; pc.c < test_np_info->num_cage; pc.c++) {
+                for (pc.p = 0; pc.p < sp.port_cage; pc.p++) {
+                    pc.n = pc.c / per_np;
+                    pc.k = pc.c % per_np;
+                    pc.code = (pc.p & 0xFu) | ((pc.c * 16u) & 0xFFu);
+                    pc.index = pc.c * sp.port_cage + pc.p;
+                    if (!nps_only || (pc.k == 0 && pc.p == 0)) {
+                        failed += fn(&pc, &answers);
+                    }
+                }
+            }
+        }
+    }
+    return test_group_end(name, failed);
+}
+
 /* A group we have no check for yet: header and one line, nothing counted. */
 static void test_not_implemented(const char *name)
 {
@@ -35,20 +99,23 @@ uint32_t test_cvn_np_lib_testcard(void)
     errors += test_cvn_np_port_info_get();
     test_not_implemented("test_cvn_np_subslot_info_get");
     test_not_implemented("test_cvn_np_port_info_subslot");
-    errors += test_cvn_np_front_port_to_np();
-    errors += test_cvn_np_front_port_to_np_port();
-    errors += test_cvn_np_front_port_to_port_type();
-    errors += test_cvn_np_front_port_to_face_plate_port();
-    errors += test_cvn_np_front_port_mapping_info();
-    errors += test_cvn_np_info_num_local_ports();
-    errors += test_cvn_np_info_to_front_port();
-    errors += test_cvn_np_info_to_fplate_porttype();
-    errors += test_cvn_np_first_front_port_on_np();
-    errors += test_cvn_np_first_fplate_porttype_on_np();
-    errors += test_cvn_faceplate_porttype_to_np();
-    errors += test_cvn_faceplate_porttype_to_np_port();
-    errors += test_cvn_faceplate_porttype_to_phys_port();
-    errors += test_cvn_faceplate_porttype_mapping_info();
+    /* A port walk: its name, its case routine, 1 for each NP's first port only. */
+    errors += test_port_group("test_cvn_np_front_port_to_np", test_case_front_np, 0);
+    errors += test_port_group("test_cvn_np_front_port_to_np_port", test_case_front_np_port, 0);
+    errors += test_port_group("test_cvn_np_front_port_to_port_type", test_case_front_port_type, 0);
+    errors +=
+        test_port_group("test_cvn_np_front_port_to_face_plate_port", test_case_front_fplate, 0);
+    errors += test_port_group("test_cvn_np_front_port_mapping_info", test_case_front_mapping, 0);
+    errors += test_port_group("test_cvn_np_info_num_local_ports", test_case_num_local_ports, 1);
+    errors += test_port_group("test_cvn_np_info_to_front_port", test_case_np_to_front, 0);
+    errors += test_port_group("test_cvn_np_info_to_fplate_porttype", test_case_np_to_fplate, 0);
+    errors += test_port_group("test_cvn_np_first_front_port_on_np", test_case_first_front, 1);
+    errors += test_port_group("test_cvn_np_first_fplate_porttype_on_np", test_case_first_fplate, 1);
+    errors += test_port_group("test_cvn_faceplate_porttype_to_np", test_case_face_np, 0);
+    errors += test_port_group("test_cvn_faceplate_porttype_to_np_port", test_case_face_np_port, 0);
+    errors += test_port_group("test_cvn_faceplate_porttype_to_phys_port", test_case_face_front, 0);
+    errors +=
+        test_port_group("test_cvn_faceplate_porttype_mapping_info", test_case_face_mapping, 0);
     errors += test_cvn_np_complex_to_subslot();
     errors += test_cvn_np_complex_to_np();
     test_not_implemented("test_cvn_np_set_if_subsys_type");
@@ -109,23 +176,15 @@ int main(int argc, char **argv)
     setvbuf(stdout, NULL, _IOLBF, 0);
 
     while ((opt = getopt(argc, argv, "BbCcHh")) != -1) {
-        switch (opt) {
-        case 'H':
-        case 'h':
+        if (opt == 'H' || opt == 'h') {
             test_usage(argv[0]);
             return 0;
-        case 'B':
-        case 'b':
+        } else if (opt == 'B' || opt == 'b') {
             board = 1;
-            break;
-        case 'C':
-        case 'c':
+        } else if (opt == 'C' || opt == 'c') {
             board = 0;
-            break;
-        default:
-            /* Unknown options are ignored; getopt has said its word. */
-            break;
         }
+        /* Other options are ignored; getopt has said its word. */
     }
 
     if (board) {

@@ -50,24 +50,10 @@ uint32_t test_cvn_np_lib_init(uint32_t card_type);
 /* Runs every group for the card in `cardtype`; returns the error count. */
 uint32_t test_cvn_np_lib_testcard(void);
 
-/* ---- Test groups, in the order test_cvn_np_lib_testcard runs them ------- */
+/* ---- Test groups that are not a port walk ------------------------------ */
 
 void test_nplib_card_info(void);
 uint32_t test_cvn_np_port_info_get(void);
-uint32_t test_cvn_np_front_port_to_np(void);
-uint32_t test_cvn_np_front_port_to_np_port(void);
-uint32_t test_cvn_np_front_port_to_port_type(void);
-uint32_t test_cvn_np_front_port_to_face_plate_port(void);
-uint32_t test_cvn_np_front_port_mapping_info(void);
-uint32_t test_cvn_np_info_num_local_ports(void);
-uint32_t test_cvn_np_info_to_front_port(void);
-uint32_t test_cvn_np_info_to_fplate_porttype(void);
-uint32_t test_cvn_np_first_front_port_on_np(void);
-uint32_t test_cvn_np_first_fplate_porttype_on_np(void);
-uint32_t test_cvn_faceplate_porttype_to_np(void);
-uint32_t test_cvn_faceplate_porttype_to_np_port(void);
-uint32_t test_cvn_faceplate_porttype_to_phys_port(void);
-uint32_t test_cvn_faceplate_porttype_mapping_info(void);
 uint32_t test_cvn_np_complex_to_subslot(void);
 uint32_t test_cvn_np_complex_to_np(void);
 
@@ -116,6 +102,22 @@ typedef struct test_port_case {
 
 /* A case routine: prints its case line and returns 1 for a failure. */
 typedef uint32_t (*test_port_case_fn)(const test_port_case *pc, test_answers *a);
+
+/* The case routines of the port-walk groups, named after what they ask. */
+uint32_t test_case_front_np(const test_port_case *pc, test_answers *a);
+uint32_t test_case_front_np_port(const test_port_case *pc, test_answers *a);
+uint32_t test_case_front_port_type(const test_port_case *pc, test_answers *a);
+uint32_t test_case_front_fplate(const test_port_case *pc, test_answers *a);
+uint32_t test_case_front_mapping(const test_port_case *pc, test_answers *a);
+uint32_t test_case_num_local_ports(const test_port_case *pc, test_answers *a);
+uint32_t test_case_np_to_front(const test_port_case *pc, test_answers *a);
+uint32_t test_case_np_to_fplate(const test_port_case *pc, test_answers *a);
+uint32_t test_case_first_front(const test_port_case *pc, test_answers *a);
+uint32_t test_case_first_fplate(const test_port_case *pc, test_answers *a);
+uint32_t test_case_face_np(const test_port_case *pc, test_answers *a);
+uint32_t test_case_face_np_port(const test_port_case *pc, test_answers *a);
+uint32_t test_case_face_front(const test_port_case *pc, test_answers *a);
+uint32_t test_case_face_mapping(const test_port_case *pc, test_answers *a);
 
 /* The relation and the verdict of a case line, by whether the case failed. */
 #define TEST_REL(bad) ((bad) ? "!=" : "=")

@@ -1,5 +1,5 @@
 /*
- * test_groups_front.c - the front-port groups, then the faceplate groups.
+ * test_groups_front.c - the front-port cases, then the faceplate cases.
  *
  * A front-port case asks aux_cvn_np_front_port_to_mapping_info (cage, code,
  * speed's ifsub type) and compares the outputs its group covers with the
@@ -23,7 +23,7 @@ static void test_print_encoding(const test_port_case *pc)
            pc->speed->ifsub_type, pc->p, f);
 }
 
-static uint32_t test_case_front_np(const test_port_case *pc, test_answers *a)
+uint32_t test_case_front_np(const test_port_case *pc, test_answers *a)
 {
     const port_mapping_entry *e = pc->speed->phys_map[pc->index];
     int bad;
@@ -37,7 +37,7 @@ static uint32_t test_case_front_np(const test_port_case *pc, test_answers *a)
     return (uint32_t)bad;
 }
 
-static uint32_t test_case_front_np_port(const test_port_case *pc, test_answers *a)
+uint32_t test_case_front_np_port(const test_port_case *pc, test_answers *a)
 {
     const port_mapping_entry *e = pc->speed->phys_map[pc->index];
     int bad;
@@ -51,7 +51,7 @@ static uint32_t test_case_front_np_port(const test_port_case *pc, test_answers *
     return (uint32_t)bad;
 }
 
-static uint32_t test_case_front_port_type(const test_port_case *pc, test_answers *a)
+uint32_t test_case_front_port_type(const test_port_case *pc, test_answers *a)
 {
     const port_mapping_entry *e = pc->speed->phys_map[pc->index];
     int bad;
@@ -64,7 +64,7 @@ static uint32_t test_case_front_port_type(const test_port_case *pc, test_answers
     return (uint32_t)bad;
 }
 
-static uint32_t test_case_front_fplate(const test_port_case *pc, test_answers *a)
+uint32_t test_case_front_fplate(const test_port_case *pc, test_answers *a)
 {
     const port_mapping_entry *e = pc->speed->phys_map[pc->index];
     int bad;
@@ -78,7 +78,7 @@ static uint32_t test_case_front_fplate(const test_port_case *pc, test_answers *a
     return (uint32_t)bad;
 }
 
-static uint32_t test_case_front_mapping(const test_port_case *pc, test_answers *a)
+uint32_t test_case_front_mapping(const test_port_case *pc, test_answers *a)
 {
     const port_mapping_entry *e = pc->speed->phys_map[pc->index];
     int bad;
@@ -97,32 +97,7 @@ static uint32_t test_case_front_mapping(const test_port_case *pc, test_answers *
     return (uint32_t)bad;
 }
 
-uint32_t test_cvn_np_front_port_to_np(void)
-{
-    return test_port_group("test_cvn_np_front_port_to_np", test_case_front_np, 0);
-}
-
-uint32_t test_cvn_np_front_port_to_np_port(void)
-{
-    return test_port_group("test_cvn_np_front_port_to_np_port", test_case_front_np_port, 0);
-}
-
-uint32_t test_cvn_np_front_port_to_port_type(void)
-{
-    return test_port_group("test_cvn_np_front_port_to_port_type", test_case_front_port_type, 0);
-}
-
-uint32_t test_cvn_np_front_port_to_face_plate_port(void)
-{
-    return test_port_group("test_cvn_np_front_port_to_face_plate_port", test_case_front_fplate, 0);
-}
-
-uint32_t test_cvn_np_front_port_mapping_info(void)
-{
-    return test_port_group("test_cvn_np_front_port_mapping_info", test_case_front_mapping, 0);
-}
-
-static uint32_t test_case_face_np(const test_port_case *pc, test_answers *a)
+uint32_t test_case_face_np(const test_port_case *pc, test_answers *a)
 {
     const port_mapping_entry *e = pc->speed->fplate_map[pc->index];
     int bad;
@@ -134,7 +109,7 @@ static uint32_t test_case_face_np(const test_port_case *pc, test_answers *a)
     return (uint32_t)bad;
 }
 
-static uint32_t test_case_face_np_port(const test_port_case *pc, test_answers *a)
+uint32_t test_case_face_np_port(const test_port_case *pc, test_answers *a)
 {
     const port_mapping_entry *e = pc->speed->fplate_map[pc->index];
     int bad;
@@ -147,7 +122,7 @@ static uint32_t test_case_face_np_port(const test_port_case *pc, test_answers *a
     return (uint32_t)bad;
 }
 
-static uint32_t test_case_face_front(const test_port_case *pc, test_answers *a)
+uint32_t test_case_face_front(const test_port_case *pc, test_answers *a)
 {
     const port_mapping_entry *e = pc->speed->fplate_map[pc->index];
     int bad;
@@ -160,7 +135,7 @@ static uint32_t test_case_face_front(const test_port_case *pc, test_answers *a)
 }
 
 /* Both lines of this group show the code in decimal. */
-static uint32_t test_case_face_mapping(const test_port_case *pc, test_answers *a)
+uint32_t test_case_face_mapping(const test_port_case *pc, test_answers *a)
 {
     const port_mapping_entry *e = pc->speed->fplate_map[pc->index];
     int bad;
@@ -173,24 +148,4 @@ static uint32_t test_case_face_mapping(const test_port_case *pc, test_answers *a
            pc->speed->word, pc->s, pc->c, pc->code, a->np, a->np_port, a->front, TEST_REL(bad),
            e->np, e->np_port, e->phys_front_port, TEST_VERDICT(bad));
     return (uint32_t)bad;
-}
-
-uint32_t test_cvn_faceplate_porttype_to_np(void)
-{
-    return test_port_group("test_cvn_faceplate_porttype_to_np", test_case_face_np, 0);
-}
-
-uint32_t test_cvn_faceplate_porttype_to_np_port(void)
-{
-    return test_port_group("test_cvn_faceplate_porttype_to_np_port", test_case_face_np_port, 0);
-}
-
-uint32_t test_cvn_faceplate_porttype_to_phys_port(void)
-{
-    return test_port_group("test_cvn_faceplate_porttype_to_phys_port", test_case_face_front, 0);
-}
-
-uint32_t test_cvn_faceplate_porttype_mapping_info(void)
-{
-    return test_port_group("test_cvn_faceplate_porttype_mapping_info", test_case_face_mapping, 0);
 }

@@ -11,7 +11,7 @@
 #include "cvn_np_selftest.h"
 
 /* Every NP is expected to have cage_per_complex cages' worth of ports. */
-static uint32_t test_case_num_local_ports(const test_port_case *pc, test_answers *a)
+uint32_t test_case_num_local_ports(const test_port_case *pc, test_answers *a)
 {
     uint32_t expected = test_np_info->cage_per_complex * pc->speed->port_cage;
     uint32_t got = aux_cvn_np_info_num_local_ports(pc->s, pc->n, pc->speed->ifsub_type);
@@ -24,7 +24,7 @@ static uint32_t test_case_num_local_ports(const test_port_case *pc, test_answers
 }
 
 /* The NP-local port asked about is the phys-map entry's. */
-static uint32_t test_case_np_to_front(const test_port_case *pc, test_answers *a)
+uint32_t test_case_np_to_front(const test_port_case *pc, test_answers *a)
 {
     const port_mapping_entry *e = pc->speed->phys_map[pc->index];
     int bad;
@@ -37,7 +37,7 @@ static uint32_t test_case_np_to_front(const test_port_case *pc, test_answers *a)
     return (uint32_t)bad;
 }
 
-static uint32_t test_case_np_to_fplate(const test_port_case *pc, test_answers *a)
+uint32_t test_case_np_to_fplate(const test_port_case *pc, test_answers *a)
 {
     const port_mapping_entry *e = pc->speed->phys_map[pc->index];
     int bad;
@@ -52,7 +52,7 @@ static uint32_t test_case_np_to_fplate(const test_port_case *pc, test_answers *a
 }
 
 /* The expected entry is the NP's first port. */
-static uint32_t test_case_first_front(const test_port_case *pc, test_answers *a)
+uint32_t test_case_first_front(const test_port_case *pc, test_answers *a)
 {
     const port_mapping_entry *e = pc->speed->phys_map[pc->index];
     int bad;
@@ -64,7 +64,7 @@ static uint32_t test_case_first_front(const test_port_case *pc, test_answers *a)
     return (uint32_t)bad;
 }
 
-static uint32_t test_case_first_fplate(const test_port_case *pc, test_answers *a)
+uint32_t test_case_first_fplate(const test_port_case *pc, test_answers *a)
 {
     const port_mapping_entry *e = pc->speed->phys_map[pc->index];
     int bad;
@@ -76,31 +76,6 @@ static uint32_t test_case_first_fplate(const test_port_case *pc, test_answers *a
            a->fplate_port, a->port_type, TEST_REL(bad), e->fplate_port, e->port_type,
            TEST_VERDICT(bad));
     return (uint32_t)bad;
-}
-
-uint32_t test_cvn_np_info_num_local_ports(void)
-{
-    return test_port_group("test_cvn_np_info_num_local_ports", test_case_num_local_ports, 1);
-}
-
-uint32_t test_cvn_np_info_to_front_port(void)
-{
-    return test_port_group("test_cvn_np_info_to_front_port", test_case_np_to_front, 0);
-}
-
-uint32_t test_cvn_np_info_to_fplate_porttype(void)
-{
-    return test_port_group("test_cvn_np_info_to_fplate_porttype", test_case_np_to_fplate, 0);
-}
-
-uint32_t test_cvn_np_first_front_port_on_np(void)
-{
-    return test_port_group("test_cvn_np_first_front_port_on_np", test_case_first_front, 1);
-}
-
-uint32_t test_cvn_np_first_fplate_porttype_on_np(void)
-{
-    return test_port_group("test_cvn_np_first_fplate_porttype_on_np", test_case_first_fplate, 1);
 }
 
 /* Every complex is expected in subslot 0. */
