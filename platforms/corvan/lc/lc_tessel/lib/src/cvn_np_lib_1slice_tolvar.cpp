@@ -89,13 +89,11 @@ cvn_np_api cvn_np_api_1slice_tolvar;
 
 } // extern "C"
 
-// Telling entries: bay 1 is the NP's upper half; 578 shares 576's entries.
+// Telling entries: bay 1 is the NP's upper half.
 static_assert(cvn_np_lib_tv_1slice_bay0_ep_info_types[10].entries[13]->np_port == 207);
 static_assert(cvn_np_lib_tv_1slice_bay0_ep_info_types[10].entries[13]->phys_front_port == 19);
 static_assert(cvn_np_lib_tv_1slice_bay1_ep_info_types[0].entries[1]->np_port == 206);
 static_assert(cvn_np_lib_tv_1slice_bay1_ep_info_types[5].entries[19]->np_port == 149);
-static_assert(cvn_np_lib_tv_1slice_bay0_ep_info_types[8].entries ==
-              cvn_np_lib_tv_1slice_bay0_ep_info_types[7].entries);
 // The index maps follow their rule in every row.
 static_assert(cvn_np::common::rows_follow(tv_1slice_phys_2_fplate_cage_10GE, split_entry_index<10>,
                                           std::equal_to<>()) &&

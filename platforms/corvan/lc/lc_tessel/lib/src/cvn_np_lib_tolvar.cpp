@@ -50,11 +50,6 @@ static_assert(cvn_np_lib_2slice_tv_info_types[10].entries[12]->np_port == 206);
 static_assert(cvn_np_lib_2slice_tv_info_types[11].entries[3]->fplate_port == 17);
 static_assert(cvn_np_lib_2slice_tv_info_types[11].entries[3]->np_port == 100);
 static_assert(cvn_np_lib_2slice_tv_info_types[8].entries[19]->np_port == 37);
-// 578 shares 576's entries, 0x10003 the 40GE instance's.
-static_assert(cvn_np_lib_2slice_tv_info_types[5].entries ==
-              cvn_np_lib_2slice_tv_info_types[4].entries);
-static_assert(cvn_np_lib_2slice_tv_info_types[12].port_info_list ==
-              cvn_np_lib_2slice_tv_info_types[11].port_info_list);
 
 namespace {
 

@@ -388,17 +388,13 @@ template <const family &F> struct engine : common::card_summary<F> {
         return F.one_np_for_both_bays ? e.np : e.np + row.np_per_subslot * subslot;
     }
 
-    // Slot 37 on a front port, or on the first port of a subslot's instance.
-    static constexpr auto query = common::query_front_port;
-    static constexpr auto query_instance = common::query_place;
-
     // ---- slots 4, 6, 7: port lists (slots 0-3, 5 and 25: the card summary) ----
 
     // The list of the first subslot whose first instance reports a type.
     static const port_info *port_info_get()
     {
         for (uint32_t s = 0; s < info().num_subslot; ++s) {
-            const place_answer a = query_instance(s, 0);
+            const place_answer a = common::query_place(s, 0);
             if (a.type != CVN_NP_IFSUB_TYPE_NONE)
                 return step<&cvn_np_api::aux_cvn_np_port_info_get>(a.subslot, a.ifsubsys, a.type);
         }
@@ -408,7 +404,7 @@ template <const family &F> struct engine : common::card_summary<F> {
     static const port_info *port_info_subslot(uint16_t subslot)
     {
         require(subslot < info().num_subslot, F.text.subslot);
-        const place_answer a = query_instance(subslot, 0);
+        const place_answer a = common::query_place(subslot, 0);
         if (a.type == CVN_NP_IFSUB_TYPE_NONE)
             return F.dummy_port_info;
         return step<&cvn_np_api::aux_cvn_np_port_info_get>(subslot, 0, a.type);
@@ -440,7 +436,7 @@ template <const family &F> struct engine : common::card_summary<F> {
     static uint32_t front_port_mapping_info(uint32_t front, uint32_t *np, uint32_t *np_port,
                                             uint32_t *fplate_port, uint32_t *port_type)
     {
-        const place_answer a = query(front);
+        const place_answer a = common::query_front_port(front);
         if (a.status != 0)
             return a.status;
         if (a.type == CVN_NP_IFSUB_TYPE_NONE)
@@ -477,7 +473,7 @@ template <const family &F> struct engine : common::card_summary<F> {
             const bool plain = is_plain(a.type) && a.type != CVN_NP_IFSUB_TYPE_TV_16X10GE;
             const uint32_t instances = plain ? 1 : is_split(a.type) ? k_instances_per_subslot : 0;
             for (uint32_t i = 0; i < instances; ++i) {
-                const place_answer q = query_instance(s, i);
+                const place_answer q = common::query_place(s, i);
                 if (q.type != CVN_NP_IFSUB_TYPE_NONE)
                     sum += step<&cvn_np_api::aux_cvn_np_info_num_local_ports>(s, np_id, q.type);
             }
@@ -515,15 +511,12 @@ template <const family &F> struct engine : common::card_summary<F> {
                                   uint32_t *port_type, bool hide_status)
     {
         for (uint32_t s = b.first;; ++s) {
-            const place_answer a = query_instance(s, 0);
+            const place_answer a = common::query_place(s, 0);
             if (a.status == 0 && a.type != CVN_NP_IFSUB_TYPE_NONE)
                 return step<&cvn_np_api::aux_cvn_np_first_port_on_np>(s, a.ifsubsys, a.type, front,
                                                                       fplate_port, port_type);
-            if (s >= b.last) {
-                if (a.status == 0)
-                    return CVN_NP_ERR_INVALID;
-                return hide_status ? CVN_NP_ERR_INVALID : a.status;
-            }
+            if (s >= b.last)
+                return a.status == 0 || hide_status ? CVN_NP_ERR_INVALID : a.status;
         }
     }
 
@@ -809,7 +802,7 @@ template <const family &F> struct engine : common::card_summary<F> {
     static uint32_t faceplate_to_mapping_info(uint32_t, uint32_t fplate, uint32_t port_type,
                                               uint32_t *np, uint32_t *np_port, uint32_t *front)
     {
-        const place_answer a = query(fplate);
+        const place_answer a = common::query_front_port(fplate);
         if (a.status != 0)
             return a.status;
         if (a.type == CVN_NP_IFSUB_TYPE_NONE)
