@@ -89,13 +89,11 @@ cvn_np_api cvn_np_api_1slice_tolvar;
 
 } // extern "C"
 
-// Telling entries: bay 1 is the NP's upper half; 578 shares 576's entries.
+// Telling entries: bay 1 is the NP's upper half.
 static_assert(cvn_np_lib_tv_1slice_bay0_ep_info_types[10].entries[13]->np_port == 207);
 static_assert(cvn_np_lib_tv_1slice_bay0_ep_info_types[10].entries[13]->phys_front_port == 19);
 static_assert(cvn_np_lib_tv_1slice_bay1_ep_info_types[0].entries[1]->np_port == 206);
 static_assert(cvn_np_lib_tv_1slice_bay1_ep_info_types[5].entries[19]->np_port == 149);
-static_assert(cvn_np_lib_tv_1slice_bay0_ep_info_types[8].entries ==
-              cvn_np_lib_tv_1slice_bay0_ep_info_types[7].entries);
 // The index maps follow their rule in every row.
 static_assert(cvn_np::common::rows_follow(tv_1slice_phys_2_fplate_cage_10GE, split_entry_index<10>,
                                           std::equal_to<>()) &&
@@ -108,38 +106,34 @@ static_assert(tv_1slice_phys_2_fplate_cage_40GE[0x11] == 3 &&
 
 namespace {
 
-constexpr tv::type_index k_bay_rows[] = {tv::rows_by_type(cvn_np_lib_tv_1slice_bay0_ep_info_types),
-                                         tv::rows_by_type(cvn_np_lib_tv_1slice_bay1_ep_info_types)};
+// Each bay has its own table.
+constexpr std::array<tv::type_index, 2> k_bay_rows = {
+    tv::rows_by_type(cvn_np_lib_tv_1slice_bay0_ep_info_types),
+    tv::rows_by_type(cvn_np_lib_tv_1slice_bay1_ep_info_types)};
 
-// The row of a type in the bay's own table; none for another subslot.
-constexpr const cvn_np_ep_data *bay_ep_data_find(uint32_t subslot, uint32_t type)
-{
-    const uint32_t bay = subslot & 0xFFFF;
-    return bay < std::size(k_bay_rows) ? tv::row_for(k_bay_rows[bay], type) : nullptr;
-}
-
-// The half of the NP's ports an NP-local port is in: 0 for bay 0's first
-// instance and its 20-port EP without port type, 1 for bay 0's second
-// instance and bay 1's 20-port EP without port type; -1 for neither.
-constexpr tv::np_port_table half_of_np_port = tv::tabulate([](uint32_t np_port) {
-    if (tv::in_np_ports(*tv::row_for(k_bay_rows[0], CVN_NP_IFSUB_TYPE_TV_20X_NONE), np_port))
-        return 0;
-    if (tv::in_np_ports(*tv::row_for(k_bay_rows[1], CVN_NP_IFSUB_TYPE_TV_20X_NONE), np_port))
-        return 1;
+// The half of the NP's ports an NP-local port is in: bay b's 20-port EP
+// without port type is in half b; bay 0's first instance in half 0, its
+// second in half 1; -1 for neither.
+constexpr tv::np_port_table half_of_np_port{[](uint32_t np_port) {
+    for (int bay = 0; bay < 2; ++bay) {
+        const cvn_np_ep_data &none = *tv::row_for(k_bay_rows[bay], CVN_NP_IFSUB_TYPE_TV_20X_NONE);
+        if (tv::in_np_ports(none.entries, none.num_ports, np_port))
+            return bay;
+    }
     return tv::instance_of_np_port(cvn_np_lib_tv_1slice_bay0_ep_info_types, np_port);
-});
+}};
 static_assert(half_of_np_port(37) == 0 && half_of_np_port(128) == 1 && half_of_np_port(213) == 1 &&
               half_of_np_port(202) < 0);
 
 // The lower half is bay 0's; the upper one belongs to bay 0's second
 // instance, to bay 0's 20-port EP, or else to bay 1.  Both bays must answer.
-tv::np_port_place bay_of_np_port(uint32_t, uint32_t np_port)
+tv::place_answer bay_of_np_port(uint32_t, uint32_t np_port)
 {
     const int upper = half_of_np_port(np_port);
     if (upper < 0)
         return tv::k_not_found;
-    const tv::platform_answer bay0 = tv::ask(0, CVN_NP_IFSUB_ANY);
-    const tv::platform_answer bay1 = tv::ask(1, CVN_NP_IFSUB_ANY);
+    const tv::place_answer bay0 = tv::ask(0, CVN_NP_IFSUB_ANY);
+    const tv::place_answer bay1 = tv::ask(1, CVN_NP_IFSUB_ANY);
     if (bay0.status != 0 || bay1.status != 0)
         return tv::k_not_found;
     if (upper == 0)
@@ -151,15 +145,15 @@ tv::np_port_place bay_of_np_port(uint32_t, uint32_t np_port)
     return tv::place_at(bay0_wide ? 0 : 1, 0);
 }
 
-// A split instance's entry through the index map of its speed.
+// A split instance's entry through the index map of its speed;
+// CVN_NP_NO_PORT, past every row, for none.
 uint64_t split_entry(uint32_t port, uint32_t type, const cvn_np_ep_data &, bool)
 {
     const int32_t *map = type == CVN_NP_IFSUB_TYPE_10GE ? tv_1slice_phys_2_fplate_cage_10GE
                                                         : tv_1slice_phys_2_fplate_cage_40GE;
     const uint32_t bits = port & 0x3F;
-    if (bits >= std::size(tv_1slice_phys_2_fplate_cage_10GE) || map[bits] == CVN_NP_NO_PORT)
-        return tv::k_no_entry;
-    return static_cast<uint64_t>(map[bits]);
+    return bits < std::size(tv_1slice_phys_2_fplate_cage_10GE) ? static_cast<uint32_t>(map[bits])
+                                                               : CVN_NP_NO_PORT;
 }
 
 constexpr tv::family k_tv_1slice = {
@@ -186,7 +180,7 @@ constexpr tv::family k_tv_1slice = {
     .card_version_record = &tv_1slice_card_version,
     .card_subslot_info = &tv_1slice_card_subslot_info,
     .dummy_port_info = tv_1slice_dummy_port_info,
-    .row_of = bay_ep_data_find,
+    .rows = k_bay_rows,
     .place_np_port = bay_of_np_port,
     .instance_entry = split_entry,
     .one_np_for_both_bays = true,
@@ -355,7 +349,7 @@ void aux_tv_1slice_np_port_to_mapping_info(const port_mapping_entry *const *entr
     E::np_port_to_mapping_info(entries, np_port, count, front, fplate_port, port_type);
 }
 
-void cvn_np_1slice_tolvar_api_fill(cvn_np_api *table) { E::fill(table); }
+void cvn_np_1slice_tolvar_api_fill(cvn_np_api *table) { *table = E::own_ops(); }
 
 void cvn_np_1slice_tolvar_init(void) { E::init(&cvn_np_api_1slice_tolvar); }
 

@@ -11,6 +11,7 @@
 #include <array>
 #include <cstddef>
 #include <iterator>
+#include <span>
 
 #include "cvn_np_common_slots.h"
 #include "cvn_np_lib_tables.h"
@@ -130,12 +131,13 @@ const port_mapping_entry &entry_at(const port_mapping_entry (&table)[n], uint32_
     return table[index < n ? index : n - 1];
 }
 
-// An entry's fields to the outputs that are given.
-void put_mapping(const port_mapping_entry &e, uint32_t *np, uint32_t *np_port,
-                 uint32_t *fplate_port, uint32_t *port_type)
+// An entry's fields to the outputs that are given, in this order.
+void put_entry(const port_mapping_entry &e, uint32_t *np, uint32_t *np_port, uint32_t *front,
+               uint32_t *fplate_port, uint32_t *port_type)
 {
     common::put(np, e.np);
     common::put(np_port, e.np_port);
+    common::put(front, e.phys_front_port);
     common::put(fplate_port, e.fplate_port);
     common::put(port_type, e.port_type);
 }
@@ -192,7 +194,8 @@ uint32_t front_port_mapping_info(uint32_t front, uint32_t *np, uint32_t *np_port
 {
     if (front > k_last_front)
         return 0;
-    put_mapping(cvn_np_port_mapping_maruta_combo0[front], np, np_port, fplate_port, port_type);
+    put_entry(cvn_np_port_mapping_maruta_combo0[front], np, np_port, nullptr, fplate_port,
+              port_type);
     return 0;
 }
 
@@ -275,10 +278,8 @@ uint32_t faceplate_porttype_to_phys_port(uint32_t, uint32_t fplate) { return fpl
 uint32_t faceplate_porttype_mapping_info(uint32_t, uint32_t fplate, uint32_t *np, uint32_t *np_port,
                                          uint32_t *front)
 {
-    const port_mapping_entry &e = entry_at(cvn_np_port_mapping_maruta_combo0, fplate);
-    common::put(np, e.np);
-    common::put(np_port, e.np_port);
-    common::put(front, e.phys_front_port);
+    put_entry(entry_at(cvn_np_port_mapping_maruta_combo0, fplate), np, np_port, front, nullptr,
+              nullptr);
     return 0;
 }
 
@@ -322,21 +323,14 @@ const port_info *port_info_of_type(uint32_t subslot_num, uint32_t, uint32_t type
 void front_port_to_mapping_info(uint32_t instance, uint32_t index, uint32_t, uint32_t *np,
                                 uint32_t *np_port, uint32_t *fplate_port, uint32_t *port_type)
 {
-    struct instance_table {
-        const uint32_t *fronts;
-        uint32_t size;
-    };
-    static constexpr instance_table k_instances[] = {
-        {cvn_phy_to_front_combo0_inst0, std::size(cvn_phy_to_front_combo0_inst0)},
-        {cvn_phy_to_front_combo0_inst1, std::size(cvn_phy_to_front_combo0_inst1)},
-        {cvn_phy_to_front_combo0_inst2, std::size(cvn_phy_to_front_combo0_inst2)},
-        {cvn_phy_to_front_combo0_inst3, std::size(cvn_phy_to_front_combo0_inst3)},
-    };
+    static constexpr std::span<const uint32_t> k_instances[] = {
+        cvn_phy_to_front_combo0_inst0, cvn_phy_to_front_combo0_inst1, cvn_phy_to_front_combo0_inst2,
+        cvn_phy_to_front_combo0_inst3};
     cvn_np::require(instance < std::size(k_instances), k_path, CVN_NP_CHECK("0"));
-    const instance_table &t = k_instances[instance];
-    const uint32_t front = index < t.size ? t.fronts[index] : k_no_port;
-    put_mapping(entry_at(cvn_np_port_mapping_maruta_combo0, front), np, np_port, fplate_port,
-                port_type);
+    const std::span<const uint32_t> fronts = k_instances[instance];
+    const uint32_t front = index < fronts.size() ? fronts[index] : k_no_port;
+    put_entry(entry_at(cvn_np_port_mapping_maruta_combo0, front), np, np_port, nullptr, fplate_port,
+              port_type);
 }
 
 // The first of the 58 ports with that NP and NP-local port, k_no_port for
@@ -368,28 +362,21 @@ void info_to_mapping_info(uint32_t np_num, uint32_t np_port, uint32_t, uint32_t 
                                                        : first_front_of(np_num, np_port);
     if (f == k_no_port)
         return;
-    const port_mapping_entry &e = cvn_np_port_mapping_maruta_combo0[f];
-    common::put(front, e.phys_front_port);
-    common::put(fplate_port, e.fplate_port);
-    common::put(port_type, e.port_type);
+    put_entry(cvn_np_port_mapping_maruta_combo0[f], nullptr, nullptr, front, fplate_port,
+              port_type);
 }
 
-// The front port's place in the tuple order; 22 when it has none.  Entry 0
-// is front 16; entries 1 to 22 are compared, the end entry (255) included.
+// The front port's place in the tuple order: the first of the 23 entries
+// with that front port, the end entry (255, place 22) included.
 uint32_t front_port_to_ifsubinst(uint32_t front, uint32_t *index)
 {
     if (index == nullptr)
         return CVN_NP_EINVAL;
-    if (front == cvn_np_port_mapping_maruta_combo0_tuple[0].phys_front_port) {
-        *index = 0;
-        return 0;
-    }
-    for (uint32_t i = 1; i < std::size(cvn_np_port_mapping_maruta_combo0_tuple); ++i) {
+    for (uint32_t i = 0; i < std::size(cvn_np_port_mapping_maruta_combo0_tuple); ++i)
         if (cvn_np_port_mapping_maruta_combo0_tuple[i].phys_front_port == front) {
             *index = i;
             return 0;
         }
-    }
     return CVN_NP_EINVAL;
 }
 

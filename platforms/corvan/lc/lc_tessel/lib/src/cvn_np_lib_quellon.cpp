@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <functional>
 
 #include "cvn_np_common_slots.h"
 #include "cvn_np_lib_tables.h"
@@ -190,14 +191,10 @@ uint32_t front_port_mapping_info(uint32_t front, uint32_t *np, uint32_t *np_port
 // The port with NP-local port 192 + k of NP n: port 24n + (k ^ 1), the
 // inverse of the table's rule, so the only port that matches.
 constexpr uint32_t port_of(uint32_t np_id, uint32_t k) { return np_id * k_ports_per_np + (k ^ 1); }
-static_assert([] {
-    for (uint32_t i = 0; i < k_table_ports; ++i) {
-        const quellon_port_mapping_entry &e = cvn_np_port_mapping_quellon[i];
-        if (port_of(e.np, e.np_port - k_first_np_port) != i)
-            return false;
-    }
-    return true;
-}());
+static_assert(common::rows_follow(cvn_np_port_mapping_quellon, std::identity(),
+                                  [](const quellon_port_mapping_entry &e, std::size_t i) {
+                                      return port_of(e.np, e.np_port - k_first_np_port) == i;
+                                  }));
 
 // The port in use with that NP and NP-local port writes its index; nothing
 // is written when there is none, nor through a NULL output.
@@ -254,33 +251,20 @@ uint32_t first_front_port_on_np(uint32_t np_id, uint32_t *front)
     return front_port_of(np_id, k_first_np_port, front);
 }
 
-// As slot 16; the type is looked up when both outputs are given.
+// Slot 15 on the NP's port with NP-local port 192; the type is looked up
+// when both outputs are given.
 uint32_t first_fplate_porttype_on_np(uint32_t np_id, uint32_t *port_type, uint32_t *fplate_port)
 {
-    if (np_id >= np_count())
-        return CVN_NP_ERR_INVALID;
-    uint32_t front = k_none;
-    const uint32_t status = front_port_of(np_id, k_first_np_port, &front);
-    if (front != k_none) {
-        common::put(fplate_port, front);
-        if (port_type != nullptr && fplate_port != nullptr)
-            *port_type = port_type_of(front);
-    }
-    return status;
+    return info_to_fplate_porttype(np_id, k_first_np_port, fplate_port,
+                                   fplate_port != nullptr ? port_type : nullptr);
 }
 
 // ---- slots 19-22: faceplate port to NP; the port type is not needed ----
 
-uint32_t faceplate_porttype_to_np(uint32_t, uint32_t fplate)
+// Slots 19 and 20: slot `slot` (8 or 9) on the port.
+template <auto slot, auto own> uint32_t faceplate_field(uint32_t, uint32_t fplate)
 {
-    const uint32_t i = checked_port(fplate, k_fplate_bound);
-    return through_table<&api::cvn_np_front_port_to_np, front_port_to_np>(i);
-}
-
-uint32_t faceplate_porttype_to_np_port(uint32_t, uint32_t fplate)
-{
-    const uint32_t i = checked_port(fplate, k_fplate_bound);
-    return through_table<&api::cvn_np_front_port_to_np_port, front_port_to_np_port>(i);
+    return through_table<slot, own>(checked_port(fplate, k_fplate_bound));
 }
 
 uint32_t faceplate_porttype_to_phys_port(uint32_t, uint32_t fplate)
@@ -360,8 +344,10 @@ constexpr cvn_np_api k_quellon_api = {
     .cvn_np_first_front_port_on_np = first_front_port_on_np,
     .cvn_np_first_phys_port_on_np = first_front_port_on_np,
     .cvn_np_first_fplate_porttype_on_np = first_fplate_porttype_on_np,
-    .cvn_faceplate_porttype_to_np = faceplate_porttype_to_np,
-    .cvn_faceplate_porttype_to_np_port = faceplate_porttype_to_np_port,
+    .cvn_faceplate_porttype_to_np =
+        faceplate_field<&api::cvn_np_front_port_to_np, front_port_to_np>,
+    .cvn_faceplate_porttype_to_np_port =
+        faceplate_field<&api::cvn_np_front_port_to_np_port, front_port_to_np_port>,
     .cvn_faceplate_porttype_to_phys_port = faceplate_porttype_to_phys_port,
     .cvn_faceplate_porttype_mapping_info = faceplate_porttype_mapping_info,
     .cvn_np_complex_to_subslot = complex_to_subslot,

@@ -50,34 +50,24 @@ static_assert(cvn_np_lib_2slice_tv_info_types[10].entries[12]->np_port == 206);
 static_assert(cvn_np_lib_2slice_tv_info_types[11].entries[3]->fplate_port == 17);
 static_assert(cvn_np_lib_2slice_tv_info_types[11].entries[3]->np_port == 100);
 static_assert(cvn_np_lib_2slice_tv_info_types[8].entries[19]->np_port == 37);
-// 578 shares 576's entries, 0x10003 the 40GE instance's.
-static_assert(cvn_np_lib_2slice_tv_info_types[5].entries ==
-              cvn_np_lib_2slice_tv_info_types[4].entries);
-static_assert(cvn_np_lib_2slice_tv_info_types[12].port_info_list ==
-              cvn_np_lib_2slice_tv_info_types[11].port_info_list);
 
 namespace {
 
-constexpr auto k_rows_by_type = tv::rows_by_type(cvn_np_lib_2slice_tv_info_types);
-
-// The row of a type; one table serves both subslots.
-constexpr const cvn_np_ep_data *tolvar_ep_data_find(uint32_t, uint32_t type)
-{
-    return tv::row_for(k_rows_by_type, type);
-}
+// One table serves both subslots.
+constexpr tv::type_index k_rows_by_type = tv::rows_by_type(cvn_np_lib_2slice_tv_info_types);
 
 // The instance of a split subslot by the instance rows' NP-local ports.
-constexpr tv::np_port_table instance_of_np_port = tv::tabulate([](uint32_t np_port) {
+constexpr tv::np_port_table instance_of_np_port{[](uint32_t np_port) {
     return tv::instance_of_np_port(cvn_np_lib_2slice_tv_info_types, np_port);
-});
+}};
 static_assert(instance_of_np_port(201) == 0 && instance_of_np_port(202) < 0 &&
               instance_of_np_port(204) == 1 && instance_of_np_port(100) == 1);
 
 // NP n's port lives in subslot n; on a subslot split in two, in the
 // instance its NP-port range names.
-tv::np_port_place tolvar_np_port_to_ifsub_type(uint32_t np_id, uint32_t np_port)
+tv::place_answer tolvar_np_port_to_ifsub_type(uint32_t np_id, uint32_t np_port)
 {
-    const tv::platform_answer whole = tv::ask(np_id, CVN_NP_IFSUB_ANY);
+    const tv::place_answer whole = tv::ask(np_id, CVN_NP_IFSUB_ANY);
     if (whole.status != 0)
         return tv::k_not_found;
     if (!tv::has_second_instance(whole.type))
@@ -120,7 +110,7 @@ constexpr tv::family k_tolvar = {
     .card_version_record = &tolvar_card_version,
     .card_subslot_info = &tolvar_card_subslot_info,
     .dummy_port_info = tolvar_dummy_port_info,
-    .row_of = tolvar_ep_data_find,
+    .rows = {k_rows_by_type, k_rows_by_type},
     .place_np_port = tolvar_np_port_to_ifsub_type,
     .instance_entry = instance_entry,
     .one_np_for_both_bays = false,
@@ -286,7 +276,7 @@ void aux_tolvar_np_port_to_mapping_info(const port_mapping_entry *const *entries
     E::np_port_to_mapping_info(entries, np_port, count, front, fplate_port, port_type);
 }
 
-void cvn_np_2slice_tolvar_api_fill(cvn_np_api *table) { E::fill(table); }
+void cvn_np_2slice_tolvar_api_fill(cvn_np_api *table) { *table = E::own_ops(); }
 
 void cvn_np_2slice_tolvar_init(void) { E::init(&cvn_np_api_2slice_tolvar); }
 

@@ -120,16 +120,13 @@ constexpr np_info card_np_info(uint16_t nps, const cvn_np_ep_data (&)[info_types
 
 // What the platform answers for (subslot, ifsubsys); type NONE unless the
 // call succeeded.
-struct platform_answer {
-    uint32_t status;
-    uint32_t type;
-};
-inline platform_answer ask(uint32_t subslot, uint32_t ifsubsys)
+using common::place_answer;
+inline place_answer ask(uint32_t subslot, uint32_t ifsubsys)
 {
     const ifsubsys_id id = {0, subslot, ifsubsys};
     ifsubsys_info info{};
     const uint32_t status = rva_ifsubsys_get_info(&id, &info);
-    return {status, status == 0 ? info.type : CVN_NP_IFSUB_TYPE_NONE};
+    return {status, subslot, ifsubsys, status == 0 ? info.type : CVN_NP_IFSUB_TYPE_NONE};
 }
 
 // ---- EP data rows ----------------------------------------------------------
@@ -214,17 +211,11 @@ ep_row(uint32_t ep_type, uint32_t spare, uint32_t np_port_base, uint32_t np_port
             ep_port_list<w>};
 }
 
-// The NP-local ports of entries [from, to) of a row run from the first's
-// to the last's.
-constexpr bool in_np_ports(const cvn_np_ep_data &row, std::size_t from, std::size_t to,
-                           uint32_t np_port)
+// The NP-local ports of `count` entries from `e` run from the first's to
+// the last's.
+constexpr bool in_np_ports(const port_mapping_entry *const *e, std::size_t count, uint32_t np_port)
 {
-    return from < to && np_port >= row.entries[from]->np_port &&
-           np_port <= row.entries[to - 1]->np_port;
-}
-constexpr bool in_np_ports(const cvn_np_ep_data &row, uint32_t np_port)
-{
-    return in_np_ports(row, 0, row.num_ports, np_port);
+    return count != 0 && np_port >= e[0]->np_port && np_port <= e[count - 1]->np_port;
 }
 
 // The instance of a split subslot that an NP-local port belongs to, by the
@@ -234,10 +225,11 @@ template <std::size_t n>
 constexpr int instance_of_np_port(const cvn_np_ep_data (&rows)[n], uint32_t np_port)
 {
     for (std::size_t i = 0; i < k_instances_per_subslot; ++i)
-        for (const cvn_np_ep_data &row : rows)
-            if (is_per_instance(row.ep_type) &&
-                in_np_ports(row, i * row.num_ports / 2, (i + 1) * row.num_ports / 2, np_port))
+        for (const cvn_np_ep_data &row : rows) {
+            const std::size_t from = i * row.num_ports / 2, to = (i + 1) * row.num_ports / 2;
+            if (is_per_instance(row.ep_type) && in_np_ports(row.entries + from, to - from, np_port))
                 return static_cast<int>(i);
+        }
     return -1;
 }
 
@@ -245,18 +237,16 @@ constexpr int instance_of_np_port(const cvn_np_ep_data (&rows)[n], uint32_t np_p
 // the table (and past every entry's) answers -1.
 struct np_port_table {
     std::array<int8_t, 256> of{};
+    template <class Rule> constexpr explicit np_port_table(Rule rule)
+    {
+        for (uint32_t p = 0; p < of.size(); ++p)
+            of[p] = static_cast<int8_t>(rule(p));
+    }
     constexpr int operator()(uint32_t np_port) const
     {
         return np_port < of.size() ? of[np_port] : -1;
     }
 };
-template <class Rule> constexpr np_port_table tabulate(Rule rule)
-{
-    np_port_table t;
-    for (uint32_t p = 0; p < t.of.size(); ++p)
-        t.of[p] = static_cast<int8_t>(rule(p));
-    return t;
-}
 
 // A type's place in an index of rows: the EP types, then the instance
 // types; k_type_keys for a type without a row anywhere.
@@ -301,9 +291,6 @@ inline const port_mapping_entry *entry_at(const cvn_np_ep_data &row, uint64_t k)
     return k < row.num_ports ? row.entries[k] : nullptr;
 }
 
-// An entry index that names no entry.
-inline constexpr uint64_t k_no_entry = UINT64_MAX;
-
 // ---- Family description ------------------------------------------------------
 
 // The family's condition texts, one per distinct condition.
@@ -322,21 +309,16 @@ struct texts {
     check first_port_bay;   // slot 17 where it answers: "subslot < CVN_NP_TOTAL_SUBSLOTS"
 };
 
-// Where an NP-local port lives: the subslot, and the type of the EP or
-// instance there (NONE when the platform reports nothing).  A non-zero
-// status: the port is not found.
-struct np_port_place {
-    uint32_t status;
-    uint32_t subslot;
-    uint32_t type;
-};
-inline constexpr np_port_place k_not_found = {CVN_NP_ERR_INVALID, 0, CVN_NP_IFSUB_TYPE_NONE};
+// Where an NP-local port lives: the subslot, the instance, and the type of
+// the EP or instance there (NONE when the platform reports nothing).  A
+// non-zero status: the port is not found.
+inline constexpr place_answer k_not_found = {CVN_NP_ERR_INVALID, 0, 0, CVN_NP_IFSUB_TYPE_NONE};
 // The port lives in instance `instance` of `subslot`: not found when the
 // platform does not answer for it.
-inline np_port_place place_at(uint32_t subslot, uint32_t instance)
+inline place_answer place_at(uint32_t subslot, uint32_t instance)
 {
-    const platform_answer there = ask(subslot, instance);
-    return there.status != 0 ? k_not_found : np_port_place{0, subslot, there.type};
+    const place_answer there = ask(subslot, instance);
+    return there.status != 0 ? k_not_found : there;
 }
 
 struct family {
@@ -353,9 +335,9 @@ struct family {
     const port_info *dummy_port_info;
 
     // The family's differences.
-    const cvn_np_ep_data *(*row_of)(uint32_t subslot, uint32_t type); // NULL: no row
-    np_port_place (*place_np_port)(uint32_t np_id, uint32_t np_port);
-    // Entry index of a split instance's port; k_no_entry for none.
+    std::array<type_index, CVN_NP_TOTAL_SUBSLOT_TOLVAR> rows; // a type's row, by subslot
+    place_answer (*place_np_port)(uint32_t np_id, uint32_t np_port);
+    // Entry index of a split instance's port; past the row's entries for none.
     // `faceplate`: the port is a faceplate port (slot 43), else a front port.
     uint64_t (*instance_entry)(uint32_t port, uint32_t type, const cvn_np_ep_data &row,
                                bool faceplate);
@@ -382,6 +364,11 @@ template <const family &F> struct engine : common::card_summary<F> {
     static uint32_t nps() { return step<&cvn_np_api::cvn_np_how_many>(); }
 
     static const np_info &info() { return **F.card_np_info; }
+    // The first row of `type` in the subslot's table, or NULL.
+    static constexpr const cvn_np_ep_data *row_of(uint32_t subslot, uint32_t type)
+    {
+        return subslot < F.rows.size() ? row_for(F.rows[subslot], type) : nullptr;
+    }
     static void require(bool ok, const check &c) { cvn_np::require(ok, F.path, c); }
 
     // The subslots an NP serves, first to last.
@@ -401,18 +388,13 @@ template <const family &F> struct engine : common::card_summary<F> {
         return F.one_np_for_both_bays ? e.np : e.np + row.np_per_subslot * subslot;
     }
 
-    // Slot 37 on a front port, or on the first port of a subslot's instance.
-    using query_answer = common::place_answer;
-    static constexpr auto query = common::query_front_port;
-    static constexpr auto query_instance = common::query_place;
-
     // ---- slots 4, 6, 7: port lists (slots 0-3, 5 and 25: the card summary) ----
 
     // The list of the first subslot whose first instance reports a type.
     static const port_info *port_info_get()
     {
         for (uint32_t s = 0; s < info().num_subslot; ++s) {
-            const query_answer a = query_instance(s, 0);
+            const place_answer a = common::query_place(s, 0);
             if (a.type != CVN_NP_IFSUB_TYPE_NONE)
                 return step<&cvn_np_api::aux_cvn_np_port_info_get>(a.subslot, a.ifsubsys, a.type);
         }
@@ -422,7 +404,7 @@ template <const family &F> struct engine : common::card_summary<F> {
     static const port_info *port_info_subslot(uint16_t subslot)
     {
         require(subslot < info().num_subslot, F.text.subslot);
-        const query_answer a = query_instance(subslot, 0);
+        const place_answer a = common::query_place(subslot, 0);
         if (a.type == CVN_NP_IFSUB_TYPE_NONE)
             return F.dummy_port_info;
         return step<&cvn_np_api::aux_cvn_np_port_info_get>(subslot, 0, a.type);
@@ -431,7 +413,7 @@ template <const family &F> struct engine : common::card_summary<F> {
     static const port_info *port_info_from_subslot_ifsubinst(uint16_t subslot, uint16_t ifsubinst)
     {
         require(subslot < info().num_subslot, F.text.subslot);
-        const platform_answer a = ask(subslot, ifsubinst);
+        const place_answer a = ask(subslot, ifsubinst);
         if (a.type == CVN_NP_IFSUB_TYPE_NONE)
             return F.dummy_port_info;
         return step<&cvn_np_api::aux_cvn_np_port_info_get>(subslot, ifsubinst, a.type);
@@ -454,7 +436,7 @@ template <const family &F> struct engine : common::card_summary<F> {
     static uint32_t front_port_mapping_info(uint32_t front, uint32_t *np, uint32_t *np_port,
                                             uint32_t *fplate_port, uint32_t *port_type)
     {
-        const query_answer a = query(front);
+        const place_answer a = common::query_front_port(front);
         if (a.status != 0)
             return a.status;
         if (a.type == CVN_NP_IFSUB_TYPE_NONE)
@@ -487,11 +469,11 @@ template <const family &F> struct engine : common::card_summary<F> {
         const bays b = bays_of_np(np_id);
         uint32_t sum = 0;
         for (uint32_t s = b.first; s <= b.last; ++s) {
-            const platform_answer a = ask(s, CVN_NP_IFSUB_ANY);
+            const place_answer a = ask(s, CVN_NP_IFSUB_ANY);
             const bool plain = is_plain(a.type) && a.type != CVN_NP_IFSUB_TYPE_TV_16X10GE;
             const uint32_t instances = plain ? 1 : is_split(a.type) ? k_instances_per_subslot : 0;
             for (uint32_t i = 0; i < instances; ++i) {
-                const query_answer q = query_instance(s, i);
+                const place_answer q = common::query_place(s, i);
                 if (q.type != CVN_NP_IFSUB_TYPE_NONE)
                     sum += step<&cvn_np_api::aux_cvn_np_info_num_local_ports>(s, np_id, q.type);
             }
@@ -508,7 +490,7 @@ template <const family &F> struct engine : common::card_summary<F> {
     {
         if (np_id >= nps())
             return CVN_NP_ERR_INVALID;
-        const np_port_place p = F.place_np_port(np_id, np_port);
+        const place_answer p = F.place_np_port(np_id, np_port);
         if (p.status != 0)
             return p.status;
         if (p.type == CVN_NP_IFSUB_TYPE_NONE)
@@ -529,15 +511,12 @@ template <const family &F> struct engine : common::card_summary<F> {
                                   uint32_t *port_type, bool hide_status)
     {
         for (uint32_t s = b.first;; ++s) {
-            const query_answer a = query_instance(s, 0);
+            const place_answer a = common::query_place(s, 0);
             if (a.status == 0 && a.type != CVN_NP_IFSUB_TYPE_NONE)
                 return step<&cvn_np_api::aux_cvn_np_first_port_on_np>(s, a.ifsubsys, a.type, front,
                                                                       fplate_port, port_type);
-            if (s >= b.last) {
-                if (a.status == 0)
-                    return CVN_NP_ERR_INVALID;
-                return hide_status ? CVN_NP_ERR_INVALID : a.status;
-            }
+            if (s >= b.last)
+                return a.status == 0 || hide_status ? CVN_NP_ERR_INVALID : a.status;
         }
     }
 
@@ -636,7 +615,7 @@ template <const family &F> struct engine : common::card_summary<F> {
     static uint32_t set_subslot_ifsubinst_ifsubinst_port(uint16_t subslot, uint32_t ifsubinst,
                                                          uint32_t ifsubinst_port)
     {
-        const platform_answer a = ask(subslot, CVN_NP_IFSUB_ANY);
+        const place_answer a = ask(subslot, CVN_NP_IFSUB_ANY);
         if (a.status == 0 && is_split(a.type))
             return compose_split(subslot, ifsubinst, ifsubinst_port);
         return compose(subslot, ifsubinst_port);
@@ -650,7 +629,7 @@ template <const family &F> struct engine : common::card_summary<F> {
     // when the subslot reports nothing or does not answer.
     static uint32_t get_ifsubinst(uint32_t front)
     {
-        const platform_answer a = ask(get_subslot(front), CVN_NP_IFSUB_ANY);
+        const place_answer a = ask(get_subslot(front), CVN_NP_IFSUB_ANY);
         if (a.type == CVN_NP_IFSUB_TYPE_NONE)
             return CVN_NP_ERR_INVALID;
         return is_split(a.type) ? (front & 0x30) >> 4 : 0;
@@ -660,7 +639,7 @@ template <const family &F> struct engine : common::card_summary<F> {
     // one included); CVN_NP_ERR_INVALID when the platform does not answer.
     static uint32_t get_ifsubinst_port(uint32_t front)
     {
-        const platform_answer a = ask(get_subslot(front), CVN_NP_IFSUB_ANY);
+        const place_answer a = ask(get_subslot(front), CVN_NP_IFSUB_ANY);
         if (a.status != 0)
             return CVN_NP_ERR_INVALID;
         return is_split(a.type) ? front & 0x0F : front & 0x3F;
@@ -670,7 +649,7 @@ template <const family &F> struct engine : common::card_summary<F> {
     // `b` the instance port.  0 for a subslot type the card does not know.
     static uint32_t get_phys_port_tuple45(uint32_t, uint16_t subslot, uint16_t a, uint16_t b)
     {
-        const platform_answer answer = ask(subslot, CVN_NP_IFSUB_ANY);
+        const place_answer answer = ask(subslot, CVN_NP_IFSUB_ANY);
         if (answer.type == CVN_NP_IFSUB_TYPE_NONE)
             return CVN_NP_ERR_INVALID;
         if (is_plain(answer.type))
@@ -698,7 +677,7 @@ template <const family &F> struct engine : common::card_summary<F> {
     // without ports of its own (no table has a row for such a type).
     static constexpr const port_info *list_of_type(uint32_t subslot, uint32_t type)
     {
-        const cvn_np_ep_data *row = F.row_of(subslot, type);
+        const cvn_np_ep_data *row = row_of(subslot, type);
         if (row != nullptr)
             return row->port_info_list;
         return maps_front_ports_of(type) ? nullptr : F.dummy_port_info;
@@ -748,7 +727,7 @@ template <const family &F> struct engine : common::card_summary<F> {
         require(maps_front_ports_of(type), F.text.unknown);
         const uint32_t subslot = step<&cvn_np_api::cvn_np_lib_get_subslot>(front);
         require(subslot < CVN_NP_TOTAL_SUBSLOT_TOLVAR, F.text.bay);
-        const cvn_np_ep_data *row = F.row_of(subslot, type);
+        const cvn_np_ep_data *row = row_of(subslot, type);
         const port_mapping_entry *e =
             row != nullptr ? entry_of_port(*row, type, front, false) : nullptr;
         if (e == nullptr)
@@ -772,7 +751,7 @@ template <const family &F> struct engine : common::card_summary<F> {
         if (is_per_instance(type))
             return info().*per_instance[type - CVN_NP_IFSUB_TYPE_100GE];
         require(is_plain(type), F.text.unknown);
-        const cvn_np_ep_data *row = F.row_of(subslot_num, type);
+        const cvn_np_ep_data *row = row_of(subslot_num, type);
         return row != nullptr ? row->num_ports : 0;
     }
 
@@ -784,13 +763,13 @@ template <const family &F> struct engine : common::card_summary<F> {
         require(np_num < info().num_complex, F.text.np_num);
         uint32_t subslot = np_num;
         if (F.one_np_for_both_bays) {
-            const np_port_place p = F.place_np_port(np_num, np_port);
+            const place_answer p = F.place_np_port(np_num, np_port);
             if (p.status != 0)
                 return;
             subslot = p.subslot;
         }
         require(is_plain(type) || is_per_instance(type), F.text.unknown);
-        const cvn_np_ep_data *row = F.row_of(subslot, type);
+        const cvn_np_ep_data *row = row_of(subslot, type);
         if (row == nullptr)
             return;
         step<&cvn_np_api::aux_np_port_to_mapping_info>(row->entries, np_port, row->num_ports, front,
@@ -808,7 +787,7 @@ template <const family &F> struct engine : common::card_summary<F> {
         if (!is_plain(type) && !is_per_instance(type))
             return CVN_NP_ERR_INVALID;
         require(subslot < CVN_NP_TOTAL_SUBSLOT_TOLVAR, F.text.bay);
-        const cvn_np_ep_data *row = F.row_of(subslot, type);
+        const cvn_np_ep_data *row = row_of(subslot, type);
         if (row == nullptr)
             return CVN_NP_ERR_INVALID;
         common::put(front, compose(subslot, row->first_entry->phys_front_port));
@@ -823,7 +802,7 @@ template <const family &F> struct engine : common::card_summary<F> {
     static uint32_t faceplate_to_mapping_info(uint32_t, uint32_t fplate, uint32_t port_type,
                                               uint32_t *np, uint32_t *np_port, uint32_t *front)
     {
-        const query_answer a = query(fplate);
+        const place_answer a = common::query_front_port(fplate);
         if (a.status != 0)
             return a.status;
         if (a.type == CVN_NP_IFSUB_TYPE_NONE)
@@ -831,7 +810,7 @@ template <const family &F> struct engine : common::card_summary<F> {
         require(is_plain(a.type) || is_per_instance(a.type), F.text.unknown);
         const uint32_t subslot = step<&cvn_np_api::cvn_np_lib_get_subslot>(fplate);
         require(subslot < CVN_NP_TOTAL_SUBSLOT_TOLVAR, F.text.bay);
-        const cvn_np_ep_data *row = F.row_of(subslot, a.type);
+        const cvn_np_ep_data *row = row_of(subslot, a.type);
         if (row == nullptr)
             return CVN_NP_ERR_INVALID;
         require(port_type == row->port_type, F.text.row_port_type);
@@ -852,8 +831,8 @@ template <const family &F> struct engine : common::card_summary<F> {
     {
         if (ifsubinst == nullptr)
             return CVN_NP_EINVAL;
-        const platform_answer a = ask(step<&cvn_np_api::cvn_np_lib_get_subslot>(front),
-                                      step<&cvn_np_api::cvn_np_lib_get_ifsubinst>(front));
+        const place_answer a = ask(step<&cvn_np_api::cvn_np_lib_get_subslot>(front),
+                                   step<&cvn_np_api::cvn_np_lib_get_ifsubinst>(front));
         if (a.status != 0)
             return a.status;
         *ifsubinst = is_per_instance(a.type) ? (front & 0x30) >> 4 : front & 0x3F;
@@ -862,13 +841,11 @@ template <const family &F> struct engine : common::card_summary<F> {
 
     // ---- init ----
 
-    // The family's operations into the 46 slots.
-    static constexpr void fill(cvn_np_api *t) { common::fill_slots<engine>(t); }
-
+    // The family's operations, slot by slot.
     static constexpr cvn_np_api own_ops()
     {
         cvn_np_api t{};
-        fill(&t);
+        common::fill_slots<engine>(&t);
         return t;
     }
 
@@ -885,7 +862,7 @@ template <const family &F> struct engine : common::card_summary<F> {
             if (F.info_types_table[i].num_ports > widest)
                 widest = static_cast<uint16_t>(F.info_types_table[i].num_ports);
         *F.card_subslot_info = {info().num_subslot, widest, k_instances_per_subslot, 0};
-        fill(table);
+        *table = own_ops();
     }
 };
 
