@@ -111,6 +111,13 @@ constexpr std::array<tv::type_index, 2> k_bay_rows = {
     tv::rows_by_type(cvn_np_lib_tv_1slice_bay0_ep_info_types),
     tv::rows_by_type(cvn_np_lib_tv_1slice_bay1_ep_info_types)};
 
+// The row of a type in the bay's own table; none for another subslot.
+constexpr const cvn_np_ep_data *bay_ep_data_find(uint32_t subslot, uint32_t type)
+{
+    const uint32_t bay = subslot & 0xFFFF;
+    return bay < std::size(k_bay_rows) ? tv::row_for(k_bay_rows[bay], type) : nullptr;
+}
+
 // The half of the NP's ports an NP-local port is in: bay b's 20-port EP
 // without port type is in half b; bay 0's first instance in half 0, its
 // second in half 1; -1 for neither.
@@ -180,7 +187,7 @@ constexpr tv::family k_tv_1slice = {
     .card_version_record = &tv_1slice_card_version,
     .card_subslot_info = &tv_1slice_card_subslot_info,
     .dummy_port_info = tv_1slice_dummy_port_info,
-    .rows = k_bay_rows,
+    .row_of = bay_ep_data_find,
     .place_np_port = bay_of_np_port,
     .instance_entry = split_entry,
     .one_np_for_both_bays = true,

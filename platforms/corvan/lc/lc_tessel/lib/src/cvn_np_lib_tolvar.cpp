@@ -53,8 +53,13 @@ static_assert(cvn_np_lib_2slice_tv_info_types[8].entries[19]->np_port == 37);
 
 namespace {
 
-// One table serves both subslots.
 constexpr tv::type_index k_rows_by_type = tv::rows_by_type(cvn_np_lib_2slice_tv_info_types);
+
+// The row of a type; the subslot is not used: one table serves both subslots.
+constexpr const cvn_np_ep_data *tolvar_ep_data_find(uint32_t, uint32_t type)
+{
+    return tv::row_for(k_rows_by_type, type);
+}
 
 // The instance of a split subslot by the instance rows' NP-local ports.
 constexpr tv::np_port_table instance_of_np_port{[](uint32_t np_port) {
@@ -110,7 +115,7 @@ constexpr tv::family k_tolvar = {
     .card_version_record = &tolvar_card_version,
     .card_subslot_info = &tolvar_card_subslot_info,
     .dummy_port_info = tolvar_dummy_port_info,
-    .rows = {k_rows_by_type, k_rows_by_type},
+    .row_of = tolvar_ep_data_find,
     .place_np_port = tolvar_np_port_to_ifsub_type,
     .instance_entry = instance_entry,
     .one_np_for_both_bays = false,

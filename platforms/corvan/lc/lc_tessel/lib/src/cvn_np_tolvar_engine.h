@@ -335,7 +335,8 @@ struct family {
     const port_info *dummy_port_info;
 
     // The family's differences.
-    std::array<type_index, CVN_NP_TOTAL_SUBSLOT_TOLVAR> rows; // a type's row, by subslot
+    // The EP data lookup: the first row of a type for a subslot, or NULL.
+    const cvn_np_ep_data *(*row_of)(uint32_t subslot, uint32_t type);
     place_answer (*place_np_port)(uint32_t np_id, uint32_t np_port);
     // Entry index of a split instance's port; past the row's entries for none.
     // `faceplate`: the port is a faceplate port (slot 43), else a front port.
@@ -367,7 +368,7 @@ template <const family &F> struct engine : common::card_summary<F> {
     // The first row of `type` in the subslot's table, or NULL.
     static constexpr const cvn_np_ep_data *row_of(uint32_t subslot, uint32_t type)
     {
-        return subslot < F.rows.size() ? row_for(F.rows[subslot], type) : nullptr;
+        return F.row_of(subslot, type);
     }
     static void require(bool ok, const check &c) { cvn_np::require(ok, F.path, c); }
 
