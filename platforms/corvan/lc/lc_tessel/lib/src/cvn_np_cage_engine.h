@@ -428,6 +428,16 @@ template <const family &F> struct engine {
                    : k_by_steps;
     }
 
+    // The speed of a type code the family knows, else NULL.  (Not through
+    // find_type: with null-pointer checks kept, as under the sanitizers, a
+    // pointer into an inline table is no constant to compare.)
+    static constexpr const speed_tables *speed_of_code(uint32_t code)
+    {
+        for (std::size_t t = 0; t < F.type_count; ++t)
+            if (F.types[t].code == code)
+                return &F.speeds[F.types[t].tables];
+        return nullptr;
+    }
     // Slot 15: (NP, NP-local port) -> the row slots 41 and 44 find in the
     // NP's block of the NP-local map of the speed of the port's type.
     static constexpr uint32_t k_nps = k_info.num_complex;
@@ -444,8 +454,7 @@ template <const family &F> struct engine {
         answers<k_nps> a{};
         for (uint32_t np = 0; np < k_nps; ++np) {
             for (uint32_t p = 0; p < 256; ++p) {
-                const ifsub_type *t = find_type(F.np_port_ifsub_type(p));
-                const speed_tables *s = t != nullptr ? &F.speeds[t->tables] : nullptr;
+                const speed_tables *s = speed_of_code(F.np_port_ifsub_type(p));
                 a.at[np][p] =
                     p > F.max_np_port ? k_invalid
                     : s == nullptr    ? k_by_steps
@@ -491,8 +500,7 @@ template <const family &F> struct engine {
         answers<8> a{};
         for (uint32_t c = 0; c < 8; ++c) {
             for (uint32_t port = 0; port < 256; ++port) {
-                const ifsub_type *t = find_type(k_first_code + c);
-                const speed_tables *s = t != nullptr ? &F.speeds[t->tables] : nullptr;
+                const speed_tables *s = speed_of_code(k_first_code + c);
                 a.at[c][port] = s == nullptr                 ? k_by_steps
                                 : s->fplate_index == nullptr ? k_no_speed
                                                              : indexed_cell(*s, port);
