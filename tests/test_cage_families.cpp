@@ -491,8 +491,11 @@ TEST_F(Brisca, ReplacedStepsAndRecordsAreObeyed)
         [&] { EXPECT_RUN(cvn_np_info_to_front_port(0, 204, o), 9); });
     Swap(brisca_card_np_port_map_10ge, np_local_port_map_brisca_10g + 10,
          [&] { EXPECT_RUN(cvn_np_info_to_fplate_porttype(0, 204, o, o1), 0, 0x20, 1); });
-    Swap(brisca_card_np_info, &np_info_brisca_4p, // NP 1's block: NP 0's second cage
-         [&] { EXPECT_RUN(cvn_np_info_to_front_port(1, 204, o), 0); });
+    // brisca_4p's record: four cages; NP 1's block is NP 0's second cage.
+    Swap(brisca_card_np_info, &np_info_brisca_4p, [&] {
+        EXPECT_RUN(cvn_np_info_to_front_port(1, 204, o), 0);
+        EXPECT_DEATH(cvn_faceplate_porttype_to_np(CVN_NP_PORT_TYPE_10GE, 0x79), "num_cage");
+    });
     Swap(
         t.cvn_np_lib_get_port, +[](uint32_t) { return 0u; },
         [&] { EXPECT_EQ(cvn_faceplate_porttype_to_phys_port(CVN_NP_PORT_TYPE_10GE, 0x79), 0u); });
