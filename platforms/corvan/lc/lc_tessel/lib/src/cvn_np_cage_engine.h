@@ -260,12 +260,20 @@ template <const family &F> struct engine {
     static const np_info &info() { return **F.card_np_info; }
     static void require(bool ok, const check &c) { cvn_np::require(ok, F.path, c); }
 
+    // The place of a type code in the family's list; type_count for none.
+    // (An index, not a pointer: with null-pointer checks kept, as under the
+    // sanitizers, a pointer into an inline table is no constant to compare.)
+    static constexpr std::size_t type_place(uint32_t code)
+    {
+        std::size_t i = 0;
+        while (i < F.type_count && F.types[i].code != code)
+            ++i;
+        return i;
+    }
     static constexpr const ifsub_type *find_type(uint32_t code)
     {
-        for (std::size_t i = 0; i < F.type_count; ++i)
-            if (F.types[i].code == code)
-                return &F.types[i];
-        return nullptr;
+        const std::size_t i = type_place(code);
+        return i < F.type_count ? &F.types[i] : nullptr;
     }
     static const ifsub_type &known_type(uint32_t code)
     {
@@ -371,9 +379,11 @@ template <const family &F> struct engine {
             return nullptr;
         const uint16_t cell = k_fplate_answers.at[port_type][fplate];
         const uint32_t k = cell >> 8;
-        if (k >= k_speeds || *k_card_fplate_maps[k] != k_fplate_maps[k])
+        if (k >= k_speeds)
             return nullptr;
-        return k_fplate_maps[k][cell & k_no_entry];
+        const current_map map =
+            installed_map<&speed_tables::card_fplate_map, &speed_tables::fplate_map>(k);
+        return map != nullptr ? map[cell & k_no_entry] : nullptr;
     }
     [[gnu::noinline]] static void fplate_mapping(uint32_t fplate, uint32_t port_type, uint32_t *np,
                                                  uint32_t *np_port, uint32_t *front)
@@ -428,15 +438,11 @@ template <const family &F> struct engine {
                    : k_by_steps;
     }
 
-    // The speed of a type code the family knows, else NULL.  (Not through
-    // find_type: with null-pointer checks kept, as under the sanitizers, a
-    // pointer into an inline table is no constant to compare.)
+    // The speed of a type code the family knows, else NULL.
     static constexpr const speed_tables *speed_of_code(uint32_t code)
     {
-        for (std::size_t t = 0; t < F.type_count; ++t)
-            if (F.types[t].code == code)
-                return &F.speeds[F.types[t].tables];
-        return nullptr;
+        const std::size_t i = type_place(code);
+        return i < F.type_count ? &F.speeds[F.types[i].tables] : nullptr;
     }
     // Slot 15: (NP, NP-local port) -> the row slots 41 and 44 find in the
     // NP's block of the NP-local map of the speed of the port's type.
@@ -510,18 +516,17 @@ template <const family &F> struct engine {
     }
     static constexpr answers<8> k_phys_answers = phys_answers();
 
-    static constexpr current_map *k_card_np_port_maps[k_speeds] = {
-        F.speeds[0].card_np_port_map, F.speeds[1].card_np_port_map, F.speeds[2].card_np_port_map};
-    static constexpr current_map k_np_port_maps[k_speeds] = {
-        F.speeds[0].np_port_map, F.speeds[1].np_port_map, F.speeds[2].np_port_map};
-    static constexpr current_map *k_card_phys_maps[k_speeds] = {
-        F.speeds[0].card_phys_map, F.speeds[1].card_phys_map, F.speeds[2].card_phys_map};
-    static constexpr current_map k_phys_maps[k_speeds] = {
-        F.speeds[0].phys_map, F.speeds[1].phys_map, F.speeds[2].phys_map};
-    static constexpr current_map *k_card_fplate_maps[k_speeds] = {
-        F.speeds[0].card_fplate_map, F.speeds[1].card_fplate_map, F.speeds[2].card_fplate_map};
-    static constexpr current_map k_fplate_maps[k_speeds] = {
-        F.speeds[0].fplate_map, F.speeds[1].fplate_map, F.speeds[2].fplate_map};
+    // Speed k's map `map` as init installed it, or NULL where its current
+    // record `card` no longer points at it.
+    template <current_map *speed_tables::*card, current_map speed_tables::*map>
+    static current_map installed_map(uint32_t k)
+    {
+        static constexpr current_map *cards[k_speeds] = {F.speeds[0].*card, F.speeds[1].*card,
+                                                         F.speeds[2].*card};
+        static constexpr current_map maps[k_speeds] = {F.speeds[0].*map, F.speeds[1].*map,
+                                                       F.speeds[2].*map};
+        return *cards[k] == maps[k] ? maps[k] : nullptr;
+    }
 
     // The selected table holds `own` in `slot`.
     template <auto slot, auto own> static bool holds() { return card_np_api->*slot == own; }
@@ -661,10 +666,12 @@ template <const family &F> struct engine {
             return cell != k_by_steps;
         }
         status = 0;
-        if (*k_card_np_port_maps[k] != k_np_port_maps[k])
+        const current_map map =
+            installed_map<&speed_tables::card_np_port_map, &speed_tables::np_port_map>(k);
+        if (map == nullptr)
             return false;
         if ((cell & k_no_entry) != k_no_entry) {
-            const port_mapping_entry &e = *k_np_port_maps[k][cell & k_no_entry];
+            const port_mapping_entry &e = *map[cell & k_no_entry];
             put(fplate_port, e.phys_front_port);
             put(port_type, e.port_type);
         }
@@ -847,8 +854,12 @@ template <const family &F> struct engine {
             const uint32_t k = cell >> 8;
             if (cell == k_no_speed)
                 return;
-            if (k < k_speeds && *k_card_phys_maps[k] == k_phys_maps[k]) [[likely]] {
-                const port_mapping_entry &e = *k_phys_maps[k][cell & k_no_entry];
+            const current_map map =
+                k < k_speeds
+                    ? installed_map<&speed_tables::card_phys_map, &speed_tables::phys_map>(k)
+                    : nullptr;
+            if (map != nullptr) [[likely]] {
+                const port_mapping_entry &e = *map[cell & k_no_entry];
                 put(np, e.np);
                 put(np_port, e.np_port);
                 put(fplate_port, e.fplate_port);
