@@ -249,75 +249,101 @@ extern const port_info tv_1slice_dummy_port_info[1];
 void cvn_np_1slice_tolvar_init(void);
 void cvn_np_1slice_tolvar_api_fill(cvn_np_api *table);
 
-/* The family functions of a tolvar family F (tolvar: 2-slice, tv_1slice:
- * 1-slice), one per slot except 17, 24, 27, 37, 42 and 45, which stay
- * inside the family: cvn_np_F_<x> for the public cvn_np_<x>, cvn_F_<x> for
- * cvn_<x>, aux_cvn_np_F_<x> and aux_cvn_F_<x> for aux_cvn_np_<x> and
- * aux_cvn_<x>, aux_F_np_port_to_mapping_info for slot 44; e.g.
- * cvn_np_tolvar_front_port_to_np, aux_cvn_tv_1slice_faceplate_to_mapping_info. */
-#define CVN_NP_TOLVAR_FAMILY_FUNCTIONS(F)                                                          \
-    const card_version *cvn_np_##F##_version_get(void);                                            \
-    uint32_t cvn_##F##_max_mtu(void);                                                              \
-    uint32_t cvn_np_##F##_how_many(void);                                                          \
-    uint32_t cvn_np_##F##_chip_how_many(void);                                                     \
-    const port_info *cvn_np_##F##_port_info_get(void);                                             \
-    const subslot_info *cvn_np_##F##_subslot_info_get(void);                                       \
-    const port_info *cvn_np_##F##_port_info_subslot(uint16_t subslot);                             \
-    const port_info *cvn_np_##F##_port_info_from_subslot_ifsubinst(uint16_t subslot,               \
-                                                                   uint16_t ifsubinst);            \
-    uint32_t cvn_np_##F##_front_port_to_np(uint32_t front);                                        \
-    uint32_t cvn_np_##F##_front_port_to_np_port(uint32_t front);                                   \
-    uint32_t cvn_np_##F##_front_port_to_port_type(uint32_t front);                                 \
-    uint32_t cvn_np_##F##_front_port_to_face_plate_port(uint32_t front, uint32_t *fplate_port,     \
-                                                        uint32_t *port_type);                      \
-    uint32_t cvn_np_##F##_front_port_mapping_info(uint32_t front, uint32_t *np, uint32_t *np_port, \
-                                                  uint32_t *fplate_port, uint32_t *port_type);     \
-    uint32_t cvn_np_##F##_info_num_local_ports(uint32_t np_id);                                    \
-    uint32_t cvn_np_##F##_info_to_front_port(uint32_t np_id, uint32_t np_port, uint32_t *front);   \
-    uint32_t cvn_np_##F##_info_to_fplate_porttype(uint32_t np_id, uint32_t np_port,                \
-                                                  uint32_t *fplate_port, uint32_t *port_type);     \
-    uint32_t cvn_np_##F##_first_front_port_on_np(uint32_t np_id, uint32_t *front);                 \
-    uint32_t cvn_np_##F##_first_fplate_porttype_on_np(uint32_t np_id, uint32_t *port_type,         \
-                                                      uint32_t *fplate_port);                      \
-    uint32_t cvn_##F##_faceplate_porttype_to_np(uint32_t port_type, uint32_t fplate_port);         \
-    uint32_t cvn_##F##_faceplate_porttype_to_np_port(uint32_t port_type, uint32_t fplate_port);    \
-    uint32_t cvn_##F##_faceplate_porttype_to_phys_port(uint32_t port_type, uint32_t fplate_port);  \
-    uint32_t cvn_##F##_faceplate_porttype_mapping_info(uint32_t port_type, uint32_t fplate_port,   \
-                                                       uint32_t *np, uint32_t *np_port,            \
-                                                       uint32_t *front);                           \
-    uint32_t cvn_np_##F##_complex_to_subslot(uint8_t np_complex);                                  \
-    uint32_t cvn_np_##F##_complex_to_np(uint8_t np_complex, uint32_t second);                      \
-    uint32_t cvn_np_##F##_set_if_subsys_type(uint32_t ifsubsys, uint16_t type);                    \
-    uint32_t cvn_np_##F##_to_cpu_port_map(uint16_t np_num);                                        \
-    uint32_t cvn_np_##F##_lib_set_subslot_phy_port(uint16_t subslot, uint32_t phy_port);           \
-    uint32_t cvn_np_##F##_lib_set_subslot_ifsubinst_ifsubinst_port(                                \
-        uint16_t subslot, uint32_t ifsubinst, uint32_t ifsubinst_port);                            \
-    uint32_t cvn_np_##F##_lib_get_subslot(uint32_t front);                                         \
-    uint32_t cvn_np_##F##_lib_get_subslot_port(uint32_t front);                                    \
-    uint32_t cvn_np_##F##_lib_get_port(uint32_t front);                                            \
-    uint32_t cvn_np_##F##_lib_get_ifsubinst(uint32_t front);                                       \
-    uint32_t cvn_np_##F##_lib_get_ifsubinst_port(uint32_t front);                                  \
-    uint32_t cvn_np_##F##_lib_get_phys_port_tuple45(uint32_t port_type, uint16_t subslot,          \
-                                                    uint16_t ifsubinst, uint16_t ifsubinst_port);  \
-    const port_info *aux_cvn_np_##F##_port_info_get(uint32_t subslot, uint32_t ifsubsys,           \
-                                                    uint32_t ifsub_type);                          \
-    void aux_cvn_np_##F##_front_port_to_mapping_info(                                              \
-        uint32_t ifsubsys, uint32_t port, uint32_t ifsub_type, uint32_t *np, uint32_t *np_port,    \
-        uint32_t *fplate_port, uint32_t *port_type);                                               \
-    uint32_t aux_cvn_np_##F##_info_num_local_ports(uint32_t subslot, uint32_t np_num,              \
-                                                   uint32_t ifsub_type);                           \
-    void aux_cvn_np_##F##_info_to_mapping_info(uint32_t np_num, uint32_t np_port,                  \
-                                               uint32_t ifsub_type, uint32_t *front,               \
-                                               uint32_t *fplate_port, uint32_t *port_type);        \
-    uint32_t aux_cvn_##F##_faceplate_to_mapping_info(uint32_t ifsubsys, uint32_t port,             \
-                                                     uint32_t port_type, uint32_t *np,             \
-                                                     uint32_t *np_port, uint32_t *front);          \
-    void aux_##F##_np_port_to_mapping_info(const port_mapping_entry *const *entries,               \
-                                           uint32_t np_port, uint32_t count, uint32_t *front,      \
-                                           uint32_t *fplate_port, uint32_t *port_type);
+/* The tolvar family functions, 2-slice then 1-slice: one per slot except 17,
+ * 24, 27, 37, 42 and 45, each taking the arguments of its public function. */
+const card_version *cvn_np_tolvar_version_get(void);
+uint32_t cvn_tolvar_max_mtu(void);
+uint32_t cvn_np_tolvar_how_many(void);
+uint32_t cvn_np_tolvar_chip_how_many(void);
+const port_info *cvn_np_tolvar_port_info_get(void);
+const subslot_info *cvn_np_tolvar_subslot_info_get(void);
+const port_info *cvn_np_tolvar_port_info_subslot(uint16_t);
+const port_info *cvn_np_tolvar_port_info_from_subslot_ifsubinst(uint16_t, uint16_t);
+uint32_t cvn_np_tolvar_front_port_to_np(uint32_t);
+uint32_t cvn_np_tolvar_front_port_to_np_port(uint32_t);
+uint32_t cvn_np_tolvar_front_port_to_port_type(uint32_t);
+uint32_t cvn_np_tolvar_front_port_to_face_plate_port(uint32_t, uint32_t *, uint32_t *);
+uint32_t cvn_np_tolvar_front_port_mapping_info(uint32_t, uint32_t *, uint32_t *, uint32_t *,
+                                               uint32_t *);
+uint32_t cvn_np_tolvar_info_num_local_ports(uint32_t);
+uint32_t cvn_np_tolvar_info_to_front_port(uint32_t, uint32_t, uint32_t *);
+uint32_t cvn_np_tolvar_info_to_fplate_porttype(uint32_t, uint32_t, uint32_t *, uint32_t *);
+uint32_t cvn_np_tolvar_first_front_port_on_np(uint32_t, uint32_t *);
+uint32_t cvn_np_tolvar_first_fplate_porttype_on_np(uint32_t, uint32_t *, uint32_t *);
+uint32_t cvn_tolvar_faceplate_porttype_to_np(uint32_t, uint32_t);
+uint32_t cvn_tolvar_faceplate_porttype_to_np_port(uint32_t, uint32_t);
+uint32_t cvn_tolvar_faceplate_porttype_to_phys_port(uint32_t, uint32_t);
+uint32_t cvn_tolvar_faceplate_porttype_mapping_info(uint32_t, uint32_t, uint32_t *, uint32_t *,
+                                                    uint32_t *);
+uint32_t cvn_np_tolvar_complex_to_subslot(uint8_t);
+uint32_t cvn_np_tolvar_complex_to_np(uint8_t, uint32_t);
+uint32_t cvn_np_tolvar_set_if_subsys_type(uint32_t, uint16_t);
+uint32_t cvn_np_tolvar_to_cpu_port_map(uint16_t);
+uint32_t cvn_np_tolvar_lib_set_subslot_phy_port(uint16_t, uint32_t);
+uint32_t cvn_np_tolvar_lib_set_subslot_ifsubinst_ifsubinst_port(uint16_t, uint32_t, uint32_t);
+uint32_t cvn_np_tolvar_lib_get_subslot(uint32_t);
+uint32_t cvn_np_tolvar_lib_get_subslot_port(uint32_t);
+uint32_t cvn_np_tolvar_lib_get_port(uint32_t);
+uint32_t cvn_np_tolvar_lib_get_ifsubinst(uint32_t);
+uint32_t cvn_np_tolvar_lib_get_ifsubinst_port(uint32_t);
+uint32_t cvn_np_tolvar_lib_get_phys_port_tuple45(uint32_t, uint16_t, uint16_t, uint16_t);
+const port_info *aux_cvn_np_tolvar_port_info_get(uint32_t, uint32_t, uint32_t);
+void aux_cvn_np_tolvar_front_port_to_mapping_info(uint32_t, uint32_t, uint32_t, uint32_t *,
+                                                  uint32_t *, uint32_t *, uint32_t *);
+uint32_t aux_cvn_np_tolvar_info_num_local_ports(uint32_t, uint32_t, uint32_t);
+void aux_cvn_np_tolvar_info_to_mapping_info(uint32_t, uint32_t, uint32_t, uint32_t *, uint32_t *,
+                                            uint32_t *);
+uint32_t aux_cvn_tolvar_faceplate_to_mapping_info(uint32_t, uint32_t, uint32_t, uint32_t *,
+                                                  uint32_t *, uint32_t *);
+void aux_tolvar_np_port_to_mapping_info(const port_mapping_entry *const *, uint32_t, uint32_t,
+                                        uint32_t *, uint32_t *, uint32_t *);
 
-CVN_NP_TOLVAR_FAMILY_FUNCTIONS(tolvar)
-CVN_NP_TOLVAR_FAMILY_FUNCTIONS(tv_1slice)
+const card_version *cvn_np_tv_1slice_version_get(void);
+uint32_t cvn_tv_1slice_max_mtu(void);
+uint32_t cvn_np_tv_1slice_how_many(void);
+uint32_t cvn_np_tv_1slice_chip_how_many(void);
+const port_info *cvn_np_tv_1slice_port_info_get(void);
+const subslot_info *cvn_np_tv_1slice_subslot_info_get(void);
+const port_info *cvn_np_tv_1slice_port_info_subslot(uint16_t);
+const port_info *cvn_np_tv_1slice_port_info_from_subslot_ifsubinst(uint16_t, uint16_t);
+uint32_t cvn_np_tv_1slice_front_port_to_np(uint32_t);
+uint32_t cvn_np_tv_1slice_front_port_to_np_port(uint32_t);
+uint32_t cvn_np_tv_1slice_front_port_to_port_type(uint32_t);
+uint32_t cvn_np_tv_1slice_front_port_to_face_plate_port(uint32_t, uint32_t *, uint32_t *);
+uint32_t cvn_np_tv_1slice_front_port_mapping_info(uint32_t, uint32_t *, uint32_t *, uint32_t *,
+                                                  uint32_t *);
+uint32_t cvn_np_tv_1slice_info_num_local_ports(uint32_t);
+uint32_t cvn_np_tv_1slice_info_to_front_port(uint32_t, uint32_t, uint32_t *);
+uint32_t cvn_np_tv_1slice_info_to_fplate_porttype(uint32_t, uint32_t, uint32_t *, uint32_t *);
+uint32_t cvn_np_tv_1slice_first_front_port_on_np(uint32_t, uint32_t *);
+uint32_t cvn_np_tv_1slice_first_fplate_porttype_on_np(uint32_t, uint32_t *, uint32_t *);
+uint32_t cvn_tv_1slice_faceplate_porttype_to_np(uint32_t, uint32_t);
+uint32_t cvn_tv_1slice_faceplate_porttype_to_np_port(uint32_t, uint32_t);
+uint32_t cvn_tv_1slice_faceplate_porttype_to_phys_port(uint32_t, uint32_t);
+uint32_t cvn_tv_1slice_faceplate_porttype_mapping_info(uint32_t, uint32_t, uint32_t *, uint32_t *,
+                                                       uint32_t *);
+uint32_t cvn_np_tv_1slice_complex_to_subslot(uint8_t);
+uint32_t cvn_np_tv_1slice_complex_to_np(uint8_t, uint32_t);
+uint32_t cvn_np_tv_1slice_set_if_subsys_type(uint32_t, uint16_t);
+uint32_t cvn_np_tv_1slice_to_cpu_port_map(uint16_t);
+uint32_t cvn_np_tv_1slice_lib_set_subslot_phy_port(uint16_t, uint32_t);
+uint32_t cvn_np_tv_1slice_lib_set_subslot_ifsubinst_ifsubinst_port(uint16_t, uint32_t, uint32_t);
+uint32_t cvn_np_tv_1slice_lib_get_subslot(uint32_t);
+uint32_t cvn_np_tv_1slice_lib_get_subslot_port(uint32_t);
+uint32_t cvn_np_tv_1slice_lib_get_port(uint32_t);
+uint32_t cvn_np_tv_1slice_lib_get_ifsubinst(uint32_t);
+uint32_t cvn_np_tv_1slice_lib_get_ifsubinst_port(uint32_t);
+uint32_t cvn_np_tv_1slice_lib_get_phys_port_tuple45(uint32_t, uint16_t, uint16_t, uint16_t);
+const port_info *aux_cvn_np_tv_1slice_port_info_get(uint32_t, uint32_t, uint32_t);
+void aux_cvn_np_tv_1slice_front_port_to_mapping_info(uint32_t, uint32_t, uint32_t, uint32_t *,
+                                                     uint32_t *, uint32_t *, uint32_t *);
+uint32_t aux_cvn_np_tv_1slice_info_num_local_ports(uint32_t, uint32_t, uint32_t);
+void aux_cvn_np_tv_1slice_info_to_mapping_info(uint32_t, uint32_t, uint32_t, uint32_t *, uint32_t *,
+                                               uint32_t *);
+uint32_t aux_cvn_tv_1slice_faceplate_to_mapping_info(uint32_t, uint32_t, uint32_t, uint32_t *,
+                                                     uint32_t *, uint32_t *);
+void aux_tv_1slice_np_port_to_mapping_info(const port_mapping_entry *const *, uint32_t, uint32_t,
+                                           uint32_t *, uint32_t *, uint32_t *);
 
 #ifdef __cplusplus
 }
