@@ -341,17 +341,13 @@ template <const family &F> struct engine {
     using cage_answer = common::place_answer;
     static cage_answer query(uint32_t front)
     {
-        cage_answer a{0, 0, 0, CVN_NP_IFSUB_TYPE_NONE};
-        a.status = step<&cvn_np_api::aux_cvn_np_front_port_to_ifsubsys, front_port_to_ifsubsys>(
-            front, &a.subslot, &a.ifsubsys, &a.type);
-        return a;
+        return common::query_front_port<front_port_to_ifsubsys>(front);
     }
     // Slot 37 on port 0 of cage `cage` of a subslot (encoded by slot 30).
     static cage_answer query_cage(uint32_t subslot, uint32_t cage)
     {
-        return query(step<&cvn_np_api::cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port,
-                          set_subslot_ifsubinst_ifsubinst_port>(static_cast<uint16_t>(subslot),
-                                                                cage, uint32_t{0}));
+        return common::query_place<set_subslot_ifsubinst_ifsubinst_port, front_port_to_ifsubsys>(
+            subslot, cage);
     }
     // Slots 33, 35, 38, 39 and 43 as inner steps.
     static uint32_t port_of(uint32_t front)
@@ -507,9 +503,8 @@ template <const family &F> struct engine {
         for (uint32_t c = 0; c < 8; ++c) {
             for (uint32_t port = 0; port < 256; ++port) {
                 const speed_tables *s = speed_of_code(k_first_code + c);
-                a.at[c][port] = s == nullptr                 ? k_by_steps
-                                : s->fplate_index == nullptr ? k_no_speed
-                                                             : indexed_cell(*s, port);
+                a.at[c][port] = s == nullptr || s->fplate_index == nullptr ? k_by_steps
+                                                                           : indexed_cell(*s, port);
             }
         }
         return a;
@@ -848,35 +843,42 @@ template <const family &F> struct engine {
                                            uint32_t *np, uint32_t *np_port, uint32_t *fplate_port,
                                            uint32_t *port_type)
     {
+        const port_mapping_entry *e = phys_entry(ifsubsys_num, port, type);
+        if (e == nullptr) [[unlikely]]
+            e = phys_entry_by_steps(ifsubsys_num, port, type);
+        if (e == nullptr)
+            return; // a speed the family's cards never carry
+        put(np, e->np);
+        put(np_port, e->np_port);
+        put(fplate_port, e->fplate_port);
+        put(port_type, e->port_type);
+    }
+    // The entry slot 39 would read, from the compile-time table; NULL: take
+    // the steps.
+    static const port_mapping_entry *phys_entry(uint32_t ifsubsys_num, uint32_t port, uint32_t type)
+    {
         const uint32_t code = type - k_first_code;
-        if (installed_info() && ifsubsys_num < k_info.num_cage && code < 8 && port < 256) {
-            const uint16_t cell = k_phys_answers.at[code][port];
-            const uint32_t k = cell >> 8;
-            if (cell == k_no_speed)
-                return;
-            const current_map map =
-                k < k_speeds
-                    ? installed_map<&speed_tables::card_phys_map, &speed_tables::phys_map>(k)
-                    : nullptr;
-            if (map != nullptr) [[likely]] {
-                const port_mapping_entry &e = *map[cell & k_no_entry];
-                put(np, e.np);
-                put(np_port, e.np_port);
-                put(fplate_port, e.fplate_port);
-                put(port_type, e.port_type);
-                return;
-            }
-        }
+        if (!installed_info() || ifsubsys_num >= k_info.num_cage || code >= 8 || port >= 256)
+            return nullptr;
+        const uint16_t cell = k_phys_answers.at[code][port];
+        const uint32_t k = cell >> 8;
+        if (k >= k_speeds)
+            return nullptr;
+        const current_map map =
+            installed_map<&speed_tables::card_phys_map, &speed_tables::phys_map>(k);
+        return map != nullptr ? map[cell & k_no_entry] : nullptr;
+    }
+    [[gnu::noinline]] static const port_mapping_entry *
+    phys_entry_by_steps(uint32_t ifsubsys_num, uint32_t port, uint32_t type)
+    {
         require(ifsubsys_num < info().num_cage, F.text.ifsubsys_num);
+        const port_mapping_entry *e = nullptr;
         at_speed(known_type(type).tables, [&](auto k) {
             constexpr const speed_tables &s = F.speeds[k];
             const uint32_t key = k == k_100ge ? port : port & 0xFF;
-            const port_mapping_entry &e = *(*s.card_phys_map)[checked_fplate_index(s, key)];
-            put(np, e.np);
-            put(np_port, e.np_port);
-            put(fplate_port, e.fplate_port);
-            put(port_type, e.port_type);
+            e = (*s.card_phys_map)[checked_fplate_index(s, key)];
         });
+        return e;
     }
 
     // The ports one cage of `type` carries (slot 40's checks and count).
@@ -912,11 +914,13 @@ template <const family &F> struct engine {
         const ifsub_type *t = find_type(type);
         if (t == nullptr || np_num >= info().num_complex)
             return CVN_NP_ERR_INVALID;
-        const speed_tables &s = F.speeds[t->tables];
-        const port_mapping_entry &e = *(*s.card_np_port_map)[std::size_t{np_num} * np_block(s)];
-        put(front, e.phys_front_port);
-        put(fplate_port, e.fplate_port);
-        put(port_type, e.port_type);
+        at_speed(t->tables, [&](auto k) {
+            constexpr const speed_tables &s = F.speeds[k];
+            const port_mapping_entry &e = *(*s.card_np_port_map)[std::size_t{np_num} * np_block(s)];
+            put(front, e.phys_front_port);
+            put(fplate_port, e.fplate_port);
+            put(port_type, e.port_type);
+        });
         return 0;
     }
 

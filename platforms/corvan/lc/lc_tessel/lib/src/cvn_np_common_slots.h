@@ -64,7 +64,8 @@ template <auto slot, class... Args> [[gnu::cold, gnu::noinline]] auto step_by_ta
 {
     return forward<slot>(args...);
 }
-template <auto slot, auto own, class... Args> auto through_table(Args... args)
+template <auto slot, auto own, class... Args>
+[[gnu::always_inline]] inline auto through_table(Args... args)
 {
     if (initialized != 0 && card_np_api->*slot == own) [[likely]]
         return own(args...);
@@ -158,34 +159,39 @@ inline uint32_t ask_platform(const ifsubsys_id &id, uint32_t reported_subslot, u
     return 0;
 }
 
-// Slot 37 of a family that checks nothing before it asks.
-inline uint32_t front_port_to_ifsubsys(uint32_t front, uint32_t *subslot, uint32_t *ifsubsys,
-                                       uint32_t *type)
+// Slot 37 of a family that checks nothing before it asks; slots 31 and 34
+// are `own_subslot` and `own_place` while the table holds them.
+template <auto own_subslot, auto own_place> uint32_t
+front_port_to_ifsubsys(uint32_t front, uint32_t *subslot, uint32_t *ifsubsys, uint32_t *type)
 {
-    const ifsubsys_id id = place_of(front);
+    const ifsubsys_id id = place_of<own_subslot, own_place>(front);
     return ask_platform(id, id.subslot, subslot, ifsubsys, type);
 }
 
-// What slot 37 reports for a front port's cage or instance, asked through
-// the selected table.  The type stays NONE (and subslot and place 0) when
-// the query fails.
+// What slot 37 (the family's own `own`) reports for a front port's cage or
+// instance, asked through the selected table.  The type stays NONE (and
+// subslot and place 0) when the query fails.
 struct place_answer {
     uint32_t status;
     uint32_t subslot;
     uint32_t ifsubsys;
     uint32_t type;
 };
-inline place_answer query_front_port(uint32_t front)
+template <auto own> [[gnu::always_inline]] inline place_answer query_front_port(uint32_t front)
 {
     place_answer a{0, 0, 0, CVN_NP_IFSUB_TYPE_NONE};
-    a.status = aux_cvn_np_front_port_to_ifsubsys(front, &a.subslot, &a.ifsubsys, &a.type);
+    a.status = through_table<&cvn_np_api::aux_cvn_np_front_port_to_ifsubsys, own>(
+        front, &a.subslot, &a.ifsubsys, &a.type);
     return a;
 }
-// Slot 37 on port 0 of cage (or instance) `place` of a subslot.
-inline place_answer query_place(uint32_t subslot, uint32_t place)
+// Slot 37 on port 0 of cage (or instance) `place` of a subslot, the front
+// port encoded by slot 30 (the family's own `own_encode`).
+template <auto own_encode, auto own>
+[[gnu::always_inline]] inline place_answer query_place(uint32_t subslot, uint32_t place)
 {
-    return query_front_port(
-        cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port(static_cast<uint16_t>(subslot), place, 0));
+    return query_front_port<own>(
+        through_table<&cvn_np_api::cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port, own_encode>(
+            static_cast<uint16_t>(subslot), place, uint32_t{0}));
 }
 
 // ---- Slots 0-3, 5 and 25 of a family with an np_info record ----

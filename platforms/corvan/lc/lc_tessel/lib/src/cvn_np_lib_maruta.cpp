@@ -173,12 +173,10 @@ const port_info *port_info_subslot(uint16_t subslot)
 const port_info *port_info_from_subslot_ifsubinst(uint16_t subslot, uint16_t ifsubinst)
 {
     cvn_np::require(subslot == 0, k_path, CVN_NP_CHECK("subslot == 0"));
-    const uint32_t front =
-        through_table<&api::cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port,
-                      common::set_subslot_ifsubinst_ifsubinst_port>(0, ifsubinst, 0);
-    uint32_t queried_subslot = 0, queried_ifsubsys = 0, type = CVN_NP_IFSUB_TYPE_NONE;
-    through_table<&api::aux_cvn_np_front_port_to_ifsubsys, front_port_to_ifsubsys>(
-        front, &queried_subslot, &queried_ifsubsys, &type);
+    const uint32_t type =
+        common::query_place<common::set_subslot_ifsubinst_ifsubinst_port, front_port_to_ifsubsys>(
+            0, ifsubinst)
+            .type;
     return through_table<&api::aux_cvn_np_port_info_get, port_info_of_type>(0, ifsubinst, type);
 }
 
@@ -236,6 +234,13 @@ bool np_port_answer(uint32_t np_id, uint32_t np_port, uint32_t *front, uint32_t 
     return true;
 }
 
+[[gnu::noinline]] uint32_t info_to_front_port_by_steps(uint32_t np_id, uint32_t np_port,
+                                                       uint32_t *front)
+{
+    uint32_t discarded_type = 0;
+    return through_table<&api::cvn_np_info_to_fplate_porttype, info_to_fplate_porttype>(
+        np_id, np_port, front, &discarded_type);
+}
 uint32_t info_to_front_port(uint32_t np_id, uint32_t np_port, uint32_t *front)
 {
     uint32_t status = 0;
@@ -243,9 +248,7 @@ uint32_t info_to_front_port(uint32_t np_id, uint32_t np_port, uint32_t *front)
         card_np_api->cvn_np_info_to_fplate_porttype == info_to_fplate_porttype &&
         np_port_answer(np_id, np_port, front, nullptr, status)) [[likely]]
         return status;
-    uint32_t discarded_type = 0;
-    return through_table<&api::cvn_np_info_to_fplate_porttype, info_to_fplate_porttype>(
-        np_id, np_port, front, &discarded_type);
+    return info_to_front_port_by_steps(np_id, np_port, front);
 }
 
 // NP 0 starts at its 100GE port, NP 1 (any other id) at its first 10GE port.

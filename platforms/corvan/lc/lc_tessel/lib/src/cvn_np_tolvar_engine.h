@@ -395,7 +395,7 @@ template <const family &F> struct engine : common::card_summary<F> {
     static const port_info *port_info_get()
     {
         for (uint32_t s = 0; s < info().num_subslot; ++s) {
-            const place_answer a = common::query_place(s, 0);
+            const place_answer a = query_place(s, 0);
             if (a.type != CVN_NP_IFSUB_TYPE_NONE)
                 return step<&cvn_np_api::aux_cvn_np_port_info_get>(a.subslot, a.ifsubsys, a.type);
         }
@@ -405,7 +405,7 @@ template <const family &F> struct engine : common::card_summary<F> {
     static const port_info *port_info_subslot(uint16_t subslot)
     {
         require(subslot < info().num_subslot, F.text.subslot);
-        const place_answer a = common::query_place(subslot, 0);
+        const place_answer a = query_place(subslot, 0);
         if (a.type == CVN_NP_IFSUB_TYPE_NONE)
             return F.dummy_port_info;
         return step<&cvn_np_api::aux_cvn_np_port_info_get>(subslot, 0, a.type);
@@ -437,7 +437,7 @@ template <const family &F> struct engine : common::card_summary<F> {
     static uint32_t front_port_mapping_info(uint32_t front, uint32_t *np, uint32_t *np_port,
                                             uint32_t *fplate_port, uint32_t *port_type)
     {
-        const place_answer a = common::query_front_port(front);
+        const place_answer a = query(front);
         if (a.status != 0)
             return a.status;
         if (a.type == CVN_NP_IFSUB_TYPE_NONE)
@@ -474,7 +474,7 @@ template <const family &F> struct engine : common::card_summary<F> {
             const bool plain = is_plain(a.type) && a.type != CVN_NP_IFSUB_TYPE_TV_16X10GE;
             const uint32_t instances = plain ? 1 : is_split(a.type) ? k_instances_per_subslot : 0;
             for (uint32_t i = 0; i < instances; ++i) {
-                const place_answer q = common::query_place(s, i);
+                const place_answer q = query_place(s, i);
                 if (q.type != CVN_NP_IFSUB_TYPE_NONE)
                     sum += step<&cvn_np_api::aux_cvn_np_info_num_local_ports>(s, np_id, q.type);
             }
@@ -512,7 +512,7 @@ template <const family &F> struct engine : common::card_summary<F> {
                                   uint32_t *port_type, bool hide_status)
     {
         for (uint32_t s = b.first;; ++s) {
-            const place_answer a = common::query_place(s, 0);
+            const place_answer a = query_place(s, 0);
             if (a.status == 0 && a.type != CVN_NP_IFSUB_TYPE_NONE)
                 return step<&cvn_np_api::aux_cvn_np_first_port_on_np>(s, a.ifsubsys, a.type, front,
                                                                       fplate_port, port_type);
@@ -664,7 +664,19 @@ template <const family &F> struct engine : common::card_summary<F> {
 
     // The place is (subslot, instance) as slots 31 and 34 decode them, even
     // when slot 34 has no answer.
-    static constexpr auto front_port_to_ifsubsys = common::front_port_to_ifsubsys;
+    static constexpr auto front_port_to_ifsubsys =
+        common::front_port_to_ifsubsys<get_subslot, get_ifsubinst>;
+    // Slot 37 through the table, on a front port or on port 0 of an
+    // instance (encoded by slot 30).
+    static place_answer query(uint32_t front)
+    {
+        return common::query_front_port<front_port_to_ifsubsys>(front);
+    }
+    static place_answer query_place(uint32_t subslot, uint32_t place)
+    {
+        return common::query_place<set_subslot_ifsubinst_ifsubinst_port, front_port_to_ifsubsys>(
+            subslot, place);
+    }
 
     static constexpr bool maps_front_ports_of(uint32_t type)
     {
@@ -803,7 +815,7 @@ template <const family &F> struct engine : common::card_summary<F> {
     static uint32_t faceplate_to_mapping_info(uint32_t, uint32_t fplate, uint32_t port_type,
                                               uint32_t *np, uint32_t *np_port, uint32_t *front)
     {
-        const place_answer a = common::query_front_port(fplate);
+        const place_answer a = query(fplate);
         if (a.status != 0)
             return a.status;
         if (a.type == CVN_NP_IFSUB_TYPE_NONE)
