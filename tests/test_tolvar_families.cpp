@@ -414,6 +414,29 @@ TEST_P(Tolvar, NamedDifferences)
     EXPECT_EQ(Back(0, 192), V({iv, iv, S, S, S}));
 }
 
+// Slots 14 and 37 follow a replaced slot 44 or 34 of the selected table (braced lists are
+// evaluated in order: the call, then what it wrote).
+TEST_P(Tolvar, ReplacedStepsAreObeyed)
+{
+    Install(0, 566), Install(1, 566);
+    uint32_t front = S, sub = S, place = S, type = S;
+    EXPECT_EQ(V({cvn_np_info_to_front_port(0, 194, &front), front}), V({0, 1}));
+    Swap(
+        f.api->aux_np_port_to_mapping_info,
+        +[](const port_mapping_entry *const *, uint32_t, uint32_t, uint32_t *to, uint32_t *,
+            uint32_t *) { *to = 7; },
+        [&] {
+            EXPECT_EQ(V({cvn_np_info_to_front_port(0, 194, &front), front}), V({0, 7}));
+        });
+    Swap(
+        f.api->cvn_np_lib_get_ifsubinst, +[](uint32_t) { return 1u; },
+        [&] {
+            EXPECT_EQ(
+                V({aux_cvn_np_front_port_to_ifsubsys(1, &sub, &place, &type), sub, place, type}),
+                V({0, 0, 1, kNone}));
+        });
+}
+
 INSTANTIATE_TEST_SUITE_P(Families, Tolvar, ::testing::Values(&k2Slice, &k1Slice),
                          [](const auto &info) { return std::string(info.param->name); });
 

@@ -113,6 +113,16 @@ constexpr uint32_t get_port(uint32_t front) { return front & 0xFF; }
 constexpr uint32_t get_ifsubinst(uint32_t front) { return (front & 0xF0) >> 4; }
 constexpr uint32_t get_ifsubinst_port(uint32_t front) { return front & 0x0F; }
 
+// Writes an entry's front port, faceplate port and port type, each where
+// the caller gave a pointer.
+inline void put_entry(const port_mapping_entry &e, uint32_t *front, uint32_t *fplate_port,
+                      uint32_t *port_type)
+{
+    put(front, e.phys_front_port);
+    put(fplate_port, e.fplate_port);
+    put(port_type, e.port_type);
+}
+
 // Slot 44: the first of `count` entries that carries NP-local port
 // `np_port` gives its front port, faceplate port and port type; nothing is
 // written when none does (NULL pointers in the list are passed over).
@@ -123,9 +133,7 @@ inline void np_port_to_mapping_info(const port_mapping_entry *const *entries, ui
     for (uint32_t i = 0; entries != nullptr && i < count; ++i) {
         const port_mapping_entry *e = entries[i];
         if (e != nullptr && e->np_port == np_port) {
-            put(front, e->phys_front_port);
-            put(fplate_port, e->fplate_port);
-            put(port_type, e->port_type);
+            put_entry(*e, front, fplate_port, port_type);
             return;
         }
     }

@@ -81,15 +81,7 @@ tv::place_answer tolvar_np_port_to_ifsub_type(uint32_t np_id, uint32_t np_port)
     return i < 0 ? tv::k_not_found : tv::place_at(np_id, static_cast<uint32_t>(i));
 }
 
-// A split instance's entries start at instance * np_port_span / 2.  A front
-// port gives its instance port as the platform decodes it, a faceplate port
-// its low four bits.
-uint64_t instance_entry(uint32_t port, uint32_t, const cvn_np_ep_data &row, bool faceplate)
-{
-    const uint64_t instance = cvn_np_lib_get_ifsubinst(port);
-    const uint64_t instance_port = faceplate ? port & 0x0F : cvn_np_lib_get_ifsubinst_port(port);
-    return instance * row.np_port_span / 2 + instance_port;
-}
+uint64_t instance_entry(uint32_t port, uint32_t, const cvn_np_ep_data &row, bool faceplate);
 
 constexpr tv::family k_tolvar = {
     .path = "platforms/corvan/lc/lc_tessel/lib/src/cvn_np_lib_tolvar.cpp",
@@ -126,6 +118,21 @@ constexpr tv::family k_tolvar = {
 } // namespace
 
 using E = tv::engine<k_tolvar>;
+
+namespace {
+
+// A split instance's entries start at instance * np_port_span / 2.  A front
+// port gives its instance port as slot 35 decodes it, a faceplate port its
+// low four bits.
+uint64_t instance_entry(uint32_t port, uint32_t, const cvn_np_ep_data &row, bool faceplate)
+{
+    const uint64_t instance = E::step<&cvn_np_api::cvn_np_lib_get_ifsubinst>(port);
+    const uint64_t instance_port =
+        faceplate ? port & 0x0F : E::step<&cvn_np_api::cvn_np_lib_get_ifsubinst_port>(port);
+    return instance * row.np_port_span / 2 + instance_port;
+}
+
+} // namespace
 
 extern "C" {
 

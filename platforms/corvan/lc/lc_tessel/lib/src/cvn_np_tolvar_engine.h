@@ -770,6 +770,27 @@ template <const family &F> struct engine : common::card_summary<F> {
 
     // Slot 41: the outputs come back with the subslot bits, also when no
     // entry matched; a type without a row writes nothing.
+    // Where slot 44 finds each NP-local port below 256 in the row of each
+    // subslot and type (k_no_place: nowhere), built at compile time from the
+    // rows, which are constant.
+    static constexpr uint8_t k_no_place = 0xFF;
+    static constexpr auto k_np_port_places = [] {
+        std::array<std::array<std::array<uint8_t, 256>, k_type_keys>, CVN_NP_TOTAL_SUBSLOT_TOLVAR>
+            t{};
+        for (uint32_t s = 0; s < t.size(); ++s)
+            for (uint32_t key = 0; key < k_type_keys; ++key)
+                for (uint32_t p = 0; p < 256; ++p) {
+                    const cvn_np_ep_data *row = row_of(s, type_of_key(key));
+                    uint32_t i = 0;
+                    while (row != nullptr && i < row->num_ports &&
+                           (row->entries[i] == nullptr || row->entries[i]->np_port != p))
+                        ++i;
+                    t[s][key][p] =
+                        row != nullptr && i < row->num_ports ? static_cast<uint8_t>(i) : k_no_place;
+                }
+        return t;
+    }();
+
     static void info_to_mapping_info(uint32_t np_num, uint32_t np_port, uint32_t type,
                                      uint32_t *front, uint32_t *fplate_port, uint32_t *port_type)
     {
@@ -785,8 +806,16 @@ template <const family &F> struct engine : common::card_summary<F> {
         const cvn_np_ep_data *row = row_of(subslot, type);
         if (row == nullptr)
             return;
-        step<&cvn_np_api::aux_np_port_to_mapping_info>(row->entries, np_port, row->num_ports, front,
-                                                       fplate_port, port_type);
+        if (initialized != 0 &&
+            card_np_api->aux_np_port_to_mapping_info == own_ops().aux_np_port_to_mapping_info &&
+            subslot < k_np_port_places.size() && np_port < 256) [[likely]] {
+            const uint8_t i = k_np_port_places[subslot][type_key(type)][np_port];
+            if (i != k_no_place)
+                common::put_entry(*row->entries[i], front, fplate_port, port_type);
+        } else {
+            step<&cvn_np_api::aux_np_port_to_mapping_info>(row->entries, np_port, row->num_ports,
+                                                           front, fplate_port, port_type);
+        }
         if (front != nullptr)
             *front = compose(subslot, *front);
         if (fplate_port != nullptr)
