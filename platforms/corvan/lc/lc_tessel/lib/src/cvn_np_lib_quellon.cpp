@@ -238,17 +238,20 @@ uint32_t info_to_fplate_porttype(uint32_t np_id, uint32_t np_port, uint32_t *fpl
 }
 
 // The NP's port whose NP-local port is 192 (slots 16 and 17).
+[[gnu::noinline]] uint32_t first_front_port_by_steps(uint32_t np_id, uint32_t *front)
+{
+    if (np_id >= np_count())
+        return CVN_NP_ERR_INVALID;
+    return front_port_of(np_id, k_first_np_port, front);
+}
 uint32_t first_front_port_on_np(uint32_t np_id, uint32_t *front)
 {
-    const uint32_t nps = np_count();
-    if (np_id >= nps)
-        return CVN_NP_ERR_INVALID;
     // Slot 14 counts the NPs again with slot 2; while both are quellon's
-    // own that count is the one just made.
-    if (card_np_api->cvn_np_how_many == how_many &&
+    // own that count is the one slot 16 makes first.
+    if (initialized != 0 && card_np_api->cvn_np_how_many == how_many &&
         card_np_api->cvn_np_info_to_front_port == info_to_front_port) [[likely]]
-        return front_port_of_np(nps, np_id, k_first_np_port, front);
-    return front_port_of(np_id, k_first_np_port, front);
+        return front_port_of_np(how_many(), np_id, k_first_np_port, front);
+    return first_front_port_by_steps(np_id, front);
 }
 
 // Slot 15 on the NP's port with NP-local port 192; the type is looked up
