@@ -64,10 +64,15 @@ template <auto slot, class... Args> [[gnu::cold, gnu::noinline]] auto step_by_ta
 {
     return forward<slot>(args...);
 }
+// The library is initialised and the selected table holds `own` in `slot`.
+template <auto slot, auto own> bool holds()
+{
+    return initialized != 0 && card_np_api->*slot == own;
+}
 template <auto slot, auto own, class... Args>
 [[gnu::always_inline]] inline auto through_table(Args... args)
 {
-    if (initialized != 0 && card_np_api->*slot == own) [[likely]]
+    if (holds<slot, own>()) [[likely]]
         return own(args...);
     return step_by_table<slot>(args...);
 }

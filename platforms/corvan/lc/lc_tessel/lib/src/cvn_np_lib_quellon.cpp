@@ -208,9 +208,16 @@ uint32_t front_port_of_np(uint32_t nps, uint32_t np_id, uint32_t np_port, uint32
         common::put(front, port_of(np_id, k));
     return 0;
 }
-uint32_t info_to_front_port(uint32_t np_id, uint32_t np_port, uint32_t *front)
+[[gnu::noinline]] uint32_t info_to_front_port_by_steps(uint32_t np_id, uint32_t np_port,
+                                                       uint32_t *front)
 {
     return front_port_of_np(np_count(), np_id, np_port, front);
+}
+uint32_t info_to_front_port(uint32_t np_id, uint32_t np_port, uint32_t *front)
+{
+    if (common::holds<&api::cvn_np_how_many, how_many>()) [[likely]]
+        return front_port_of_np(how_many(), np_id, np_port, front);
+    return info_to_front_port_by_steps(np_id, np_port, front);
 }
 
 // Slot 14 as the other slots ask it; they read its answer from a local
@@ -248,8 +255,8 @@ uint32_t first_front_port_on_np(uint32_t np_id, uint32_t *front)
 {
     // Slot 14 counts the NPs again with slot 2; while both are quellon's
     // own that count is the one slot 16 makes first.
-    if (initialized != 0 && card_np_api->cvn_np_how_many == how_many &&
-        card_np_api->cvn_np_info_to_front_port == info_to_front_port) [[likely]]
+    if (common::holds<&api::cvn_np_how_many, how_many>() &&
+        common::holds<&api::cvn_np_info_to_front_port, info_to_front_port>()) [[likely]]
         return front_port_of_np(how_many(), np_id, k_first_np_port, front);
     return first_front_port_by_steps(np_id, front);
 }
