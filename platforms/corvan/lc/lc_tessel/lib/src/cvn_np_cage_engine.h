@@ -635,6 +635,11 @@ template <const family &F> struct engine {
         if (holds<&cvn_np_api::cvn_np_info_to_fplate_porttype, info_to_fplate_porttype>() &&
             np_port_answer(np_id, np_port, front, nullptr, status)) [[likely]]
             return status;
+        return info_to_front_port_by_steps(np_id, np_port, front);
+    }
+    [[gnu::noinline]] static uint32_t info_to_front_port_by_steps(uint32_t np_id, uint32_t np_port,
+                                                                  uint32_t *front)
+    {
         uint32_t discarded_type = 0;
         return step<&cvn_np_api::cvn_np_info_to_fplate_porttype, info_to_fplate_porttype>(
             np_id, np_port, front, &discarded_type);
