@@ -774,9 +774,11 @@ template <const family &F> struct engine : common::card_summary<F> {
     // subslot and type (k_no_place: nowhere), built at compile time from the
     // rows, which are constant.
     static constexpr uint8_t k_no_place = 0xFF;
-    static constexpr auto k_np_port_places = [] {
-        std::array<std::array<std::array<uint8_t, 256>, k_type_keys>, CVN_NP_TOTAL_SUBSLOT_TOLVAR>
-            t{};
+    using places_by_key =
+        std::array<std::array<std::array<uint8_t, 256>, k_type_keys>, CVN_NP_TOTAL_SUBSLOT_TOLVAR>;
+    static constexpr places_by_key np_port_places()
+    {
+        places_by_key t{};
         for (uint32_t s = 0; s < t.size(); ++s)
             for (uint32_t key = 0; key < k_type_keys; ++key)
                 for (uint32_t p = 0; p < 256; ++p) {
@@ -789,7 +791,8 @@ template <const family &F> struct engine : common::card_summary<F> {
                         row != nullptr && i < row->num_ports ? static_cast<uint8_t>(i) : k_no_place;
                 }
         return t;
-    }();
+    }
+    static constexpr places_by_key k_np_port_places = np_port_places();
 
     static void info_to_mapping_info(uint32_t np_num, uint32_t np_port, uint32_t type,
                                      uint32_t *front, uint32_t *fplate_port, uint32_t *port_type)
