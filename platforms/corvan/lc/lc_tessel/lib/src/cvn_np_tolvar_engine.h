@@ -772,7 +772,7 @@ template <const family &F> struct engine : common::card_summary<F> {
     // entry matched; a type without a row writes nothing.
     // Where slot 44 finds each NP-local port below 256 in the row of each
     // subslot and type (k_no_place: nowhere), built at compile time from the
-    // rows, which are constant.
+    // rows, which are constant (a row with a NULL entry would stop the build).
     static constexpr uint8_t k_no_place = 0xFF;
     using places_by_key =
         std::array<std::array<std::array<uint8_t, 256>, k_type_keys>, CVN_NP_TOTAL_SUBSLOT_TOLVAR>;
@@ -784,8 +784,7 @@ template <const family &F> struct engine : common::card_summary<F> {
                 for (uint32_t p = 0; p < 256; ++p) {
                     const cvn_np_ep_data *row = row_of(s, type_of_key(key));
                     uint32_t i = 0;
-                    while (row != nullptr && i < row->num_ports &&
-                           (row->entries[i] == nullptr || row->entries[i]->np_port != p))
+                    while (row != nullptr && i < row->num_ports && row->entries[i]->np_port != p)
                         ++i;
                     t[s][key][p] =
                         row != nullptr && i < row->num_ports ? static_cast<uint8_t>(i) : k_no_place;
