@@ -1,8 +1,10 @@
 /*
  * test_groups_port.c - the port walks: the front-port, NP and faceplate
  * groups.  A case asks one call for the answers its group compares and
- * expects, at the case's index, the faceplate map's entry (faceplate cases)
- * or the phys-map entry (the others); an NP's count of NP-local ports is
+ * expects, at the case's index, the faceplate map's entry (a faceplate case
+ * names its faceplate port by the front port's 8-bit code) or the phys-map
+ * entry (an NP case asks about that entry's NP-local port; a first-port
+ * case sits at its NP's first port); an NP's count of NP-local ports is
  * expected to be cage_per_complex cages' worth of ports.
  */
 #include <stdint.h>
