@@ -48,41 +48,6 @@ test_speed test_speed_get(int i)
     return speeds[i];
 }
 
-/* NP n owns the cages n * cage_per_complex .. (n + 1) * cage_per_complex - 1,
- * and the cards the self-test knows have num_cage = num_complex *
- * cage_per_complex and a port in every cage at every speed: the walk over
- * the cages is the walk over each NP's cages, and NP n's first port sits at
- * index port_cage * cage_per_complex * n. */
-uint32_t test_port_group(const char *name, test_port_case_fn fn, int nps_only)
-{
-    const uint32_t per_np = test_np_info->cage_per_complex;
-    test_answers answers = {0, 0, 0, 0, 0};
-    uint32_t failed = 0;
-    int i;
-
-    test_group_begin(name);
-    for (i = 0; i < TEST_SPEEDS; i++) {
-        test_speed sp = test_speed_get(i);
-        test_port_case pc;
-
-        pc.speed = &sp;
-        for (pc.s = 0; pc.s < test_np_info->num_subslot; pc.s++) {
-            for (pc.c = 0; pc.c < test_np_info->num_cage; pc.c++) {
-                for (pc.p = 0; pc.p < sp.port_cage; pc.p++) {
-                    pc.n = pc.c / per_np;
-                    pc.k = pc.c % per_np;
-                    pc.code = (pc.p & 0xFu) | ((pc.c * 16u) & 0xFFu);
-                    pc.index = pc.c * sp.port_cage + pc.p;
-                    if (!nps_only || (pc.k == 0 && pc.p == 0)) {
-                        failed += fn(&pc, &answers);
-                    }
-                }
-            }
-        }
-    }
-    return test_group_end(name, failed);
-}
-
 /* A group we have no check for yet: header and one line, nothing counted. */
 static void test_not_implemented(const char *name)
 {
@@ -90,32 +55,46 @@ static void test_not_implemented(const char *name)
     printf("  %s not implemented yet\n", name);
 }
 
+/* The port-walk groups in their run order: name, what a case calls, the
+ * names of the answers in its line, the answers it compares and those shown
+ * in hex, and the code in decimal (1 on ok lines, 2 always). */
+static const test_walk test_walks[] = {
+    {"test_cvn_np_front_port_to_np", TEST_ASK_FRONT_PORT, "np", TEST_NP, 0, 0},
+    {"test_cvn_np_front_port_to_np_port", TEST_ASK_FRONT_PORT, "np_port", TEST_NP_PORT, 0, 0},
+    {"test_cvn_np_front_port_to_port_type", TEST_ASK_FRONT_SUBSLOT, "type", TEST_TYPE, 0, 0},
+    {"test_cvn_np_front_port_to_face_plate_port", TEST_ASK_FRONT_SUBSLOT, "fpport, type",
+     TEST_FPLATE | TEST_TYPE, TEST_FPLATE, 0},
+    {"test_cvn_np_front_port_mapping_info", TEST_ASK_FRONT_SUBSLOT, "np, np_port, fpport, type",
+     TEST_NP | TEST_NP_PORT | TEST_FPLATE | TEST_TYPE, TEST_FPLATE, 1},
+    {"test_cvn_np_info_num_local_ports", TEST_ASK_COUNT, "num of ports", TEST_COUNT, 0, 0},
+    {"test_cvn_np_info_to_front_port", TEST_ASK_NP_PORT, "front port", TEST_FRONT, 0, 0},
+    {"test_cvn_np_info_to_fplate_porttype", TEST_ASK_NP_PORT, "face_port, type",
+     TEST_FPLATE | TEST_TYPE, 0, 0},
+    {"test_cvn_np_first_front_port_on_np", TEST_ASK_FIRST, "first front port", TEST_FRONT,
+     TEST_FRONT, 0},
+    {"test_cvn_np_first_fplate_porttype_on_np", TEST_ASK_FIRST, "first face port, type",
+     TEST_FPLATE | TEST_TYPE, 0, 0},
+    {"test_cvn_faceplate_porttype_to_np", TEST_ASK_FACE, "np", TEST_NP, 0, 0},
+    {"test_cvn_faceplate_porttype_to_np_port", TEST_ASK_FACE, "np port", TEST_NP_PORT, 0, 0},
+    {"test_cvn_faceplate_porttype_to_phys_port", TEST_ASK_FACE, "front port", TEST_FRONT,
+     TEST_FRONT, 0},
+    {"test_cvn_faceplate_porttype_mapping_info", TEST_ASK_FACE, "np, np port, front port",
+     TEST_NP | TEST_NP_PORT | TEST_FRONT, TEST_FRONT, 2},
+};
+
 uint32_t test_cvn_np_lib_testcard(void)
 {
     uint32_t errors = 0;
+    size_t i;
 
     test_group_begin("test_cvn_np_lib_testcard");
     test_nplib_card_info();
     errors += test_cvn_np_port_info_get();
     test_not_implemented("test_cvn_np_subslot_info_get");
     test_not_implemented("test_cvn_np_port_info_subslot");
-    /* A port walk: its name, its case routine, 1 for each NP's first port only. */
-    errors += test_port_group("test_cvn_np_front_port_to_np", test_case_front_np, 0);
-    errors += test_port_group("test_cvn_np_front_port_to_np_port", test_case_front_np_port, 0);
-    errors += test_port_group("test_cvn_np_front_port_to_port_type", test_case_front_port_type, 0);
-    errors +=
-        test_port_group("test_cvn_np_front_port_to_face_plate_port", test_case_front_fplate, 0);
-    errors += test_port_group("test_cvn_np_front_port_mapping_info", test_case_front_mapping, 0);
-    errors += test_port_group("test_cvn_np_info_num_local_ports", test_case_num_local_ports, 1);
-    errors += test_port_group("test_cvn_np_info_to_front_port", test_case_np_to_front, 0);
-    errors += test_port_group("test_cvn_np_info_to_fplate_porttype", test_case_np_to_fplate, 0);
-    errors += test_port_group("test_cvn_np_first_front_port_on_np", test_case_first_front, 1);
-    errors += test_port_group("test_cvn_np_first_fplate_porttype_on_np", test_case_first_fplate, 1);
-    errors += test_port_group("test_cvn_faceplate_porttype_to_np", test_case_face_np, 0);
-    errors += test_port_group("test_cvn_faceplate_porttype_to_np_port", test_case_face_np_port, 0);
-    errors += test_port_group("test_cvn_faceplate_porttype_to_phys_port", test_case_face_front, 0);
-    errors +=
-        test_port_group("test_cvn_faceplate_porttype_mapping_info", test_case_face_mapping, 0);
+    for (i = 0; i < sizeof test_walks / sizeof test_walks[0]; i++) {
+        errors += test_port_group(&test_walks[i]);
+    }
     errors += test_cvn_np_complex_to_subslot();
     errors += test_cvn_np_complex_to_np();
     test_not_implemented("test_cvn_np_set_if_subsys_type");

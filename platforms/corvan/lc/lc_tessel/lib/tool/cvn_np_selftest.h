@@ -76,49 +76,6 @@ typedef struct test_speed {
 /* The speed i (0 100GE, 1 40GE, 2 10GE) from the current expected values. */
 test_speed test_speed_get(int i);
 
-/* The library's answers of one case; a group zeroes them once at its start
- * and they keep the last answer written into them from case to case. */
-typedef struct test_answers {
-    uint32_t np;
-    uint32_t np_port;
-    uint32_t fplate_port;
-    uint32_t port_type;
-    uint32_t front;
-} test_answers;
-
-/* One case of the port walk: speed, subslot s, cage c, port p within the
- * cage, the NP n that owns the cage and the cage's place k among the NP's
- * cages, the front-port code and the table index of (c, p). */
-typedef struct test_port_case {
-    const test_speed *speed;
-    uint32_t s;
-    uint32_t c;
-    uint32_t p;
-    uint32_t n;
-    uint32_t k;
-    uint32_t code;
-    uint32_t index;
-} test_port_case;
-
-/* A case routine: prints its case line and returns 1 for a failure. */
-typedef uint32_t (*test_port_case_fn)(const test_port_case *pc, test_answers *a);
-
-/* The case routines of the port-walk groups, named after what they ask. */
-uint32_t test_case_front_np(const test_port_case *pc, test_answers *a);
-uint32_t test_case_front_np_port(const test_port_case *pc, test_answers *a);
-uint32_t test_case_front_port_type(const test_port_case *pc, test_answers *a);
-uint32_t test_case_front_fplate(const test_port_case *pc, test_answers *a);
-uint32_t test_case_front_mapping(const test_port_case *pc, test_answers *a);
-uint32_t test_case_num_local_ports(const test_port_case *pc, test_answers *a);
-uint32_t test_case_np_to_front(const test_port_case *pc, test_answers *a);
-uint32_t test_case_np_to_fplate(const test_port_case *pc, test_answers *a);
-uint32_t test_case_first_front(const test_port_case *pc, test_answers *a);
-uint32_t test_case_first_fplate(const test_port_case *pc, test_answers *a);
-uint32_t test_case_face_np(const test_port_case *pc, test_answers *a);
-uint32_t test_case_face_np_port(const test_port_case *pc, test_answers *a);
-uint32_t test_case_face_front(const test_port_case *pc, test_answers *a);
-uint32_t test_case_face_mapping(const test_port_case *pc, test_answers *a);
-
 /* The relation and the verdict of a case line, by whether the case failed. */
 #define TEST_REL(bad) ((bad) ? "!=" : "=")
 #define TEST_VERDICT(bad) ((bad) ? "ERROR" : "ok")
@@ -127,8 +84,40 @@ uint32_t test_case_face_mapping(const test_port_case *pc, test_answers *a);
 void test_group_begin(const char *name);
 /* Prints the group's "passed" or "has N failed cases" line; returns failed. */
 uint32_t test_group_end(const char *name, uint32_t failed);
-/* A whole group over the port walk (speed, subslot, cage, port); with
- * nps_only, one case per speed, subslot and NP, at the NP's first port. */
-uint32_t test_port_group(const char *name, test_port_case_fn fn, int nps_only);
+
+/* ---- The port walks ------------------------------------------------------- */
+
+/* The answers a port-walk case asks for and compares, in the order its case
+ * line shows them. */
+#define TEST_NP 0x01u
+#define TEST_NP_PORT 0x02u
+#define TEST_FPLATE 0x04u
+#define TEST_TYPE 0x08u
+#define TEST_FRONT 0x10u
+#define TEST_COUNT 0x20u /* the NP's NP-local ports of the speed */
+
+/* What a case calls, and the position its line starts with. */
+typedef enum test_ask {
+    TEST_ASK_FRONT_PORT,    /* front port (subslot, cage, code), after its encoding */
+    TEST_ASK_FRONT_SUBSLOT, /* subslot, front port (subslot, code) */
+    TEST_ASK_FACE,          /* face port (subslot, cage, code) */
+    TEST_ASK_NP_PORT,       /* np, cage, port (NP, the NP's cage, NP-local port) */
+    TEST_ASK_FIRST,         /* np NP, for the NP's first port */
+    TEST_ASK_COUNT,         /* np NP, for its number of NP-local ports */
+} test_ask;
+
+/* A port-walk group: a case per speed, subslot, cage and port, or for
+ * TEST_ASK_FIRST and TEST_ASK_COUNT per speed, subslot and NP. */
+typedef struct test_walk {
+    const char *name;
+    test_ask ask;
+    const char *what; /* the answers' names in the case line */
+    unsigned fields;  /* the answers asked for and compared */
+    unsigned hex;     /* the answers shown as 0x%x, the others as %d */
+    int code_dec;     /* the code shown in decimal: 0 never, 1 on ok lines, 2 always */
+} test_walk;
+
+/* Runs the group and prints its lines; returns its failed cases. */
+uint32_t test_port_group(const test_walk *w);
 
 #endif /* CVN_NP_SELFTEST_H */

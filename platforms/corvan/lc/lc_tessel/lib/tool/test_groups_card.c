@@ -1,5 +1,6 @@
 /*
- * test_groups_card.c - the card summary and the port-information group.
+ * test_groups_card.c - the card summary, the port-information group and the
+ * complex groups.
  */
 #include <stdint.h>
 #include <stdio.h>
@@ -92,6 +93,48 @@ uint32_t test_cvn_np_port_info_get(void)
                        sp.port_info->port_type, TEST_VERDICT(bad));
                 failed += (uint32_t)bad;
             }
+        }
+    }
+    return test_group_end(name, failed);
+}
+
+/* Every complex is expected in subslot 0. */
+uint32_t test_cvn_np_complex_to_subslot(void)
+{
+    static const char name[] = "test_cvn_np_complex_to_subslot";
+    uint32_t failed = 0;
+    uint32_t n;
+
+    test_group_begin(name);
+    for (n = 0; n < test_np_info->num_complex; n++) {
+        uint32_t got = cvn_np_complex_to_subslot((uint8_t)n);
+
+        printf("  np %d subslot %d %s 0 %s.\n", n, got, TEST_REL(got != 0), TEST_VERDICT(got != 0));
+        failed += got != 0;
+    }
+    return test_group_end(name, failed);
+}
+
+/* Ingress expects the complex's first NP, egress the one after it; with one
+ * NP per complex both are the complex's only NP. */
+uint32_t test_cvn_np_complex_to_np(void)
+{
+    static const char name[] = "test_cvn_np_complex_to_np";
+    uint32_t per = test_np_info->np_per_complex;
+    uint32_t failed = 0;
+    uint32_t c;
+    int ingress;
+
+    test_group_begin(name);
+    for (c = 0; c < test_np_info->num_complex; c++) {
+        for (ingress = 1; ingress >= 0; ingress--) {
+            uint32_t got = cvn_np_complex_to_np((uint8_t)c, (uint32_t)ingress);
+            uint32_t expected = (ingress || per == 1) ? per * c : c * per + 1;
+            int bad = got != expected;
+
+            printf("  %s np complex %d np %d %s %d %s.\n", ingress ? "ingress" : "egress", c, got,
+                   TEST_REL(bad), expected, TEST_VERDICT(bad));
+            failed += (uint32_t)bad;
         }
     }
     return test_group_end(name, failed);
