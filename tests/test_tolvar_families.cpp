@@ -435,6 +435,14 @@ TEST_P(Tolvar, ReplacedStepsAreObeyed)
                 V({aux_cvn_np_front_port_to_ifsubsys(1, &sub, &place, &type), sub, place, type}),
                 V({0, 0, 1, kNone}));
         });
+    if (f.one_np)
+        return;
+    np_info three = np_info_2slice_tolvar; // slot 41 on NP 2 of a replaced record: a search
+    three.num_complex = 3;
+    Swap(tolvar_card_np_info, static_cast<const np_info *>(&three), [&] {
+        aux_cvn_np_info_to_mapping_info(2, 194, 566, &front, nullptr, nullptr);
+        EXPECT_EQ(front, C(2, 1));
+    });
 }
 
 INSTANTIATE_TEST_SUITE_P(Families, Tolvar, ::testing::Values(&k2Slice, &k1Slice),
