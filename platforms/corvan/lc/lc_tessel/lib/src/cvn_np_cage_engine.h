@@ -373,13 +373,8 @@ template <const family &F> struct engine {
             !holds<&cvn_np_api::aux_cvn_faceplate_to_mapping_info, faceplate_to_mapping_info>() ||
             port_type > CVN_NP_PORT_TYPE_100GE || fplate >= 256)
             return nullptr;
-        const uint16_t cell = k_fplate_answers.at[port_type][fplate];
-        const uint32_t k = cell >> 8;
-        if (k >= k_speeds)
-            return nullptr;
-        const current_map map =
-            installed_map<&speed_tables::card_fplate_map, &speed_tables::fplate_map>(k);
-        return map != nullptr ? map[cell & k_no_entry] : nullptr;
+        return entry_of_cell<&speed_tables::card_fplate_map, &speed_tables::fplate_map>(
+            k_fplate_answers.at[port_type][fplate]);
     }
     [[gnu::noinline]] static void fplate_mapping(uint32_t fplate, uint32_t port_type, uint32_t *np,
                                                  uint32_t *np_port, uint32_t *front)
@@ -521,6 +516,17 @@ template <const family &F> struct engine {
         static constexpr current_map maps[k_speeds] = {F.speeds[0].*map, F.speeds[1].*map,
                                                        F.speeds[2].*map};
         return *cards[k] == maps[k] ? maps[k] : nullptr;
+    }
+
+    // The entry a compile-time cell names in its speed's map `map` as init
+    // installed it; NULL for a cell only the steps answer, or where the
+    // speed's current record `card` no longer points at that map.
+    template <current_map *speed_tables::*card, current_map speed_tables::*map>
+    static const port_mapping_entry *entry_of_cell(uint16_t cell)
+    {
+        const uint32_t k = cell >> 8;
+        const current_map m = k < k_speeds ? installed_map<card, map>(k) : nullptr;
+        return m != nullptr ? m[cell & k_no_entry] : nullptr;
     }
 
     // The selected table holds `own` in `slot`.
@@ -865,13 +871,8 @@ template <const family &F> struct engine {
         const uint32_t code = type - k_first_code;
         if (!installed_info() || ifsubsys_num >= k_info.num_cage || code >= 8 || port >= 256)
             return nullptr;
-        const uint16_t cell = k_phys_answers.at[code][port];
-        const uint32_t k = cell >> 8;
-        if (k >= k_speeds)
-            return nullptr;
-        const current_map map =
-            installed_map<&speed_tables::card_phys_map, &speed_tables::phys_map>(k);
-        return map != nullptr ? map[cell & k_no_entry] : nullptr;
+        return entry_of_cell<&speed_tables::card_phys_map, &speed_tables::phys_map>(
+            k_phys_answers.at[code][port]);
     }
     [[gnu::noinline]] static const port_mapping_entry *
     phys_entry_by_steps(uint32_t ifsubsys_num, uint32_t port, uint32_t type)
