@@ -509,6 +509,12 @@ TEST_F(Brisca, ReplacedStepsAndRecordsAreObeyed)
          [&] { EXPECT_EQ(cvn_np_front_port_to_np_port(0x00), 205u); });
     Swap(brisca_card_fplate_map_10ge, fplate_port_map_brisca_10g + 1,
          [&] { EXPECT_EQ(cvn_faceplate_porttype_to_phys_port(CVN_NP_PORT_TYPE_10GE, 0), 1u); });
+    // With `initialized` cleared, slot 19 called from its table takes its
+    // steps through the public functions, the first of which initialises.
+    initialized = 0;
+    EXPECT_EQ(t.cvn_faceplate_porttype_to_np(CVN_NP_PORT_TYPE_10GE, 0x79), 3u);
+    EXPECT_EQ(cvn_np_sim_card_type_queries(), 1u);
+    EXPECT_EQ(initialized, 1);
 }
 
 TEST_F(Fenna, KnowsThreeTypes)

@@ -34,6 +34,7 @@ namespace common = cvn_np::common;
 
 // ---- Wiring rules, from which the families' tables are generated --------
 
+using common::holds;
 using common::k_end_entry;
 using common::same_entry;
 
@@ -529,10 +530,7 @@ template <const family &F> struct engine {
         return m != nullptr ? m[cell & k_no_entry] : nullptr;
     }
 
-    // The selected table holds `own` in `slot`.
-    template <auto slot, auto own> static bool holds() { return card_np_api->*slot == own; }
-    // Init sets card_np_api before it installs the family's records, so
-    // the records being installed means the table can be read.
+    // The current np_info is the one the compile-time answers were built on.
     static bool installed_info() { return *F.card_np_info == &k_info; }
 
     // ---- slots 0-7: card summary ----
