@@ -920,10 +920,8 @@ template <const family &F> struct engine {
             return CVN_NP_ERR_INVALID;
         at_speed(t->tables, [&](auto k) {
             constexpr const speed_tables &s = F.speeds[k];
-            const port_mapping_entry &e = *(*s.card_np_port_map)[std::size_t{np_num} * np_block(s)];
-            put(front, e.phys_front_port);
-            put(fplate_port, e.fplate_port);
-            put(port_type, e.port_type);
+            common::put_entry(*(*s.card_np_port_map)[std::size_t{np_num} * np_block(s)], front,
+                              fplate_port, port_type);
         });
         return 0;
     }

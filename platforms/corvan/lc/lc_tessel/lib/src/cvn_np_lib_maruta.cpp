@@ -225,8 +225,9 @@ uint32_t info_to_fplate_porttype_by_steps(uint32_t np_id, uint32_t np_port, uint
 bool np_port_answer(uint32_t np_id, uint32_t np_port, uint32_t *front, uint32_t *port_type,
                     uint32_t &status)
 {
-    if (initialized == 0 || card_np_api->cvn_np_how_many != how_many ||
-        card_np_api->aux_cvn_np_info_to_mapping_info != info_to_mapping_info || np_port >= 256)
+    if (!common::holds<&api::cvn_np_how_many, how_many>() ||
+        !common::holds<&api::aux_cvn_np_info_to_mapping_info, info_to_mapping_info>() ||
+        np_port >= 256)
         return false;
     status = np_id < k_nps ? 0 : CVN_NP_ERR_INVALID;
     if (np_id < k_nps)
@@ -244,8 +245,7 @@ bool np_port_answer(uint32_t np_id, uint32_t np_port, uint32_t *front, uint32_t 
 uint32_t info_to_front_port(uint32_t np_id, uint32_t np_port, uint32_t *front)
 {
     uint32_t status = 0;
-    if (initialized != 0 &&
-        card_np_api->cvn_np_info_to_fplate_porttype == info_to_fplate_porttype &&
+    if (common::holds<&api::cvn_np_info_to_fplate_porttype, info_to_fplate_porttype>() &&
         np_port_answer(np_id, np_port, front, nullptr, status)) [[likely]]
         return status;
     return info_to_front_port_by_steps(np_id, np_port, front);

@@ -808,8 +808,8 @@ template <const family &F> struct engine : common::card_summary<F> {
         const cvn_np_ep_data *row = row_of(subslot, type);
         if (row == nullptr)
             return;
-        if (initialized != 0 &&
-            card_np_api->aux_np_port_to_mapping_info == own_ops().aux_np_port_to_mapping_info &&
+        if (common::holds<&cvn_np_api::aux_np_port_to_mapping_info,
+                          own_ops().aux_np_port_to_mapping_info>() &&
             subslot < k_np_port_places.size() && np_port < 256) [[likely]] {
             const uint8_t i = k_np_port_places[subslot][type_key(type)][np_port];
             if (i != k_no_place)
