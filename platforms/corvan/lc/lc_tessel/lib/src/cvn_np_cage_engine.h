@@ -365,18 +365,6 @@ template <const family &F> struct engine {
         step<&cvn_np_api::aux_cvn_np_front_port_to_mapping_info, front_port_to_mapping_info>(
             cage, port_of(front), type, np, np_port, fplate_port, port_type);
     }
-    // The entry slot 43 would read for a faceplate port, from the
-    // compile-time table; NULL: take the steps.
-    static const port_mapping_entry *fplate_entry(uint32_t fplate, uint32_t port_type)
-    {
-        if (!installed_info() || !holds<&cvn_np_api::cvn_np_lib_get_ifsubinst, get_ifsubinst>() ||
-            !holds<&cvn_np_api::cvn_np_lib_get_port, get_port>() ||
-            !holds<&cvn_np_api::aux_cvn_faceplate_to_mapping_info, faceplate_to_mapping_info>() ||
-            port_type > CVN_NP_PORT_TYPE_100GE || fplate >= 256)
-            return nullptr;
-        return entry_of_cell<&speed_tables::card_fplate_map, &speed_tables::fplate_map>(
-            k_fplate_answers.at[port_type][fplate]);
-    }
     [[gnu::noinline]] static void fplate_mapping(uint32_t fplate, uint32_t port_type, uint32_t *np,
                                                  uint32_t *np_port, uint32_t *front)
     {
@@ -407,28 +395,50 @@ template <const family &F> struct engine {
 
     // ---- Answers known at compile time ----
     //
-    // While the selected table holds the family's own operation for every
-    // step of a lookup and the current records still point at the tables
-    // init installs, slots 14, 15, 19 and 22 read what those steps would
-    // find from a table built at compile time; a replaced slot or record,
-    // or a value one of the steps would reject, takes the steps themselves.
-    // A cell holds speed << 8 | row (row k_no_entry: the steps find none).
-
-    static constexpr uint16_t k_by_steps = 0xFFFF; // only the steps can answer
-    static constexpr uint16_t k_no_speed = 0xFFFE; // the family lacks the speed: nothing written
-    static constexpr uint16_t k_invalid = 0xFFFD;  // slot 15 answers CVN_NP_ERR_INVALID
-    static constexpr uint16_t k_no_entry = 0xFF;
-    static constexpr const np_info &k_info = *F.tables.np_info_table;
-    template <std::size_t keys> struct answers {
-        uint16_t at[keys][256];
+    // While the library is initialised, the selected table holds the
+    // family's own operation for every step of a lookup and the current
+    // records still point at the tables init installs, slots 14, 15, 19,
+    // 22 and 39 read what those steps would find from a table built at
+    // compile time; a replaced slot or record, or a value one of the steps
+    // would reject, takes the steps themselves.
+    //
+    // A cell holds the answer itself: the fields of the entry the steps
+    // would find, or how they end without one.  Eight bytes: one load, and
+    // its index a shift.
+    enum class reach : uint8_t { entry, none, invalid, steps };
+    struct alignas(8) answer_cell {
+        reach how = reach::steps;
+        uint8_t speed = 0; // whose map holds the entry
+        uint8_t np = 0, np_port = 0, front = 0, fplate_port = 0, port_type = 0;
     };
-
-    static constexpr uint16_t cell_of(speed k, uint32_t row)
+    template <std::size_t keys> struct answer_cells {
+        answer_cell at[keys][256];
+    };
+    // The cell of row `row` of speed s's map `map`.
+    static constexpr answer_cell cell_of_entry(const speed_tables &s,
+                                               current_map speed_tables::*map, uint32_t row)
     {
-        return row < k_no_entry || row == UINT32_MAX
-                   ? static_cast<uint16_t>(k << 8 | (row & k_no_entry))
-                   : k_by_steps;
+        const port_mapping_entry *e = (s.*map)[row];
+        const auto byte = [](uint32_t v) { return static_cast<uint8_t>(v); };
+        if (e == nullptr ||
+            (e->np | e->np_port | e->phys_front_port | e->fplate_port | e->port_type) > 0xFF)
+            return {};
+        return {reach::entry,      byte(&s - F.speeds),      byte(e->np),
+                byte(e->np_port),  byte(e->phys_front_port), byte(e->fplate_port),
+                byte(e->port_type)};
     }
+    // `c` while it names an entry of a map that its speed's record `card`
+    // still points at; else a cell that takes the steps.
+    template <current_map *speed_tables::*card, current_map speed_tables::*map>
+    static answer_cell installed_entry(answer_cell c)
+    {
+        static constexpr current_map *cards[k_speeds] = {F.speeds[0].*card, F.speeds[1].*card,
+                                                         F.speeds[2].*card};
+        static constexpr current_map maps[k_speeds] = {F.speeds[0].*map, F.speeds[1].*map,
+                                                       F.speeds[2].*map};
+        return c.how == reach::entry && *cards[c.speed] == maps[c.speed] ? c : answer_cell{};
+    }
+    static constexpr const np_info &k_info = *F.tables.np_info_table;
 
     // The speed of a type code the family knows, else NULL.
     static constexpr const speed_tables *speed_of_code(uint32_t code)
@@ -447,88 +457,69 @@ template <const family &F> struct engine {
                 return row;
         return UINT32_MAX;
     }
-    static constexpr answers<k_nps> np_port_answers()
+    // Row k_nps: an NP past the card's, which slot 15 answers invalid.
+    static constexpr answer_cells<k_nps + 1> np_port_cells()
     {
-        answers<k_nps> a{};
-        for (uint32_t np = 0; np < k_nps; ++np) {
+        answer_cells<k_nps + 1> a{};
+        for (uint32_t np = 0; np <= k_nps; ++np) {
             for (uint32_t p = 0; p < 256; ++p) {
                 const speed_tables *s = speed_of_code(F.np_port_ifsub_type(p));
-                a.at[np][p] =
-                    p > F.max_np_port ? k_invalid
-                    : s == nullptr    ? k_by_steps
-                    : s->fplate_index == nullptr
-                        ? k_no_speed
-                        : cell_of(static_cast<speed>(s - F.speeds), row_of_np_port(*s, np, p));
+                const uint32_t row = s != nullptr && s->fplate_index != nullptr && np < k_nps
+                                         ? row_of_np_port(*s, np, p)
+                                         : UINT32_MAX;
+                a.at[np][p] = np == k_nps || p > F.max_np_port ? answer_cell{reach::invalid}
+                              : s == nullptr                   ? answer_cell{reach::steps}
+                              : row == UINT32_MAX
+                                  ? answer_cell{reach::none}
+                                  : cell_of_entry(*s, &speed_tables::np_port_map, row);
             }
         }
         return a;
     }
-    static constexpr answers<k_nps> k_np_port_answers = np_port_answers();
+    static constexpr answer_cells<k_nps + 1> k_np_port_cells = np_port_cells();
 
-    // Slots 39 and 43: the row of port `key` in the speed's faceplate-index
-    // table, k_by_steps where the index check would fail.
-    static constexpr uint16_t indexed_cell(const speed_tables &s, uint32_t key)
+    // The row of port `key` in the speed's faceplate-index table, or -1
+    // where the index check would fail.
+    static constexpr int32_t checked_row(const speed_tables &s, uint32_t key)
     {
         const int32_t index = key < s.fplate_index_size ? s.fplate_index[key] : CVN_NP_NO_PORT;
-        return index >= 0 && index < int32_t{k_info.*facts(s).port_subslot}
-                   ? cell_of(static_cast<speed>(&s - F.speeds), static_cast<uint32_t>(index))
-                   : k_by_steps;
+        return index >= 0 && index < int32_t{k_info.*facts(s).port_subslot} ? index : -1;
     }
-    // Slot 43: (port type, faceplate port) -> the row in the faceplate map of
-    // the port type's speed.
-    static constexpr answers<CVN_NP_PORT_TYPE_100GE + 1> fplate_answers()
+    // Slots 19 and 22: (port type, faceplate port) -> the entry of the
+    // faceplate map of the port type's speed that slot 43 finds.
+    static constexpr answer_cells<CVN_NP_PORT_TYPE_100GE + 1> fplate_cells()
     {
-        answers<CVN_NP_PORT_TYPE_100GE + 1> a{};
+        answer_cells<CVN_NP_PORT_TYPE_100GE + 1> a{};
         for (uint32_t type = 0; type <= CVN_NP_PORT_TYPE_100GE; ++type) {
-            for (uint32_t f = 0; f < 256; ++f) {
-                const speed_tables *s = speed_of_port_type(type);
-                a.at[type][f] = common::get_ifsubinst(f) >= k_info.num_cage || s == nullptr
-                                    ? k_by_steps
-                                    : indexed_cell(*s, f);
+            const speed_tables *s = speed_of_port_type(type);
+            for (uint32_t f = 0; f < 256 && s != nullptr; ++f) {
+                const int32_t row =
+                    common::get_ifsubinst(f) < k_info.num_cage ? checked_row(*s, f) : -1;
+                if (row >= 0)
+                    a.at[type][f] = cell_of_entry(*s, &speed_tables::fplate_map, row);
             }
         }
         return a;
     }
-    static constexpr answers<CVN_NP_PORT_TYPE_100GE + 1> k_fplate_answers = fplate_answers();
+    static constexpr answer_cells<CVN_NP_PORT_TYPE_100GE + 1> k_fplate_cells = fplate_cells();
 
-    // Slot 39: (type code - k_first_code, port) -> the row in the phys-front-
-    // port map of the type's speed.
-    static constexpr answers<8> phys_answers()
+    // Slot 39: (type code - k_first_code, port) -> the entry of the phys-
+    // front-port map of the type's speed.
+    static constexpr answer_cells<8> phys_cells()
     {
-        answers<8> a{};
+        answer_cells<8> a{};
         for (uint32_t c = 0; c < 8; ++c) {
-            for (uint32_t port = 0; port < 256; ++port) {
-                const speed_tables *s = speed_of_code(k_first_code + c);
-                a.at[c][port] = s == nullptr || s->fplate_index == nullptr ? k_by_steps
-                                                                           : indexed_cell(*s, port);
+            const speed_tables *s = speed_of_code(k_first_code + c);
+            for (uint32_t port = 0; port < 256 && s != nullptr && s->fplate_index != nullptr;
+                 ++port) {
+                const int32_t row = checked_row(*s, port);
+                if (row >= 0)
+                    a.at[c][port] = cell_of_entry(*s, &speed_tables::phys_map, row);
             }
         }
         return a;
     }
-    static constexpr answers<8> k_phys_answers = phys_answers();
-
-    // Speed k's map `map` as init installed it, or NULL where its current
-    // record `card` no longer points at it.
-    template <current_map *speed_tables::*card, current_map speed_tables::*map>
-    static current_map installed_map(uint32_t k)
-    {
-        static constexpr current_map *cards[k_speeds] = {F.speeds[0].*card, F.speeds[1].*card,
-                                                         F.speeds[2].*card};
-        static constexpr current_map maps[k_speeds] = {F.speeds[0].*map, F.speeds[1].*map,
-                                                       F.speeds[2].*map};
-        return *cards[k] == maps[k] ? maps[k] : nullptr;
-    }
-
-    // The entry a compile-time cell names in its speed's map `map` as init
-    // installed it; NULL for a cell only the steps answer, or where the
-    // speed's current record `card` no longer points at that map.
-    template <current_map *speed_tables::*card, current_map speed_tables::*map>
-    static const port_mapping_entry *entry_of_cell(uint16_t cell)
-    {
-        const uint32_t k = cell >> 8;
-        const current_map m = k < k_speeds ? installed_map<card, map>(k) : nullptr;
-        return m != nullptr ? m[cell & k_no_entry] : nullptr;
-    }
+    static constexpr answer_cells<8> k_phys_cells = phys_cells();
 
     // The current np_info is the one the compile-time answers were built on.
     static bool installed_info() { return *F.card_np_info == &k_info; }
@@ -636,8 +627,7 @@ template <const family &F> struct engine {
     static uint32_t info_to_front_port(uint32_t np_id, uint32_t np_port, uint32_t *front)
     {
         uint32_t status = 0;
-        if (holds<&cvn_np_api::cvn_np_info_to_fplate_porttype, info_to_fplate_porttype>() &&
-            np_port_answer(np_id, np_port, front, nullptr, status)) [[likely]]
+        if (np_port_answer<true>(np_id, np_port, front, nullptr, status)) [[likely]]
             return status;
         return info_to_front_port_by_steps(np_id, np_port, front);
     }
@@ -650,35 +640,27 @@ template <const family &F> struct engine {
     }
 
     // Slot 15's answer from the compile-time table, when it may be read
-    // (false: take the steps).
-    static bool np_port_answer(uint32_t np_id, uint32_t np_port, uint32_t *fplate_port,
-                               uint32_t *port_type, uint32_t &status)
+    // (false: take the steps); slot 14 also steps through slot 15.
+    template <bool from_slot14> static bool np_port_answer(uint32_t np_id, uint32_t np_port,
+                                                           uint32_t *fplate_port,
+                                                           uint32_t *port_type, uint32_t &status)
     {
         if (!installed_info() || !holds<&cvn_np_api::cvn_np_how_many, how_many>() ||
             !holds<&cvn_np_api::aux_cvn_np_info_to_mapping_info, info_to_mapping_info>() ||
             !holds<&cvn_np_api::aux_np_port_to_mapping_info, np_port_to_mapping_info>() ||
-            np_port >= 256)
+            (from_slot14 &&
+             !holds<&cvn_np_api::cvn_np_info_to_fplate_porttype, info_to_fplate_porttype>()) ||
+            np_port > 0xFF) [[unlikely]]
             return false;
-        if (np_id >= k_nps) {
-            status = CVN_NP_ERR_INVALID;
-            return true;
-        }
-        const uint16_t cell = k_np_port_answers.at[np_id][np_port];
-        const uint32_t k = cell >> 8;
-        if (k >= k_speeds) [[unlikely]] {
-            status = cell == k_invalid ? CVN_NP_ERR_INVALID : 0;
-            return cell != k_by_steps;
-        }
-        status = 0;
-        const current_map map =
-            installed_map<&speed_tables::card_np_port_map, &speed_tables::np_port_map>(k);
-        if (map == nullptr)
+        const answer_cell c = k_np_port_cells.at[np_id < k_nps ? np_id : k_nps][np_port];
+        status = c.how == reach::invalid ? CVN_NP_ERR_INVALID : 0;
+        if (c.how != reach::entry)
+            return c.how != reach::steps;
+        if (installed_entry<&speed_tables::card_np_port_map, &speed_tables::np_port_map>(c).how !=
+            reach::entry) [[unlikely]]
             return false;
-        if ((cell & k_no_entry) != k_no_entry) {
-            const port_mapping_entry &e = *map[cell & k_no_entry];
-            put(fplate_port, e.phys_front_port);
-            put(port_type, e.port_type);
-        }
+        put(fplate_port, c.front);
+        put(port_type, c.port_type);
         return true;
     }
 
@@ -686,7 +668,7 @@ template <const family &F> struct engine {
                                             uint32_t *port_type)
     {
         uint32_t status = 0;
-        if (np_port_answer(np_id, np_port, fplate_port, port_type, status)) [[likely]]
+        if (np_port_answer<false>(np_id, np_port, fplate_port, port_type, status)) [[likely]]
             return status;
         return info_to_fplate_porttype_by_steps(np_id, np_port, fplate_port, port_type);
     }
@@ -741,10 +723,23 @@ template <const family &F> struct engine {
 
     // ---- slots 19-22: faceplate port to NP ----
 
+    // What the steps of slots 19 and 22 would find for a faceplate port,
+    // from the compile-time table.
+    static answer_cell fplate_cell_now(uint32_t fplate, uint32_t port_type)
+    {
+        if (!installed_info() || !holds<&cvn_np_api::cvn_np_lib_get_ifsubinst, get_ifsubinst>() ||
+            !holds<&cvn_np_api::cvn_np_lib_get_port, get_port>() ||
+            !holds<&cvn_np_api::aux_cvn_faceplate_to_mapping_info, faceplate_to_mapping_info>() ||
+            port_type > CVN_NP_PORT_TYPE_100GE || fplate > 0xFF) [[unlikely]]
+            return {};
+        return installed_entry<&speed_tables::card_fplate_map, &speed_tables::fplate_map>(
+            k_fplate_cells.at[port_type][fplate]);
+    }
     template <output field> static uint32_t faceplate_field(uint32_t port_type, uint32_t fplate)
     {
-        if (const port_mapping_entry *e = fplate_entry(fplate, port_type)) [[likely]]
-            return field == out_np ? e->np : field == out_np_port ? e->np_port : e->phys_front_port;
+        if (const answer_cell c = fplate_cell_now(fplate, port_type); c.how == reach::entry)
+            [[likely]]
+            return field == out_np ? c.np : field == out_np_port ? c.np_port : c.front;
         uint32_t value = 0;
         fplate_mapping(fplate, port_type, field == out_np ? &value : nullptr,
                        field == out_np_port ? &value : nullptr,
@@ -756,10 +751,11 @@ template <const family &F> struct engine {
                                                     uint32_t *np, uint32_t *np_port,
                                                     uint32_t *front)
     {
-        if (const port_mapping_entry *e = fplate_entry(fplate, port_type)) [[likely]] {
-            put(np, e->np);
-            put(np_port, e->np_port);
-            put(front, e->phys_front_port);
+        if (const answer_cell c = fplate_cell_now(fplate, port_type); c.how == reach::entry)
+            [[likely]] {
+            put(np, c.np);
+            put(np_port, c.np_port);
+            put(front, c.front);
             return 0;
         }
         fplate_mapping(fplate, port_type, np, np_port, front);
@@ -852,25 +848,27 @@ template <const family &F> struct engine {
                                            uint32_t *np, uint32_t *np_port, uint32_t *fplate_port,
                                            uint32_t *port_type)
     {
-        const port_mapping_entry *e = phys_entry(ifsubsys_num, port, type);
-        if (e == nullptr) [[unlikely]]
-            e = phys_entry_by_steps(ifsubsys_num, port, type);
-        if (e == nullptr)
-            return; // a speed the family's cards never carry
-        put(np, e->np);
-        put(np_port, e->np_port);
-        put(fplate_port, e->fplate_port);
-        put(port_type, e->port_type);
+        const auto put_fields = [&](const auto &e) {
+            put(np, e.np);
+            put(np_port, e.np_port);
+            put(fplate_port, e.fplate_port);
+            put(port_type, e.port_type);
+        };
+        if (const answer_cell c = phys_cell_now(ifsubsys_num, port, type); c.how == reach::entry)
+            [[likely]]
+            return put_fields(c);
+        if (const port_mapping_entry *e = phys_entry_by_steps(ifsubsys_num, port, type))
+            put_fields(*e); // none: a speed the family's cards never carry
     }
-    // The entry slot 39 would read, from the compile-time table; NULL: take
-    // the steps.
-    static const port_mapping_entry *phys_entry(uint32_t ifsubsys_num, uint32_t port, uint32_t type)
+    // What slot 39 would read, from the compile-time table.
+    static answer_cell phys_cell_now(uint32_t ifsubsys_num, uint32_t port, uint32_t type)
     {
         const uint32_t code = type - k_first_code;
-        if (!installed_info() || ifsubsys_num >= k_info.num_cage || code >= 8 || port >= 256)
-            return nullptr;
-        return entry_of_cell<&speed_tables::card_phys_map, &speed_tables::phys_map>(
-            k_phys_answers.at[code][port]);
+        if (!installed_info() || ifsubsys_num >= k_info.num_cage || code >= 8 || port > 0xFF)
+            [[unlikely]]
+            return {};
+        return installed_entry<&speed_tables::card_phys_map, &speed_tables::phys_map>(
+            k_phys_cells.at[code][port]);
     }
     [[gnu::noinline]] static const port_mapping_entry *
     phys_entry_by_steps(uint32_t ifsubsys_num, uint32_t port, uint32_t type)
