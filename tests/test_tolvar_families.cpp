@@ -443,6 +443,17 @@ TEST_P(Tolvar, ReplacedStepsAreObeyed)
         aux_cvn_np_info_to_mapping_info(2, 194, 566, &front, nullptr, nullptr);
         EXPECT_EQ(front, C(2, 1));
     });
+    cvn_np_ep_data rows[13]; // the rows searched are the current record's: a copy...
+    std::copy_n(cvn_np_lib_2slice_tv_info_types, 13, rows);
+    for (cvn_np_ep_data &r : rows)
+        r.port_info_list = r.ep_type == 566 ? tolvar_dummy_port_info : r.port_info_list;
+    Swap(cvn_np_lib_info_types, static_cast<const cvn_np_ep_data *>(rows),
+         [] { EXPECT_EQ(aux_cvn_np_port_info_get(0, 0, 566), tolvar_dummy_port_info); });
+    three.num_info_types = 0; // ...and as many as the current np_info says
+    Swap(tolvar_card_np_info, static_cast<const np_info *>(&three), [&] {
+        EXPECT_EQ(aux_cvn_np_port_info_get(0, 0, 566), nullptr);
+        EXPECT_EQ(V({cvn_np_info_to_front_port(0, 194, &(front = S)), front}), V({0, S}));
+    });
 }
 
 INSTANTIATE_TEST_SUITE_P(Families, Tolvar, ::testing::Values(&k2Slice, &k1Slice),

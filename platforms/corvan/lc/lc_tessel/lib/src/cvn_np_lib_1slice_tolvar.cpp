@@ -188,6 +188,7 @@ constexpr tv::family k_tv_1slice = {
     .card_subslot_info = &tv_1slice_card_subslot_info,
     .dummy_port_info = tv_1slice_dummy_port_info,
     .row_of = bay_ep_data_find,
+    .rows_by_current_record = false,
     .place_np_port = bay_of_np_port,
     .instance_entry = split_entry,
     .one_np_for_both_bays = true,

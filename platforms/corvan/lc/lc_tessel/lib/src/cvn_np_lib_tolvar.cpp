@@ -108,6 +108,7 @@ constexpr tv::family k_tolvar = {
     .card_subslot_info = &tolvar_card_subslot_info,
     .dummy_port_info = tolvar_dummy_port_info,
     .row_of = tolvar_ep_data_find,
+    .rows_by_current_record = true,
     .place_np_port = tolvar_np_port_to_ifsub_type,
     .instance_entry = instance_entry,
     .one_np_for_both_bays = false,

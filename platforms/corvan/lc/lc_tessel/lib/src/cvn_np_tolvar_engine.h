@@ -335,8 +335,12 @@ struct family {
     const port_info *dummy_port_info;
 
     // The family's differences.
-    // The EP data lookup: the first row of a type for a subslot, or NULL.
+    // The EP data lookup in the family's own tables: the first row of a
+    // type for a subslot, or NULL.
     const cvn_np_ep_data *(*row_of)(uint32_t subslot, uint32_t type);
+    // The lookup searches the first num_info_types rows of the current
+    // info-types record (else the family's own tables, whatever it holds).
+    bool rows_by_current_record;
     place_answer (*place_np_port)(uint32_t np_id, uint32_t np_port);
     // Entry index of a split instance's port; past the row's entries for none.
     // `faceplate`: the port is a faceplate port (slot 43), else a front port.
@@ -365,10 +369,25 @@ template <const family &F> struct engine : common::card_summary<F> {
     static uint32_t nps() { return step<&cvn_np_api::cvn_np_how_many>(); }
 
     static const np_info &info() { return **F.card_np_info; }
-    // The first row of `type` in the subslot's table, or NULL.
-    static constexpr const cvn_np_ep_data *row_of(uint32_t subslot, uint32_t type)
+    // The first row of `type` in the subslot's table, or NULL; while the
+    // current records are those init installs, from the compile-time index.
+    static const cvn_np_ep_data *row_of(uint32_t subslot, uint32_t type)
     {
-        return F.row_of(subslot, type);
+        if (own_rows()) [[likely]]
+            return F.row_of(subslot, type);
+        const cvn_np_ep_data *rows = *F.card_info_types;
+        for (uint16_t i = 0; rows != nullptr && i < info().num_info_types; ++i)
+            if (rows[i].ep_type == type)
+                return &rows[i];
+        return nullptr;
+    }
+    // The lookup reads the family's own rows, those the compile-time
+    // answers are built from.
+    static bool own_rows()
+    {
+        return !F.rows_by_current_record ||
+               (*F.card_info_types == F.info_types_table &&
+                info().num_info_types == F.np_info_table->num_info_types);
     }
     static void require(bool ok, const check &c) { cvn_np::require(ok, F.path, c); }
 
@@ -688,9 +707,8 @@ template <const family &F> struct engine : common::card_summary<F> {
     // Slot 38 once the subslot is checked: the type's row's list (NULL
     // where the subslot's table has no row); the empty list for a type
     // without ports of its own (no table has a row for such a type).
-    static constexpr const port_info *list_of_type(uint32_t subslot, uint32_t type)
+    static constexpr const port_info *list_of_row(const cvn_np_ep_data *row, uint32_t type)
     {
-        const cvn_np_ep_data *row = row_of(subslot, type);
         if (row != nullptr)
             return row->port_info_list;
         return maps_front_ports_of(type) ? nullptr : F.dummy_port_info;
@@ -702,7 +720,7 @@ template <const family &F> struct engine : common::card_summary<F> {
         lists_by_key t{};
         for (uint32_t s = 0; s < t.size(); ++s)
             for (uint32_t key = 0; key <= k_type_keys; ++key)
-                t[s][key] = list_of_type(s, type_of_key(key));
+                t[s][key] = list_of_row(F.row_of(s, type_of_key(key)), type_of_key(key));
         return t;
     }
 
@@ -712,9 +730,9 @@ template <const family &F> struct engine : common::card_summary<F> {
     {
         static constexpr lists_by_key lists = lists_of_types();
         require(subslot_num < info().num_subslot, F.text.subslot_num);
-        if (subslot_num < lists.size()) [[likely]]
+        if (subslot_num < lists.size() && own_rows()) [[likely]]
             return lists[subslot_num][type_key(type)];
-        return list_of_type(subslot_num, type);
+        return list_of_row(row_of(subslot_num, type), type);
     }
 
     // The entry a front or faceplate port names in `row`: plain EPs by the
@@ -782,7 +800,7 @@ template <const family &F> struct engine : common::card_summary<F> {
         for (uint32_t s = 0; s < t.size(); ++s)
             for (uint32_t key = 0; key < k_type_keys; ++key)
                 for (uint32_t p = 0; p < 256; ++p) {
-                    const cvn_np_ep_data *row = row_of(s, type_of_key(key));
+                    const cvn_np_ep_data *row = F.row_of(s, type_of_key(key));
                     uint32_t i = 0;
                     while (row != nullptr && i < row->num_ports && row->entries[i]->np_port != p)
                         ++i;
@@ -810,7 +828,7 @@ template <const family &F> struct engine : common::card_summary<F> {
             return;
         if (common::holds<&cvn_np_api::aux_np_port_to_mapping_info,
                           own_ops().aux_np_port_to_mapping_info>() &&
-            subslot < k_np_port_places.size() && np_port < 256) [[likely]] {
+            subslot < k_np_port_places.size() && np_port < 256 && own_rows()) [[likely]] {
             const uint8_t i = k_np_port_places[subslot][type_key(type)][np_port];
             if (i != k_no_place)
                 common::put_entry(*row->entries[i], front, fplate_port, port_type);
