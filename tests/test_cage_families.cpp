@@ -278,7 +278,7 @@ TEST_P(CageTest, PortInfoByWhatTheCagesHold)
     const Speed &last = f.speeds.back(), &first = f.speeds.front();
     for (uint32_t c = 0; c < f.cages(); ++c) {
         EXPECT_EQ(cvn_np_port_info_from_subslot_ifsubinst(0, c), f.dummy) << c;
-        for (uint32_t t : {0x10000u, 0x10001u, 0x10002u, 0x10003u, kDornikT, ~0u}) {
+        for (uint32_t t : {0x10000u, 0x10001u, 0x10002u, 0x10003u, kDornikT, 0x10008u, ~0u}) {
             const uint32_t ptype = t == 0x10002 ? 1 : t == 0x10001 || t == 0x10003 ? 3 : 4;
             EXPECT_EQ(aux_cvn_np_port_info_get(0, c, t), Knows(t) ? f.pi_array[ptype] : f.dummy);
         }
