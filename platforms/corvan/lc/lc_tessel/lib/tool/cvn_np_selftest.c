@@ -18,9 +18,6 @@
 #include "cvn_np_platform.h"
 #include "cvn_np_selftest.h"
 
-#define TEST_COVERAGE_FENNA 0x3D0267u
-#define TEST_COVERAGE_BRISCA 0x3D0274u
-
 void test_group_begin(const char *name) { printf("%s board type 0x%08x\n", name, cardtype); }
 
 uint32_t test_group_end(const char *name, uint32_t failed)
@@ -102,11 +99,14 @@ uint32_t test_cvn_np_lib_testcard(void)
     return errors;
 }
 
-/* One test run for the card type already stored in cardtype. */
-static void test_run_card(void)
+/* One test run: the card type goes into cardtype, then the run's "Starting"
+ * line (a format that takes the card type), the set-up and the groups. */
+static void test_run_card(uint32_t card_type, const char *starting)
 {
     uint32_t errors;
 
+    cardtype = card_type;
+    printf(starting, cardtype);
     (void)test_cvn_np_lib_init(cardtype);
     if (!test_card_has_expected_values(cardtype)) {
         /* The set-up wrote nothing and the library was left alone. */
@@ -117,24 +117,6 @@ static void test_run_card(void)
     }
     errors = test_cvn_np_lib_testcard();
     printf("Completed nplib tests for card 0x%08x with %d error.\n\n", cardtype, errors);
-}
-
-static void test_coverage_run(void)
-{
-    cardtype = TEST_COVERAGE_FENNA;
-    printf("Starting coverage test for FENNA(0x%08x).\n", TEST_COVERAGE_FENNA);
-    test_run_card();
-
-    cardtype = TEST_COVERAGE_BRISCA;
-    printf("Starting coverage test for BRISCA(0x%08x).\n", TEST_COVERAGE_BRISCA);
-    test_run_card();
-}
-
-static void test_board_run(void)
-{
-    cardtype = platform_get_my_card_type();
-    printf("Starting board test for card 0x%08x.\n", cardtype);
-    test_run_card();
 }
 
 static void test_usage(const char *invoked_as)
@@ -167,9 +149,10 @@ int main(int argc, char **argv)
     }
 
     if (board) {
-        test_board_run();
+        test_run_card(platform_get_my_card_type(), "Starting board test for card 0x%08x.\n");
     } else {
-        test_coverage_run();
+        test_run_card(0x3D0267u, "Starting coverage test for FENNA(0x%08x).\n");
+        test_run_card(0x3D0274u, "Starting coverage test for BRISCA(0x%08x).\n");
     }
     return 0;
 }

@@ -38,15 +38,6 @@ typedef struct test_port_case {
     uint32_t index;
 } test_port_case;
 
-/* The library's own encoding of the case's position; printed only. */
-static void test_print_encoding(const test_port_case *pc)
-{
-    uint32_t f = cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port((uint16_t)pc->s, pc->c, pc->p);
-
-    printf("subslot %d ifsubsys %d type 0x%08x port %d phys_front_port 0x%08x\n", pc->s, pc->c,
-           pc->speed->ifsub_type, pc->p, f);
-}
-
 /* The values of `fields` in their order, in parentheses when there are
  * several; those of `hex` as 0x%x. */
 static void test_print_values(const uint32_t *value, unsigned fields, unsigned hex)
@@ -81,8 +72,10 @@ static uint32_t test_run_case(const test_walk *w, const test_port_case *pc, test
     int dec;
     int i;
 
-    if (w->ask == TEST_ASK_FRONT_PORT) {
-        test_print_encoding(pc);
+    if (w->ask == TEST_ASK_FRONT_PORT) { /* the library's own encoding, printed only */
+        printf("subslot %d ifsubsys %d type 0x%08x port %d phys_front_port 0x%08x\n", pc->s, pc->c,
+               sp->ifsub_type, pc->p,
+               cvn_np_lib_set_subslot_ifsubinst_ifsubinst_port((uint16_t)pc->s, pc->c, pc->p));
     }
     if (w->ask == TEST_ASK_FRONT_PORT || w->ask == TEST_ASK_FRONT_SUBSLOT) {
         aux_cvn_np_front_port_to_mapping_info(pc->c, pc->code, sp->ifsub_type, np, np_port, fplate,
