@@ -138,7 +138,8 @@ int run(const options &o)
         c.plugs.push_back(parse_module(c, m));
     validate_plugs(c);
     if (o.check) {
-        check_card(c, totals);
+        check_configuration(c, totals);
+        totals.cards = 1;
         return print_check_summary(totals);
     }
     const port_map m = read_port_map(c);

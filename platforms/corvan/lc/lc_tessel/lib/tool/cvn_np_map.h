@@ -117,7 +117,6 @@ const port_row &find_port(const card &c, const port_map &m, const std::string &k
                           const std::string &question);
 
 std::string hex(uint32_t value);
-std::string type_name(const card &c, uint32_t subslot, uint32_t unit);
 std::string port_type_name(uint32_t port_type);
 std::string plugs_text(const card &c);
 
@@ -132,7 +131,8 @@ void write_svg(const card &c, const port_map &m, const std::string &path);
 struct check_totals {
     unsigned cards = 0, configurations = 0, ports = 0, disagreements = 0;
 };
-void check_card(const card &c, check_totals &totals);
+// One configuration: the card and what is plugged (the card is not counted).
+void check_configuration(const card &c, check_totals &totals);
 void check_every_card(check_totals &totals);
 // Prints the known differences seen and the totals; returns the exit
 // status, 1 when there is a disagreement.

@@ -60,14 +60,6 @@ constexpr family k_families[] = {
     {"tolvar_1slice", layout::subslot_eps, k_three_speeds, k_tolvar_eps, false},
 };
 
-const family *family_named(const char *name)
-{
-    for (const family &f : k_families)
-        if (name != nullptr && std::string(name) == f.name)
-            return &f;
-    return nullptr;
-}
-
 std::string type_list(std::span<const module_type> types)
 {
     std::string out;
@@ -152,13 +144,6 @@ std::string port_type_name(uint32_t port_type)
     return hex(port_type);
 }
 
-std::string type_name(const card &c, uint32_t subslot, uint32_t unit)
-{
-    const uint32_t code = c.plugged(subslot, unit);
-    const module_type *t = find_type(unit == k_any ? c.fam->ep_types : c.fam->types, code);
-    return t != nullptr ? t->name : "none";
-}
-
 std::string plugs_text(const card &c)
 {
     std::string out;
@@ -170,8 +155,12 @@ std::string plugs_text(const card &c)
 
 card open_card(uint32_t card_type)
 {
-    const family *fam = family_named(cvn_np_card_family(card_type));
-    if (fam == nullptr)
+    const char *name = cvn_np_card_family(card_type);
+    const family *fam =
+        std::find_if(std::begin(k_families), std::end(k_families), [name](const family &f) {
+            return name != nullptr && std::string(name) == f.name;
+        });
+    if (fam == std::end(k_families))
         throw usage_error{"unknown card type " + hex(card_type) +
                           " (the library serves no family for it)"};
     cvn_np_sim_reset();

@@ -315,19 +315,6 @@ struct checker {
     }
 };
 
-void check_configuration(const card &c, check_totals &totals)
-{
-    const port_map m = read_port_map(c);
-    checker k{c, totals, m};
-    for (const port_row &r : m.ports)
-        k.front_port(r);
-    k.unique();
-    k.nps();
-    k.port_lists();
-    ++totals.configurations;
-    totals.ports += static_cast<unsigned>(m.ports.size());
-}
-
 // Every configuration --all tries on a card: each type in every cage or
 // instance, nothing at all, and mixes that rotate the types (and empty)
 // across the cages.  tolvar: every EP in both subslots, split EPs with
@@ -379,10 +366,17 @@ std::vector<std::vector<plug>> configurations(const card &c)
 
 } // namespace
 
-void check_card(const card &c, check_totals &totals)
+void check_configuration(const card &c, check_totals &totals)
 {
-    check_configuration(c, totals);
-    ++totals.cards;
+    const port_map m = read_port_map(c);
+    checker k{c, totals, m};
+    for (const port_row &r : m.ports)
+        k.front_port(r);
+    k.unique();
+    k.nps();
+    k.port_lists();
+    ++totals.configurations;
+    totals.ports += static_cast<unsigned>(m.ports.size());
 }
 
 void check_every_card(check_totals &totals)

@@ -1,10 +1,8 @@
 // cvn_np_map_output.cpp - the port map as a table, CSV or JSON, and the
 // front panel as an SVG picture.
 #include <algorithm>
-#include <cstdio>
 #include <fstream>
 #include <iostream>
-#include <map>
 #include <sstream>
 
 #include "cvn_np_map.h"
@@ -104,31 +102,27 @@ void print_map(const card &c, const port_map &m, format f)
         ports.push_back(port_cells(r));
     for (const np_row &n : m.nps)
         nps.push_back(np_cells(n));
-    switch (f) {
-    case format::table:
+    if (f == format::table)
         std::cout << "card " << hex(c.type) << " (" << c.fam->name << "), " << plugs_text(c)
                   << "\n\n";
-        [[fallthrough]];
-    case format::csv:
+    if (f != format::json) {
         print_rows(k_port_header, ports, f);
         std::cout << '\n';
         print_rows(k_np_header, nps, f);
-        break;
-    case format::json:
-        std::cout << "{\n  \"card_type\": " << c.type << ",\n  \"family\": \"" << c.fam->name
-                  << "\",\n  \"modules\": [";
-        for (size_t i = 0; i < c.plugs.size(); ++i)
-            std::cout << (i == 0 ? "" : ", ") << "{\"subslot\": " << c.plugs[i].subslot
-                      << ", \"ifsubsys\": "
-                      << (c.plugs[i].unit == k_any ? std::string("\"any\"")
-                                                   : std::to_string(c.plugs[i].unit))
-                      << ", \"type\": " << c.plugs[i].type << "}";
-        std::cout << "],\n";
-        print_json_rows("ports", k_port_header, ports, false);
-        print_json_rows("nps", k_np_header, nps, true);
-        std::cout << "}\n";
-        break;
+        return;
     }
+    std::cout << "{\n  \"card_type\": " << c.type << ",\n  \"family\": \"" << c.fam->name
+              << "\",\n  \"modules\": [";
+    for (size_t i = 0; i < c.plugs.size(); ++i)
+        std::cout << (i == 0 ? "" : ", ") << "{\"subslot\": " << c.plugs[i].subslot
+                  << ", \"ifsubsys\": "
+                  << (c.plugs[i].unit == k_any ? std::string("\"any\"")
+                                               : std::to_string(c.plugs[i].unit))
+                  << ", \"type\": " << c.plugs[i].type << "}";
+    std::cout << "],\n";
+    print_json_rows("ports", k_port_header, ports, false);
+    print_json_rows("nps", k_np_header, nps, true);
+    std::cout << "}\n";
 }
 
 void print_port(const port_row &r, format f)
@@ -172,6 +166,7 @@ std::vector<panel_box> panel_boxes(const card &c, const port_map &m)
         const bool plain_ep = ep != nullptr && ep->ports != 0;
         const uint32_t units = plain_ep || (eps && ep == nullptr) ? 1 : c.units;
         for (uint32_t u = 0; u < units; ++u) {
+            const module_type *t = c.module_at(s, u);
             panel_box b{s, plain_ep || (eps && ep == nullptr) ? k_none : u, "", {}};
             const std::string where = eps ? "subslot " + std::to_string(s) : "";
             if (b.unit == k_none)
@@ -180,7 +175,7 @@ std::vector<panel_box> panel_boxes(const card &c, const port_map &m)
                 b.label = (eps                            ? where + " " + (ep->name) + " inst "
                            : c.fam->kind == layout::cages ? "cage "
                                                           : "instance ") +
-                          std::to_string(u) + ": " + type_name(c, s, u);
+                          std::to_string(u) + ": " + (t != nullptr ? t->name : "none");
             for (const port_row &r : m.ports)
                 if (r.subslot == s && (b.unit == k_none || r.unit == u))
                     b.ports.push_back(&r);
