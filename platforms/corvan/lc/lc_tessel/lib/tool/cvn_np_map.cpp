@@ -2,7 +2,6 @@
 #include <cstdlib>
 #include <iostream>
 
-#include "cvn_np_lib.h"
 #include "cvn_np_map.h"
 
 namespace {

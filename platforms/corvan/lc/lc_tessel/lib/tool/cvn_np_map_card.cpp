@@ -253,17 +253,9 @@ void add_unit_ports(port_map &m, uint32_t subslot, uint32_t unit, uint32_t ports
 void list_ports(const card &c, port_map &m)
 {
     for (uint32_t s = 0; s < c.subslots; ++s) {
-        if (c.fam->kind == layout::subslot_eps) {
-            const module_type *ep = c.ep_at(s);
-            if (ep == nullptr)
-                continue;
-            if (ep->ports == 0) {
-                for (uint32_t i = 0; i < c.units; ++i)
-                    if (const module_type *t = c.module_at(s, i))
-                        add_unit_ports(m, s, i, t->ports);
-                continue;
-            }
-            for (uint32_t k = 0; k < ep->ports; ++k)
+        const module_type *ep = c.ep_at(s); // a split EP's instances are walked as cages
+        if (c.fam->kind == layout::subslot_eps && (ep == nullptr || ep->ports != 0)) {
+            for (uint32_t k = 0; ep != nullptr && k < ep->ports; ++k)
                 m.ports.push_back(
                     {cvn_np_lib_set_subslot_phy_port(static_cast<uint16_t>(s), k), s, k_none, k});
             continue;

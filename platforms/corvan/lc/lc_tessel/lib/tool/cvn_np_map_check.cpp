@@ -5,7 +5,6 @@
 // faceplate port to front port, and back), every NP for its local-port
 // count and its first front port.  A disagreement the library's own
 // defined answers make is counted under its known difference instead.
-#include <cstdio>
 #include <iostream>
 #include <map>
 #include <set>
