@@ -163,11 +163,10 @@ std::vector<panel_box> panel_boxes(const card &c, const port_map &m)
     for (uint32_t s = 0; s < c.subslots; ++s) {
         const bool eps = c.fam->kind == layout::subslot_eps;
         const module_type *ep = eps ? c.ep_at(s) : nullptr;
-        const bool plain_ep = ep != nullptr && ep->ports != 0;
-        const uint32_t units = plain_ep || (eps && ep == nullptr) ? 1 : c.units;
-        for (uint32_t u = 0; u < units; ++u) {
+        const bool whole = eps && (ep == nullptr || ep->ports != 0); // a plain EP or none: one box
+        for (uint32_t u = 0; u < (whole ? 1 : c.units); ++u) {
             const module_type *t = c.module_at(s, u);
-            panel_box b{s, plain_ep || (eps && ep == nullptr) ? k_none : u, "", {}};
+            panel_box b{s, whole ? k_none : u, "", {}};
             const std::string where = eps ? "subslot " + std::to_string(s) : "";
             if (b.unit == k_none)
                 b.label = where + ": " + (ep != nullptr ? ep->name : "empty");

@@ -8,9 +8,17 @@
 #include "cvn_np_lib.h"
 #include "cvn_np_selftest.h"
 
-/* Prints the expected np_info record field by field. */
-static void test_print_np_info(const np_info *n)
+/* The card summary: the expected np_info record and subslot info field by
+ * field, then three checks that print ok!/ERROR! and count nothing. */
+void test_nplib_card_info(void)
 {
+    const np_info *n = test_np_info;
+    uint32_t how_many = cvn_np_how_many();
+    uint32_t chips = cvn_np_chip_how_many();
+    const card_version *version = cvn_np_version_get();
+    int bad;
+
+    test_group_begin("test_nplib_card_info");
     printf("  board np info:\n");
     printf("    sw_version        = %d\n", n->sw_version);
     printf("    sw_status         = %d\n", n->sw_status);
@@ -33,30 +41,18 @@ static void test_print_np_info(const np_info *n)
     printf("    port_cage_100g    = %d\n", n->port_cage_100g);
     printf("    port_cage_40g     = %d\n", n->port_cage_40g);
     printf("    port_cage_10g     = %d\n\n", n->port_cage_10g);
-}
-
-/* The card summary: its checks print ok!/ERROR! and count nothing. */
-void test_nplib_card_info(void)
-{
-    uint32_t how_many = cvn_np_how_many();
-    uint32_t chips = cvn_np_chip_how_many();
-    const card_version *version = cvn_np_version_get();
-    int bad;
-
-    test_group_begin("test_nplib_card_info");
-    test_print_np_info(test_np_info);
 
     printf("\n  board subslot info:\n");
     printf("    num_of_subslots       = %d\n", test_subslot_info.num_of_subslots);
     printf("    max_of_ifsubsys_per_subslot = %d\n", test_subslot_info.max_of_ifsubsys_per_subslot);
     printf("    max_ports_per_subslot = %d\n", test_subslot_info.max_ports_per_subslot);
 
-    bad = how_many != test_np_info->num_complex;
-    printf("  testing cvn_np_how_many: %d %s %d, %s!\n", how_many, TEST_REL(bad),
-           test_np_info->num_complex, TEST_VERDICT(bad));
-    bad = chips != test_np_info->num_np;
-    printf("  testing cvn_np_chip_how_many: %d %s %d, %s!\n", chips, TEST_REL(bad),
-           test_np_info->num_np, TEST_VERDICT(bad));
+    bad = how_many != n->num_complex;
+    printf("  testing cvn_np_how_many: %d %s %d, %s!\n", how_many, TEST_REL(bad), n->num_complex,
+           TEST_VERDICT(bad));
+    bad = chips != n->num_np;
+    printf("  testing cvn_np_chip_how_many: %d %s %d, %s!\n", chips, TEST_REL(bad), n->num_np,
+           TEST_VERDICT(bad));
 
     if (version == NULL) {
         printf("  testing cvn_np_version_get: cant get NP version. ERROR!\n");
