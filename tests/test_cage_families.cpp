@@ -528,6 +528,13 @@ TEST_F(Fenna, KnowsThreeTypes)
     EXPECT_RUN(
         (aux_np_port_to_mapping_info_fenna(np_local_port_map_fenna_40g + 8, 97, 4, o, o1, 0), 0u),
         0, 0x51, 0x51);
+    Swap(
+        cvn_np_api_fenna.aux_cvn_np_info_to_mapping_info,
+        +[](uint32_t, uint32_t, uint32_t, uint32_t *f, uint32_t *, uint32_t *) { *f = 0x66; },
+        [&] { // slot 15's own steps keep the 254 limit
+            EXPECT_RUN(cvn_np_info_to_fplate_porttype(0, 254, o, o1), 0, 0x66);
+            EXPECT_RUN(cvn_np_info_to_fplate_porttype(0, 255, o, o1), kInvalid);
+        });
 }
 
 TEST_F(Dornik, SizeFromTheCardType)
